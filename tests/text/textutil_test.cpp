@@ -1,0 +1,68 @@
+#include "text/textutil.h"
+
+#include <gtest/gtest.h>
+
+using namespace qrl;
+
+TEST(TextCompare, FoldsOnlyAsciiLettersLikeTheRuntime) {
+    EXPECT_TRUE(iequals(u"Config", u"CONFIG"));
+    EXPECT_FALSE(iequals(u"\u00e9", u"\u00c9"));  // the "C" locale folds nothing beyond ASCII
+    EXPECT_FALSE(iequals(u"abc", u"abcd"));
+    EXPECT_EQ(icompare(u"abc", u"ABD") < 0, true);
+    EXPECT_EQ(icompare(u"ab", u"AB"), 0);
+    EXPECT_LT(icompare(u"ab", u"abc"), 0);
+    // '_' (0x5F) sorts after the folded letters' upper case but before lower case: folding to lower
+    // puts it before letters, as _wcsicmp does.
+    EXPECT_LT(icompare(u"_", u"a"), 0);
+    EXPECT_LT(icompare(u"_", u"A"), 0);
+    EXPECT_TRUE(istartsWith(u"KeyMapX", u"keymap"));
+    EXPECT_EQ(IHash{}(u"Data"), IHash{}(u"dATA"));
+}
+
+TEST(TextNumbers, DecimalIsLenient) {
+    EXPECT_EQ(wtoi(u"  42xyz"), 42);
+    EXPECT_EQ(wtoi(u"-17"), -17);
+    EXPECT_EQ(wtoi(u"+8"), 8);
+    EXPECT_EQ(wtoi(u"x1"), 0);
+    EXPECT_EQ(wtoi(u""), 0);
+    EXPECT_EQ(wtoi(u"- 1"), 0);
+    EXPECT_EQ(wtoi(u"99999999999"), 2147483647);
+    EXPECT_EQ(wtoi(u"-99999999999"), -2147483647 - 1);
+    std::size_t used = 7;
+    EXPECT_EQ(wcstolBase10(u"\t12 ", &used), 12);
+    EXPECT_EQ(used, 3u);
+    EXPECT_EQ(wcstolBase10(u"abc", &used), 0);
+    EXPECT_EQ(used, 0u);
+}
+
+TEST(TextNumbers, HexadecimalIsLenient) {
+    EXPECT_EQ(wcstoulBase16(u"ff"), 0xFFu);
+    EXPECT_EQ(wcstoulBase16(u"0x1A"), 0x1Au);
+    EXPECT_EQ(wcstoulBase16(u"0xg"), 0u);  // "0" is read, the x is not part of a number
+    EXPECT_EQ(wcstoulBase16(u" 10zz"), 0x10u);
+    EXPECT_EQ(wcstoulBase16(u"123456789"), 0xFFFFFFFFu);
+    EXPECT_EQ(wcstoulBase16(u"-1"), 0xFFFFFFFFu);
+    std::size_t used = 0;
+    EXPECT_EQ(wcstoulBase16(u"0xg", &used), 0u);
+    EXPECT_EQ(used, 1u);
+    EXPECT_EQ(hexUpper(0), u"0");
+    EXPECT_EQ(hexUpper(0xABC), u"ABC");
+}
+
+TEST(TextConversion, Utf8RoundTripsAndReplacesBrokenInput) {
+    const std::u16string text = u"a\u00e9\u20ac\U0001F600z";
+    EXPECT_EQ(utf8ToUtf16(utf16ToUtf8(text)), text);
+    EXPECT_EQ(utf16ToUtf8(u"\u00e9"), "\xC3\xA9");
+    EXPECT_EQ(utf8ToUtf16("\xC3"), u"\uFFFD");            // cut short
+    EXPECT_EQ(utf8ToUtf16("\xC0\x80"), u"\uFFFD\uFFFD");  // overlong
+    EXPECT_EQ(utf8ToUtf16("\xED\xA0\x80"), u"\uFFFD\uFFFD\uFFFD");  // encoded surrogate
+    EXPECT_EQ(utf16ToUtf8(std::u16string(1, u'\xD800')), "\xEF\xBF\xBD");  // lone surrogate
+    EXPECT_EQ(utf16ToLatin1(latin1ToUtf16("\xFF\x01")), "\xFF\x01");
+    EXPECT_EQ(utf16ToLatin1(u"\u20ac"), "?");
+}
+
+TEST(TextTrim, UsesTheXmlWhiteSpaceSetOnly) {
+    EXPECT_EQ(trimXmlSpace(u" \t\r\nx y\n "), u"x y");
+    EXPECT_EQ(trimXmlSpace(u"\vx\f"), u"\vx\f");
+    EXPECT_EQ(trimXmlSpace(u"   "), u"");
+}
