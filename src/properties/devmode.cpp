@@ -47,6 +47,7 @@ void WriteLe(uint8_t* p, std::size_t width, uint32_t v) {
 }
 
 void WriteName(std::vector<uint8_t>& block, std::size_t offset, std::u16string_view name) {
+    name = name.substr(0, name.find(u'\0'));  // the platform reads no further
     const std::size_t n = std::min(name.size(), kDevModeNameChars);
     for (std::size_t i = 0; i < n; ++i) WriteLe(&block[offset + 2 * i], 2, name[i]);
 }
