@@ -203,6 +203,12 @@ TEST(IniCache, AMissingFileStaysAsAnEmptyRecordUntilItAppears) {
     ASSERT_EQ(cache.files.size(), 1u);
     EXPECT_TRUE(cache.files[0].sections.empty());
 
+    // No file named at all answers like a missing file.
+    char16_t buffer[8];
+    EXPECT_EQ(cache.GetIniString(u"a", u"k", u"dflt", buffer, 8, nullptr), 4u);
+    EXPECT_EQ(std::u16string{buffer}, u"dflt");
+    EXPECT_EQ(cache.GetIniInt(u"a", u"k", 9, nullptr), 9);
+
     dir.write("late.ini", "[a]\r\nk=here\r\n");
     EXPECT_EQ(getString(cache, u"a", u"k", file), u"<default>");
     g_ticks += 5000;
