@@ -77,26 +77,6 @@ TEST(MacroLexer, BackslashStaysPlainAtEndOrWithoutEscapes)
     EXPECT_EQ(steps[1].Char, u'n');
 }
 
-TEST(MacroLexer, BracesDependOnLevel)
-{
-    auto plain = lexAll(u"{}", MacroEscapes);
-    ASSERT_EQ(plain.size(), 2u);
-    EXPECT_EQ(plain[0].Class, MacroClass::Plain);
-    EXPECT_EQ(plain[1].Class, MacroClass::Plain);
-
-    for (uint32_t flags : {2u, 4u, 7u}) {
-        auto steps = lexAll(u"{}\\{", flags);
-        ASSERT_GE(steps.size(), 2u);
-        EXPECT_EQ(steps[0].Class, MacroClass::Open);
-        EXPECT_EQ(steps[0].Char, u'{');
-        EXPECT_EQ(steps[1].Class, MacroClass::Close);
-    }
-    // An escaped brace is a character, not a brace.
-    auto escaped = lexAll(u"\\{", 7);
-    ASSERT_EQ(escaped.size(), 1u);
-    EXPECT_EQ(escaped[0].Class, MacroClass::Escaped);
-}
-
 TEST(MacroLexer, ClassicLettersOnlyAtFullLevel)
 {
     for (char16_t letter : std::u16string(u"ESUempv")) {
@@ -116,25 +96,6 @@ TEST(MacroLexer, ClassicLettersOnlyAtFullLevel)
     auto later = lexAll(u"ab\\p", 7);
     ASSERT_EQ(later.size(), 3u);
     EXPECT_EQ(later[2].Class, MacroClass::Classic);
-}
-
-TEST(MacroLexer, EndStateAndQuoted)
-{
-    MacroLexer lexer(u"", 7);
-    EXPECT_TRUE(lexer.atEnd());
-    EXPECT_EQ(lexer.Char, 0);
-    EXPECT_EQ(lexer.Start, 0u);
-    EXPECT_TRUE(lexer.AtStart);
-
-    MacroLexer two(u"\\\"x", 7);
-    EXPECT_FALSE(two.Quoted);
-    two.step();
-    two.step();
-    EXPECT_TRUE(two.atEnd());
-    EXPECT_EQ(two.Start, 3u);
-    two.step();  // stepping at the end stays at the end
-    EXPECT_TRUE(two.atEnd());
-    EXPECT_EQ(two.Pos, 3u);
 }
 
 }  // namespace

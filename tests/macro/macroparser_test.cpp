@@ -107,6 +107,11 @@ TEST(MacroParser, TextAndCharacterTokens)
     EXPECT_EQ(m.Tokens[5].Type, MacroType::Text);
     EXPECT_EQ(m.Tokens[5].Text, u"ZZ\\");
     EXPECT_EQ(m.Tokens[6].Type, MacroType::End);
+
+    Macro lone = parse(u"\\");
+    ASSERT_EQ(lone.Tokens.size(), 2u);
+    EXPECT_EQ(lone.Tokens[0].Type, MacroType::Text);
+    EXPECT_EQ(lone.Tokens[0].Text, u"\\");
 }
 
 TEST(MacroParser, InventedNamesTagsAndAppending)
