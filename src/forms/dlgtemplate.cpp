@@ -107,7 +107,7 @@ struct Reader {
         if (!ok) return s;
         if (first == 0xFFFF) {
             const std::uint16_t ordinal = word();
-            s = u"#";
+            s.push_back(u'#');
             for (char c : std::to_string(ordinal)) s.push_back(static_cast<char16_t>(c));
             return s;
         }
