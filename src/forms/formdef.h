@@ -5,8 +5,11 @@
 #include <array>
 #include <cstdint>
 #include <deque>
+#include <list>
 #include <string>
 #include <string_view>
+
+#include "request/nameindex.h"
 
 namespace AdvXMLParser {
 class Element;
@@ -112,6 +115,14 @@ struct TFormDef {
     bool hasHelp = false;
 };
 
+// The form engine's share of a request, kept in the session (session.Part<TFormStore>()).
+struct TFormStore {
+    std::list<TFormDef> forms;    // document order; the built-in form is appended when made
+    std::deque<TGroupDef> groups;  // document order
+    TNameIndex<TFormDef> formIndex;    // first form of a name wins
+    TNameIndex<TGroupDef> groupIndex;  // first group of a name wins
+};
+
 // Tag and action words (case ignored); an unknown tag gives Unknown, an unknown action None.
 ItemKind ItemKindFromTag(std::u16string_view tag);
 FormAction ActionFromName(std::u16string_view name);
@@ -126,7 +137,9 @@ void ReadItem(TFormDef& form, const AdvXMLParser::Element& node);
 void ReadGroups(TConfigSession& session, const AdvXMLParser::Element& node);
 
 // First form / group of that name, case ignored; null when none.
-TFormDef* FindForm(TConfigSession& session, std::u16string_view name);
-TGroupDef* FindGroup(TConfigSession& session, std::u16string_view name);
+TFormDef* FindForm(const TConfigSession& session, std::u16string_view name);
+TGroupDef* FindGroup(const TConfigSession& session, std::u16string_view name);
+// Appends a form (named `name`, back-reference set) to the session's forms and its index.
+TFormDef& AddForm(TConfigSession& session, std::u16string_view name);
 
 }  // namespace qrl
