@@ -65,7 +65,8 @@ struct THostAddLanguageRecord {
 static_assert(sizeof(THostAddLanguageRecord) == 24);
 
 // Delivers one record to the host's window. The DLL's channel sends the message to the window; tests
-// put a fake in its place.
+// put a fake in its place. A link without a channel of its own uses the process-wide one, which the
+// DLL sets when it loads; with none set every call answers 0, as a link to a vanished window does.
 class IHostChannel {
 public:
     virtual uint64_t Deliver(uint64_t window, uint32_t message, const THostLinkRecord& record) = 0;
@@ -73,14 +74,14 @@ public:
 protected:
     ~IHostChannel() = default;
 };
-// The channel of this build: SendMessageW on Windows, one that answers 0 elsewhere.
-IHostChannel& PlatformHostChannel();
+IHostChannel* ProcessHostChannel();
+void SetProcessHostChannel(IHostChannel* channel);
 
 class HostLink {
 public:
     uint64_t window = 0;   // the host's window handle; 0 while there is no link
     uint32_t message = 0;  // the message number; 0 while there is no link
-    IHostChannel* channel = &PlatformHostChannel();
+    IHostChannel* channel = nullptr;  // null: the process-wide channel
 
     // The result of the message, or 0 at once without a link.
     uint64_t Send(uint32_t code, uint64_t first, uint64_t second) const;
