@@ -2,6 +2,7 @@
 
 #include "forms/pleasewait.h"
 #include "forms/scrollrule.h"
+#include "request/module_win.h"
 
 namespace qrl {
 
@@ -198,6 +199,8 @@ void HandleDialogScroll(HWND dialog, WPARAM wParam) {
 }
 
 HINSTANCE FormsInstance() {
+    if (HINSTANCE instance = ModuleInstance()) return instance;
+    // Not loaded as the DLL (a test program linked with us): the module that holds this code.
     HMODULE module = nullptr;
     GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
                        reinterpret_cast<LPCWSTR>(&FormsInstance), &module);

@@ -45,7 +45,7 @@ TEST(TreeRoot, TextByModuleType) {
     s.moduleType = u"emul";  // exact
     EXPECT_EQ(TreeRootText(s, kind), u"General");
     EXPECT_EQ(kind, TreeNodeKind::UnknownRoot);
-    s.moduleLists.push_back({u"", u"VT", {{u"vt220", u"VT 220"}}});
+    s.moduleLists.push_back({u"", u"VT220", {{u"vt220", u"VT 220"}}});
     EXPECT_EQ(TreeRootText(s, kind), u"VT 220");
     EXPECT_EQ(kind, TreeNodeKind::UnknownRoot);
     s.moduleLists.front().current = u"other";
@@ -97,8 +97,12 @@ TEST(TreeIndex, GroupsHiddenGroupsAndUnlistedGroups) {
             EXPECT_TRUE(step.expanded);
             EXPECT_EQ(step.text, u"Line");
         }
-        if (form.treeIndex[step.node].key == u"Line.Speed") EXPECT_EQ(step.text, u"Speed");
-        if (form.treeIndex[step.node].key == u"Host") EXPECT_EQ(step.text, u"Host (v)");
+        if (form.treeIndex[step.node].key == u"Line.Speed") {
+            EXPECT_EQ(step.text, u"Speed");
+        }
+        if (form.treeIndex[step.node].key == u"Host") {
+            EXPECT_EQ(step.text, u"Host (v)");
+        }
     }
     const std::ptrdiff_t host = FindTreeNode(form, u"host");
     EXPECT_EQ(form.treeIndex[static_cast<std::size_t>(host)].element, s.FindElement(u"Host"));

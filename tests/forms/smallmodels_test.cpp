@@ -13,7 +13,7 @@ TEST(ScrollRule, StepsAndTheClampOneShortOfTheEnd) {
     EXPECT_EQ(ScrollTarget(50, 20, 100, kLineDown, 0), 60);
     EXPECT_EQ(ScrollTarget(50, 20, 100, kPageUp, 0), 30);
     EXPECT_EQ(ScrollTarget(50, 20, 100, kPageDown, 0), 70);
-    EXPECT_EQ(ScrollTarget(50, 20, 100, kThumbTrack, 77), 79);  // 100 - 20 - 1
+    EXPECT_EQ(ScrollTarget(50, 20, 100, kThumbTrack, 95), 79);  // 100 - 20 - 1
     EXPECT_EQ(ScrollTarget(50, 20, 100, kThumbPosition, 12), 12);
     EXPECT_EQ(ScrollTarget(5, 20, 100, kLineUp, 0), 0);
     EXPECT_EQ(ScrollTarget(50, 20, 100, 8 /* end scroll */, 0), 50);
