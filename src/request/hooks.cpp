@@ -1,5 +1,7 @@
 #include "request/hooks.h"
 
+#include "forms/formdef.h"
+
 namespace qrl {
 
 bool TRequestHooks::SetDataKind(std::u16string_view typeWord, TDataKind kind) {
@@ -28,7 +30,8 @@ void InstallRequestHooks(TRequestHooks& hooks) {
     // Each subsystem that reads a share of the request installs its readers and writers here, e.g.
     //   hooks.interfaceReader = &ReadInterface;   hooks.groupsReader = &ReadGroups;
     //   hooks.SetDataKind(u"keymaplist", {&ReadKeyMapItem, &WriteKeyMapItem});
-    (void)hooks;
+    hooks.interfaceReader = &ReadInterface;
+    hooks.groupsReader = &ReadGroups;
 }
 
 }  // namespace qrl
