@@ -12,6 +12,9 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
+#include <cstring>
+
 namespace qrl {
 
 namespace {
@@ -172,8 +175,10 @@ LRESULT OnTreeCustomDraw(TFormRun& run, LPARAM lParam) {
     const TTreeNode* node = NodeAt(run.form, draw->nmcd.lItemlParam);
     if (!node || node->kind != TreeNodeKind::Element || !node->element) return CDRF_DODEFAULT;
     // The label stays in the tree's colour; the value behind it is drawn again in blue.
+    // TVM_GETITEMRECT takes the item handle in the rectangle it fills.
     RECT textRect{};
-    *reinterpret_cast<HTREEITEM*>(&textRect) = reinterpret_cast<HTREEITEM>(draw->nmcd.dwItemSpec);
+    const HTREEITEM item = reinterpret_cast<HTREEITEM>(draw->nmcd.dwItemSpec);
+    std::memcpy(&textRect, &item, sizeof item);
     if (!SendMessageW(draw->nmcd.hdr.hwndFrom, TVM_GETITEMRECT, TRUE, reinterpret_cast<LPARAM>(&textRect)))
         return CDRF_DODEFAULT;
     HDC dc = draw->nmcd.hdc;
