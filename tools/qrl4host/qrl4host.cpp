@@ -111,6 +111,12 @@ using RunConfig2W = int (*)(wchar_t*, HWND, wchar_t*, uint64_t, uint32_t*);
 using RunConfigW = int (*)(wchar_t*, HWND, wchar_t*, unsigned int);
 using OpenWait = int (*)(HWND, unsigned char);
 
+// GetProcAddress gives a generic function pointer; passing it through void(*)() says so to the compiler.
+template <class F>
+F entryPoint(HMODULE module, const char* name) {
+    return reinterpret_cast<F>(reinterpret_cast<void (*)()>(GetProcAddress(module, name)));
+}
+
 int run(int argc, wchar_t** argv) {
     qrl4host::THostOptions host;
     qrl4host::TSnapshotOptions shots;
@@ -174,10 +180,9 @@ int run(int argc, wchar_t** argv) {
         std::fprintf(stderr, "qrl4host: cannot load %ls (error %lu)\n", dllPath.c_str(), GetLastError());
         return 2;
     }
-    const auto runConfig2W = reinterpret_cast<RunConfig2W>(GetProcAddress(module, "fnRunConfig2W"));
-    const auto runConfigW =
-        reinterpret_cast<RunConfigW>(GetProcAddress(module, "?fnRunConfigW@@YAHPEA_WPEAUHWND__@@0I@Z"));
-    const auto openWaitEntry = reinterpret_cast<OpenWait>(GetProcAddress(module, "fnOpenWait"));
+    const auto runConfig2W = entryPoint<RunConfig2W>(module, "fnRunConfig2W");
+    const auto runConfigW = entryPoint<RunConfigW>(module, "?fnRunConfigW@@YAHPEA_WPEAUHWND__@@0I@Z");
+    const auto openWaitEntry = entryPoint<OpenWait>(module, "fnOpenWait");
     if (!runConfig2W || !runConfigW || !openWaitEntry) {
         std::fprintf(stderr, "qrl4host: %ls lacks an entry point\n", dllPath.c_str());
         return 2;
