@@ -24,7 +24,7 @@ public:
     explicit Driver(DWORD dialogThread) : thread_(dialogThread) {}
 
     // A visible top-level window of the dialog thread with this title (class "#32770").
-    HWND WaitForDialog(const std::wstring& title, int timeoutMs = 15000);
+    HWND WaitForDialog(const std::wstring& title, int timeoutMs = 15000, int settleMs = 50);
     // A visible dialog of the dialog thread, other than those in `known`, owned by `owner`.
     HWND WaitForPopup(HWND owner, int timeoutMs = 15000);
     // Waits until `window` is gone.

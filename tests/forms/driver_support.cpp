@@ -52,12 +52,12 @@ std::vector<HWND> ThreadWindows(DWORD thread) {
     return windows;
 }
 
-HWND Driver::WaitForDialog(const std::wstring& title, int timeoutMs) {
+HWND Driver::WaitForDialog(const std::wstring& title, int timeoutMs, int settleMs) {
     // A dialog is findable before WM_INITDIALOG has run; it becomes visible only after.
     HWND w = WaitFor(thread_, timeoutMs,
                      [&](HWND w) { return IsDialog(w) && IsWindowVisible(w) && Text(w) == title; });
     if (!w) Fail("no dialog titled \"" + Narrow(title) + "\"");
-    Settle();
+    Settle(settleMs);
     return w;
 }
 
