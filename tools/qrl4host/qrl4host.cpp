@@ -64,39 +64,25 @@ bool readText(const std::wstring& path, std::u16string& text) {
     return true;
 }
 
-// Puts a Link to our window into the root's start tag.
+// Puts a Link to our window last into the root, so that it overrides any Link the file has.
 std::u16string withLink(const std::u16string& request, HWND window) {
     wchar_t link[128];
     std::swprintf(link, 128, L"<Link type=\"HWND\" value=\"%llx\" msgid=\"%x\"/>",
                   static_cast<unsigned long long>(reinterpret_cast<uintptr_t>(window)), qrl4host::kLinkMessage);
     const std::u16string linkText(reinterpret_cast<const char16_t*>(link));
-    // The root is the first start tag that is not a declaration, comment or instruction.
-    std::size_t pos = 0;
-    while ((pos = request.find(u'<', pos)) != std::u16string::npos) {
-        if (pos + 1 < request.size() && request[pos + 1] != u'?' && request[pos + 1] != u'!') break;
-        ++pos;
-    }
-    if (pos == std::u16string::npos) return request;
-    std::size_t end = pos;
-    char16_t quote = 0;
-    for (; end < request.size(); ++end) {
-        const char16_t c = request[end];
-        if (quote) {
-            if (c == quote) quote = 0;
-        } else if (c == u'"' || c == u'\'') {
-            quote = c;
-        } else if (c == u'>') {
-            break;
-        }
-    }
-    if (end >= request.size()) return request;
-    std::size_t nameEnd = pos + 1;
-    while (nameEnd < end && !qrl::isXmlSpace(request[nameEnd]) && request[nameEnd] != u'/' && request[nameEnd] != u'>')
-        ++nameEnd;
-    const std::u16string rootName = request.substr(pos + 1, nameEnd - pos - 1);
-    if (request[end - 1] == u'/')  // <Config .../>: open it up
-        return request.substr(0, end - 1) + u">" + linkText + u"</" + rootName + u">" + request.substr(end + 1);
-    return request.substr(0, end + 1) + linkText + request.substr(end + 1);
+    const std::size_t endTag = request.rfind(u"</");
+    if (endTag != std::u16string::npos) return request.substr(0, endTag) + linkText + request.substr(endTag);
+    // <Config .../> alone: open it up.
+    const std::size_t close = request.rfind(u"/>");
+    std::size_t open = request.find(u'<');
+    while (open != std::u16string::npos && open + 1 < request.size() &&
+           (request[open + 1] == u'?' || request[open + 1] == u'!'))
+        open = request.find(u'<', open + 1);
+    if (close == std::u16string::npos || open == std::u16string::npos || open > close) return request;
+    std::size_t nameEnd = open + 1;
+    while (nameEnd < close && !qrl::isXmlSpace(request[nameEnd])) ++nameEnd;
+    return request.substr(0, close) + u">" + linkText + u"</" + request.substr(open + 1, nameEnd - open - 1) + u">" +
+           request.substr(close + 2);
 }
 
 std::wstring besideProgram(const wchar_t* name) {
@@ -110,6 +96,12 @@ std::wstring besideProgram(const wchar_t* name) {
 using RunConfig2W = int (*)(wchar_t*, HWND, wchar_t*, uint64_t, uint32_t*);
 using RunConfigW = int (*)(wchar_t*, HWND, wchar_t*, unsigned int);
 using OpenWait = int (*)(HWND, unsigned char);
+
+// GetProcAddress gives a generic function pointer; passing it through void(*)() says so to the compiler.
+template <class F>
+F entryPoint(HMODULE module, const char* name) {
+    return reinterpret_cast<F>(reinterpret_cast<void (*)()>(GetProcAddress(module, name)));
+}
 
 int run(int argc, wchar_t** argv) {
     qrl4host::THostOptions host;
@@ -174,10 +166,9 @@ int run(int argc, wchar_t** argv) {
         std::fprintf(stderr, "qrl4host: cannot load %ls (error %lu)\n", dllPath.c_str(), GetLastError());
         return 2;
     }
-    const auto runConfig2W = reinterpret_cast<RunConfig2W>(GetProcAddress(module, "fnRunConfig2W"));
-    const auto runConfigW =
-        reinterpret_cast<RunConfigW>(GetProcAddress(module, "?fnRunConfigW@@YAHPEA_WPEAUHWND__@@0I@Z"));
-    const auto openWaitEntry = reinterpret_cast<OpenWait>(GetProcAddress(module, "fnOpenWait"));
+    const auto runConfig2W = entryPoint<RunConfig2W>(module, "fnRunConfig2W");
+    const auto runConfigW = entryPoint<RunConfigW>(module, "?fnRunConfigW@@YAHPEA_WPEAUHWND__@@0I@Z");
+    const auto openWaitEntry = entryPoint<OpenWait>(module, "fnOpenWait");
     if (!runConfig2W || !runConfigW || !openWaitEntry) {
         std::fprintf(stderr, "qrl4host: %ls lacks an entry point\n", dllPath.c_str());
         return 2;

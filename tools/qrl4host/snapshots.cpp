@@ -38,7 +38,31 @@ BOOL CALLBACK collect(HWND window, LPARAM parameter) {
     return TRUE;
 }
 
-// The window as it stands on the screen, or as it paints itself where there is no screen.
+bool uniform(const uint32_t* pixels, std::size_t count) {
+    for (std::size_t i = 1; i < count; ++i)
+        if ((pixels[i] & 0xFFFFFF) != (pixels[0] & 0xFFFFFF)) return false;
+    return true;
+}
+
+// Each child paints itself into the picture at its place, bottom of the z-order first. Done by
+// hand because a window's own WM_PRINT does not take its children along on every system (Wine's
+// does not), and there may be no screen to copy from (Wine's null driver).
+void printChildren(HWND parent, HDC dc, const RECT& top) {
+    HWND first = GetWindow(parent, GW_CHILD);
+    if (!first) return;
+    for (HWND child = GetWindow(first, GW_HWNDLAST); child; child = GetWindow(child, GW_HWNDPREV)) {
+        if (!IsWindowVisible(child)) continue;
+        RECT rect{};
+        GetWindowRect(child, &rect);
+        POINT old{};
+        SetViewportOrgEx(dc, rect.left - top.left, rect.top - top.top, &old);
+        SendMessageW(child, WM_PRINT, reinterpret_cast<WPARAM>(dc), PRF_NONCLIENT | PRF_CLIENT | PRF_ERASEBKGND);
+        SetViewportOrgEx(dc, old.x, old.y, nullptr);
+        printChildren(child, dc, top);
+    }
+}
+
+// The window as the user sees it.
 bool capture(HWND window, uint32_t& width, uint32_t& height, std::vector<uint8_t>& rgb) {
     RECT rect{};
     GetWindowRect(window, &rect);
@@ -60,14 +84,19 @@ bool capture(HWND window, uint32_t& width, uint32_t& height, std::vector<uint8_t
     bool ok = bitmap && bits;
     if (ok) {
         HGDIOBJ old = SelectObject(memory, bitmap);
+        // With a screen (a display, or Xvfb) the dialog is copied from it as the user sees it.
         RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_ALLCHILDREN | RDW_FRAME);
-        // PW_RENDERFULLCONTENT (2) asks for the children too; an older system takes the plain call.
-        if (!PrintWindow(window, memory, 2) && !PrintWindow(window, memory, 0)) {
-            HDC source = GetWindowDC(window);
-            ok = BitBlt(memory, 0, 0, static_cast<int>(width), static_cast<int>(height), source, 0, 0, SRCCOPY) != 0;
-            ReleaseDC(window, source);
-        }
+        ok = BitBlt(memory, 0, 0, static_cast<int>(width), static_cast<int>(height), screen, rect.left, rect.top,
+                    SRCCOPY) != 0;
         GdiFlush();
+        if (!ok || uniform(static_cast<const uint32_t*>(bits), static_cast<std::size_t>(width) * height)) {
+            // No screen to copy from: the window and its children paint themselves into the picture.
+            ok = true;
+            SendMessageW(window, WM_PRINT, reinterpret_cast<WPARAM>(memory),
+                         PRF_NONCLIENT | PRF_CLIENT | PRF_ERASEBKGND);
+            printChildren(window, memory, rect);
+            GdiFlush();
+        }
         SelectObject(memory, old);
     }
     if (ok) {
