@@ -156,6 +156,12 @@ void Driver::Click(HWND button) {
     PostMessageW(button, BM_CLICK, 0, 0);
 }
 
+void Driver::Tick(HWND dialog, int id) {
+    HWND box = GetDlgItem(dialog, id);
+    if (!box) Fail("no check box " + std::to_string(id));
+    SendMessageW(box, BM_CLICK, 0, 0);
+}
+
 void Driver::Settle(int ms) const {
     // A message sent to the dialog thread returns only once it has reached its message loop.
     for (HWND w : ThreadWindows(thread_)) {
