@@ -149,17 +149,30 @@ void Reader::Misc() {
     }
 }
 
+namespace {
+bool SameChars(const char16_t* a, const char16_t* b, std::size_t n) {
+    for (std::size_t i = 0; i < n; ++i)
+        if (a[i] != b[i]) return false;
+    return true;
+}
+}  // namespace
+
+// Tag and attribute names repeat throughout a document: a small cache by length and end
+// characters answers nearly every lookup; the hash table behind it keeps unusual texts fast.
 const NameRec* Reader::Intern(const char16_t* from, const char16_t* to) {
     const std::size_t length = static_cast<std::size_t>(to - from);
+    const std::size_t slot = (length * 7 + from[0] + (static_cast<std::size_t>(to[-1]) << 3)) % recent_.size();
+    const NameRec* recent = recent_[slot];
+    if (recent && recent->length == length && SameChars(recent->Chars(), from, length)) return recent;
+
     std::uint32_t hash = 2166136261u;
     for (const char16_t* p = from; p != to; ++p) hash = (hash ^ *p) * 16777619u;
     std::size_t mask = names_.size() - 1;
     for (std::size_t i = hash & mask;; i = (i + 1) & mask) {
-        InternEntry& e = names_[i];
+        const InternEntry& e = names_[i];
         if (!e.name) break;
-        if (e.hash == hash && e.name->length == length &&
-            std::memcmp(e.name->Chars(), from, length * sizeof(char16_t)) == 0)
-            return e.name;
+        if (e.hash == hash && e.name->length == length && SameChars(e.name->Chars(), from, length))
+            return recent_[slot] = e.name;
     }
     const NameRec* name = arena_->AllocName(std::u16string_view(from, length));
     if (2 * (nameCount_ + 1) > names_.size()) {
@@ -177,7 +190,7 @@ const NameRec* Reader::Intern(const char16_t* from, const char16_t* to) {
     while (names_[i].name) i = (i + 1) & mask;
     names_[i] = {hash, name};
     ++nameCount_;
-    return name;
+    return recent_[slot] = name;
 }
 
 // Called with the first character of the name read.

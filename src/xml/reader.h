@@ -140,6 +140,7 @@ private:
     std::vector<Node*> valueNodes_;
     std::vector<InternEntry> names_;
     std::size_t nameCount_ = 0;
+    std::array<const NameRec*, 256> recent_{};
     // Runs of white space between tags repeat endlessly; each length keeps its last copy.
     std::array<const char16_t*, 129> spaceRuns_{};
 };

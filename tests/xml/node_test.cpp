@@ -50,6 +50,11 @@ TEST(XmlNodes, NamesAndTypes) {
         for (int t = 0; t <= 10; ++t) EXPECT_EQ(a.GetChild(i).IsOfType(t), t == types[i]) << i << " " << t;
         EXPECT_EQ(a.GetChild(i).AsElement(), nullptr);
     }
+    const char16_t* texts[] = {u"t", u"c", u"m", u"x", u"&", u"A"};
+    for (std::size_t i = 0; i < 6; ++i) {
+        EXPECT_EQ(a.GetChild(i).GetText(), texts[i]) << i;
+        EXPECT_EQ(a.GetChild(i).GetValue(), texts[i]) << i;
+    }
     EXPECT_TRUE(doc->IsOfType(kDocument));
     EXPECT_TRUE(a.IsOfType(kElement));
     EXPECT_TRUE(a.GetAttribute(u"b").IsOfType(kAttribute));
@@ -176,6 +181,18 @@ TEST(XmlNodes, CloneIsDeepAndIndependentOfTheSource) {
     EXPECT_EQ(d.Root()->GetOwner(), &d);
     holder.Add(std::move(copy));
     EXPECT_EQ(holder.GetChild(0).GetName(), u"a");
+}
+
+TEST(XmlNodes, CloneOfSingleNodes) {
+    auto doc = Parse(u"<a b=' v '>t<?p q?>&gt;&#66;<![CDATA[c]]><!--m--></a>");
+    Element holder(u"h");
+    for (std::size_t i = 0; i < doc->Root()->GetChildCount(); ++i)
+        holder.Add(doc->Root()->GetChild(i).Clone(&holder));
+    holder.Add(doc->Root()->GetAttribute(u"b").Clone(nullptr));  // an attribute as a child: odd but allowed
+    doc.reset();
+    EXPECT_EQ(WrittenCompact(holder), u"<h>t<?p q?>&gt;&#x42;<![CDATA[c]]><!--m-->b=\" v \"</h>");
+    EXPECT_EQ(holder.GetChild(6).GetText(), u"v");
+    EXPECT_EQ(holder.GetChild(1).GetName(), u"p");
 }
 
 TEST(XmlNodes, ParsedTreesCanBeChanged) {

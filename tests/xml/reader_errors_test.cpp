@@ -64,6 +64,7 @@ TEST(XmlReaderErrors, ContentAndTags) {
 TEST(XmlReaderErrors, PrologCommentsAndInstructions) {
     const Case cases[] = {
         {u"", {16, 1, 1}},
+        {u" \r\n\t", {16, 2, 1}},
         {u"<?xml version=\"1.0\"?><!--c-->", {16, 1, 30}},
         {u"  text", {16, 1, 4}},
         {u"<?xml?><a/>", {17, 1, 6}},
@@ -141,6 +142,16 @@ TEST(XmlReaderErrors, LinesCountEveryKindOfLineEnd) {
     // again when it is read: the cursor only takes back a line over an LF.
     EXPECT_EQ(FailureOf(u"<a\r\n b>"), (Failure{3, 2, 3}));
     EXPECT_EQ(FailureOf(u"<a\r b>"), (Failure{3, 3, 3}));
+}
+
+TEST(XmlReaderErrors, NoText) {
+    AdvXMLParser::Parser parser;
+    try {
+        parser.Parse(nullptr, 0);
+        ADD_FAILURE() << "an empty text parsed";
+    } catch (const AdvXMLParser::ParsingException& e) {
+        EXPECT_EQ(e.GetErrorNumber(), 16);
+    }
 }
 
 TEST(XmlReaderErrors, UnknownEntityEvenWhenDeclared) {
