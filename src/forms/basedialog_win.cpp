@@ -1,5 +1,6 @@
 #include "forms/basedialog.h"
 
+#include "forms/layout.h"
 #include "forms/pleasewait.h"
 #include "forms/scrollrule.h"
 #include "request/module_win.h"
@@ -155,16 +156,14 @@ RECT ControlRect(HWND control) {
 }
 
 int MoveAtBottom(HWND control, const RECT& rect, int left, int bottom) {
-    const int width = rect.right - rect.left;
-    const int height = rect.bottom - rect.top;
-    MoveWindow(control, left, bottom - height, width, height, TRUE);
-    return left + width;
+    const TRect r = MoveAtBottomRect(TRect{rect.left, rect.top, rect.right, rect.bottom}, left, bottom);
+    MoveWindow(control, r.left, r.top, r.Width(), r.Height(), TRUE);
+    return r.right;
 }
 
 void MoveClipped(HWND control, const RECT& rect, int left, int top, int rightLimit) {
-    int width = rect.right - rect.left;
-    if (left + width > rightLimit) width = rightLimit - left;
-    MoveWindow(control, left, top, width, rect.bottom - rect.top, TRUE);
+    const TRect r = MoveClippedRect(TRect{rect.left, rect.top, rect.right, rect.bottom}, left, top, rightLimit);
+    MoveWindow(control, r.left, r.top, r.Width(), r.Height(), TRUE);
 }
 
 HWND TopLevelOf(HWND window) {

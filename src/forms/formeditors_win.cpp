@@ -263,7 +263,7 @@ void OnDeleteLanguage(HWND dialog, TFormRun& run) {
     const std::u16string text = Translate(u"run_cpp_2785", u"Delete language ") + language + u"?";
     const std::u16string caption = Translate(u"run_cpp_2786", u"Confirm Delete language");
     if (MessageBoxW(dialog, W(text), W(caption), MB_OKCANCEL | MB_ICONWARNING | MB_DEFBUTTON2) != IDOK) return;
-    if (run.session.link.Send(HostCode::DeleteLanguage, 0, LinkAddress(language.c_str())) != 0) return;
+    if (run.session.link.DeleteLanguage(language) != 0) return;
     TElementDef* list = run.session.FindElement(u"LanguageName");
     if (!list) return;
     const int old = static_cast<int>(SendDlgItemMessageW(dialog, IDC_VALUE_COMBO, CB_GETCURSEL, 0, 0));

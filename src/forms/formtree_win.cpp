@@ -182,6 +182,9 @@ LRESULT OnTreeCustomDraw(TFormRun& run, LPARAM lParam) {
     if (!SendMessageW(draw->nmcd.hdr.hwndFrom, TVM_GETITEMRECT, TRUE, reinterpret_cast<LPARAM>(&textRect)))
         return CDRF_DODEFAULT;
     HDC dc = draw->nmcd.hdc;
+    // The post-paint DC no longer holds the tree's font; measure and draw with it, as the tree did.
+    const auto font = reinterpret_cast<HFONT>(SendMessageW(draw->nmcd.hdr.hwndFrom, WM_GETFONT, 0, 0));
+    const HGDIOBJ oldFont = font ? SelectObject(dc, font) : nullptr;
     const std::u16string label = ElementLabel(*node->element);
     const std::u16string value = u" " + ElementValueToText(*node->element);
     SIZE labelSize{};
@@ -195,6 +198,7 @@ LRESULT OnTreeCustomDraw(TFormRun& run, LPARAM lParam) {
                 static_cast<UINT>(value.size()), nullptr);
     SetTextColor(dc, oldText);
     SetBkColor(dc, oldBack);
+    if (oldFont) SelectObject(dc, oldFont);
     return CDRF_DODEFAULT;
 }
 

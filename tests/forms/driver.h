@@ -24,7 +24,7 @@ public:
     explicit Driver(DWORD dialogThread) : thread_(dialogThread) {}
 
     // A visible top-level window of the dialog thread with this title (class "#32770").
-    HWND WaitForDialog(const std::wstring& title, int timeoutMs = 15000);
+    HWND WaitForDialog(const std::wstring& title, int timeoutMs = 15000, int settleMs = 50);
     // A visible dialog of the dialog thread, other than those in `known`, owned by `owner`.
     HWND WaitForPopup(HWND owner, int timeoutMs = 15000);
     // Waits until `window` is gone.
@@ -46,9 +46,12 @@ public:
     static void Paste(HWND edit, const std::wstring& text);
     // Chooses a row of a drop-down and tells the dialog, as a user's pick does.
     static void Choose(HWND dialog, int comboId, int row);
-    // Clicks a button or check box (posted, so that a modal box it opens doesn't block us).
+    // Clicks a button (posted, so that a modal box it opens doesn't block us).
     static void Click(HWND button);
     static void Click(HWND dialog, int id) { Click(GetDlgItem(dialog, id)); }
+    // Clicks a check box or radio button and returns once the dialog has handled it: sent messages
+    // overtake posted ones, so a posted click could land after the next selection.
+    static void Tick(HWND dialog, int id);
 
     // Waits until the dialog thread has nothing left to do for the moment.
     void Settle(int ms = 50) const;

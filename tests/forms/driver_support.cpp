@@ -52,12 +52,12 @@ std::vector<HWND> ThreadWindows(DWORD thread) {
     return windows;
 }
 
-HWND Driver::WaitForDialog(const std::wstring& title, int timeoutMs) {
+HWND Driver::WaitForDialog(const std::wstring& title, int timeoutMs, int settleMs) {
     // A dialog is findable before WM_INITDIALOG has run; it becomes visible only after.
     HWND w = WaitFor(thread_, timeoutMs,
                      [&](HWND w) { return IsDialog(w) && IsWindowVisible(w) && Text(w) == title; });
     if (!w) Fail("no dialog titled \"" + Narrow(title) + "\"");
-    Settle();
+    Settle(settleMs);
     return w;
 }
 
@@ -154,6 +154,12 @@ void Driver::Choose(HWND dialog, int comboId, int row) {
 void Driver::Click(HWND button) {
     if (!button) Fail("no button to click");
     PostMessageW(button, BM_CLICK, 0, 0);
+}
+
+void Driver::Tick(HWND dialog, int id) {
+    HWND box = GetDlgItem(dialog, id);
+    if (!box) Fail("no check box " + std::to_string(id));
+    SendMessageW(box, BM_CLICK, 0, 0);
 }
 
 void Driver::Settle(int ms) const {

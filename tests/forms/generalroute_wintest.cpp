@@ -50,7 +50,7 @@ TEST_F(GeneralRoute, OkRepliesWithTheChangedValuesOnly) {
         Select(d, dlg, L"Port");
         Driver::Type(GetDlgItem(dlg, IDC_VALUE_EDIT), L"2323");
         Select(d, dlg, L"Send keep-alives");
-        Driver::Click(dlg, IDC_VALUE_CHECK);
+        Driver::Tick(dlg, IDC_VALUE_CHECK);
         d.Settle();
         Select(d, dlg, L"Proxy type");
         Driver::Choose(dlg, IDC_VALUE_COMBO, 2);

@@ -49,8 +49,8 @@ TEST(RequestForms, StartFormShowsCollectsAndNests) {
         start.columnCount = SendDlgItemMessageW(dlg, kColumns, CB_GETCOUNT, 0, 0);
         start.answerback = Driver::Text(GetDlgItem(dlg, kAnswerback));
 
-        Driver::Click(dlg, kUnderline);
-        Driver::Click(dlg, kBell);
+        Driver::Tick(dlg, kUnderline);
+        Driver::Tick(dlg, kBell);
         d.Settle();
         Driver::Choose(dlg, kTerminal, 2);
         Driver::Choose(dlg, kColumns, 2);

@@ -1,0 +1,179 @@
+// The please-wait window through fnOpenWait, and the framework's base classes and helpers.
+#include "dllhost.h"
+#include "driver.h"
+#include "formsetup.h"
+#include "forms/basedialog.h"
+#include "forms/forms_rc.h"
+#include "forms/formdef.h"
+#include "forms/runform.h"
+
+#include <gtest/gtest.h>
+
+namespace qrl::test {
+namespace {
+
+std::vector<HWND> WaitWindows() {
+    std::vector<HWND> found;
+    for (HWND w : ThreadWindows(GetCurrentThreadId())) {
+        wchar_t name[64] = {};
+        GetClassNameW(w, name, 64);
+        if (std::wstring(name) == L"PleaseWaitWin") found.push_back(w);
+    }
+    return found;
+}
+
+void Pump() {
+    MSG msg;
+    while (PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE)) {
+        TranslateMessage(&msg);
+        DispatchMessageW(&msg);
+    }
+}
+
+// A plain window to own the wait window, on this thread.
+class Owner {
+public:
+    Owner() {
+        window_ = CreateWindowExW(0, L"STATIC", L"owner", WS_POPUP, 100, 100, 400, 300, nullptr, nullptr, nullptr, nullptr);
+    }
+    ~Owner() { DestroyWindow(window_); }
+    HWND get() const { return window_; }
+
+private:
+    HWND window_;
+};
+
+TEST(PleaseWait, OpensOnceClosesByPostAndByTheFirstDialog) {
+    Product& product = Product::Get();
+    ASSERT_TRUE(product.Loaded());
+    Owner owner;
+    EXPECT_EQ(product.OpenWait(owner.get(), 1), 0);  // close with no window: nothing
+    EXPECT_EQ(product.OpenWait(owner.get(), 0), 0);
+    EXPECT_EQ(product.OpenWait(owner.get(), 2), 0);  // bit 0 clear: opens, but one is open already
+    std::vector<HWND> windows = WaitWindows();
+    ASSERT_EQ(windows.size(), 1u);
+    EXPECT_EQ(Driver::Text(windows[0]), L"Please wait");
+    EXPECT_TRUE(IsWindowVisible(windows[0]));
+    EXPECT_EQ(GetWindow(windows[0], GW_OWNER), owner.get());
+    RECT r{};
+    GetWindowRect(windows[0], &r);
+    EXPECT_EQ(r.right - r.left, 180);
+    EXPECT_EQ(r.bottom - r.top, 50);
+    EXPECT_EQ(r.left, 100 + (400 - 180) / 2);
+    EXPECT_EQ(r.top, 100 + (300 - 50) / 2);
+
+    // Closing posts WM_CLOSE: the window goes when messages next run.
+    EXPECT_EQ(product.OpenWait(owner.get(), 1), 0);
+    EXPECT_EQ(WaitWindows().size(), 1u);
+    Pump();
+    EXPECT_TRUE(WaitWindows().empty());
+
+    // The first dialog of a run ends the wait by itself.
+    product.OpenWait(owner.get(), 0);
+    ASSERT_EQ(WaitWindows().size(), 1u);
+    std::size_t duringDialog = 99;
+    const auto failures = RunDriven(
+        [&] { product.RunConfig2W(u"<Config ModuleType='Comms'/>", owner.get()); },
+        [&](Driver& d) {
+            HWND dlg = d.WaitForDialog(L"Configure  ");
+            duringDialog = 0;
+            for (HWND w : ThreadWindows(d.DialogThread())) {
+                wchar_t name[64] = {};
+                GetClassNameW(w, name, 64);
+                if (std::wstring(name) == L"PleaseWaitWin") ++duringDialog;
+            }
+            Driver::Click(dlg, IDCANCEL);
+            d.WaitGone(dlg);
+        });
+    for (const std::string& f : failures) ADD_FAILURE() << f;
+    EXPECT_EQ(duringDialog, 0u);
+}
+
+// The framework's object dialogs, on the module selection template of the DLL.
+class ProbeDialog : public TBaseDialog {
+public:
+    using TBaseDialog::TBaseDialog;
+    int inits = 0;
+    HWND windowAtInit = nullptr;
+    void OnInit() override {
+        ++inits;
+        windowAtInit = Window();
+    }
+};
+
+class CountingList : public TComboBox {
+public:
+    using TComboBox::TComboBox;
+    int messages = 0;
+    LRESULT WndProc(UINT message, WPARAM wParam, LPARAM lParam) override {
+        ++messages;
+        return TComboBox::WndProc(message, wParam, lParam);
+    }
+};
+
+TEST(BaseDialog, AttachesFoundControlsAndEndsOnOkAndCancel) {
+    ASSERT_TRUE(Product::Get().Loaded());
+    ProbeDialog dialog(Product::Get().Module(), nullptr, IDD_SELECTMODULE);
+    auto* list = new CountingList(&dialog, IDC_MODULELIST);  // owned by the dialog
+    auto* missing = new TComboBox(&dialog, 999);
+    INT_PTR result = 0;
+    int messagesSeen = 0;
+    int missingSelection = 0;
+    const auto failures = RunDriven([&] { result = dialog.DoModal(); }, [&](Driver& d) {
+        HWND dlg = d.WaitForDialog(L"Module Selection");
+        SendMessageW(GetDlgItem(dlg, IDC_MODULELIST), WM_NULL, 0, 0);
+        messagesSeen = list->messages;
+        missingSelection = missing->GetCurSel();
+        Driver::Click(dlg, IDOK);
+        d.WaitGone(dlg);
+    });
+    for (const std::string& f : failures) ADD_FAILURE() << f;
+    EXPECT_EQ(result, IDOK);
+    EXPECT_EQ(dialog.inits, 1);
+    EXPECT_NE(dialog.windowAtInit, nullptr);
+    EXPECT_GT(messagesSeen, 0);        // the list runs through the object's procedure
+    EXPECT_EQ(missingSelection, -1);   // no window for its id: never attached
+    EXPECT_EQ(missing->Window(), nullptr);
+
+    // A template that can't be loaded is not an OK.
+    ProbeDialog broken(Product::Get().Module(), nullptr, 4242);
+    EXPECT_NE(broken.DoModal(), IDOK);
+    EXPECT_EQ(broken.inits, 0);
+}
+
+TEST(BaseDialog, HelpersOnARunningForm) {
+    EnsureFormClasses();
+    auto session = LoadSession(u"<Config><DTD><Element Name='B' Type='bool' Default='1'/></DTD>"
+                               u"<Interface StartForm='f'><Form Name='f' Title='Helpers' Width='120' Height='60' "
+                               u"Font='MS Shell Dlg' FontSize='8'><CheckBox Element='B' Caption='Flag' Width='60' Height='10'/>"
+                               u"<Edit Top='14' Width='60' Height='12'/></Form></Interface></Config>");
+    bool checkedBefore = false, checkedAfter = true, enabledAfter = true, shownAfterHide = true;
+    std::u16string number;
+    HWND topOfEdit = nullptr, dialogWindow = nullptr;
+    const auto failures = RunDriven([&] { RunForm(*session, FindForm(*session, u"f"), nullptr); }, [&](Driver& d) {
+        HWND dlg = d.WaitForDialog(L"Helpers");
+        dialogWindow = dlg;
+        checkedBefore = IsDlgButtonChecked(dlg, 5000) == BST_CHECKED;
+        EnableCheck(dlg, 5000, false);
+        checkedAfter = IsDlgButtonChecked(dlg, 5000) == BST_CHECKED;
+        enabledAfter = IsWindowEnabled(GetDlgItem(dlg, 5000));
+        EnableControl(dlg, 4711, false);  // no such control: skipped
+        ShowControl(dlg, 5001, false);
+        shownAfterHide = IsWindowVisible(GetDlgItem(dlg, 5001));
+        SetControlNumber(dlg, 5001, -42);
+        number = GetControlText(dlg, 5001);
+        topOfEdit = TopLevelOf(GetDlgItem(dlg, 5001));
+        PostMessageW(dlg, WM_CLOSE, 0, 0);
+        d.WaitGone(dlg);
+    });
+    for (const std::string& f : failures) ADD_FAILURE() << f;
+    EXPECT_TRUE(checkedBefore);
+    EXPECT_FALSE(checkedAfter);  // a disabled check box is never left checked
+    EXPECT_FALSE(enabledAfter);
+    EXPECT_FALSE(shownAfterHide);
+    EXPECT_EQ(number, u"-42");
+    EXPECT_EQ(topOfEdit, dialogWindow);
+}
+
+}  // namespace
+}  // namespace qrl::test
