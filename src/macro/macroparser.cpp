@@ -2,10 +2,12 @@
 // joining the Sources of a text that parsed gives that text back exactly, whatever form it was written in.
 //
 // Faults are stored in the Macro, never thrown. Reading goes on to the end of the token in which a fault
-// was found, a later fault in that token replacing an earlier one; the main loop then stops. A value or
-// argument list that could not be read is not followed by the checks of what comes after it, since those
-// would only report the same fault again with less to say. The faulty token itself is not kept, so that
-// the list ends with the last token that was read whole.
+// was found, a later fault in that token replacing an earlier one; the main loop then stops. A function is
+// checked against the table even when its arguments could not be read, so a bad argument of an unknown
+// function, or one of the wrong kind, reports the function. A condition's value that could not be read is
+// not followed by the check of what comes after it, which would only report the same place again with
+// less to say. The faulty token itself is not kept, so that the list ends with the last token that was
+// read whole.
 #include "macro/macro.h"
 
 #include "macro/macrointernal.h"
@@ -51,7 +53,7 @@ private:
     void readBraced(MacroToken& token);
     void readEmulationKey(MacroToken& token);
     void readFunction(MacroToken& token);
-    bool readArguments(MacroToken& token);
+    void readArguments(MacroToken& token);
     void checkFunction(MacroToken& token);
     void readStatement(MacroToken& token);
     void readCondition(MacroToken& token);
@@ -205,14 +207,14 @@ void MacroParser::readFunction(MacroToken& token)
         token.Text = u"{" + token.Name + u"}";
     } else if (on(u'(')) {
         token.Type = MacroType::Function;
-        if (readArguments(token))
-            checkFunction(token);
+        readArguments(token);
+        checkFunction(token);
     } else {
         fail(MacroError::Syntax, m_lexer.Start);
     }
 }
 
-bool MacroParser::readArguments(MacroToken& token)
+void MacroParser::readArguments(MacroToken& token)
 {
     m_lexer.step();
     while (!on(u')')) {
@@ -221,12 +223,11 @@ bool MacroParser::readArguments(MacroToken& token)
         readValue(param);
         addParam(token, param);
         if (m_macro.ErrorCode != MacroError::None)
-            return false;
+            break;
         if (on(u','))
             m_lexer.step();
     }
     m_lexer.step();
-    return true;
 }
 
 void MacroParser::checkFunction(MacroToken& token)
