@@ -4,10 +4,9 @@
 // Faults are stored in the Macro, never thrown. Reading goes on to the end of the token in which a fault
 // was found, a later fault in that token replacing an earlier one; the main loop then stops. A function is
 // checked against the table even when its arguments could not be read, so a bad argument of an unknown
-// function, or one of the wrong kind, reports the function. A condition's value that could not be read is
-// not followed by the check of what comes after it, which would only report the same place again with
-// less to say. The faulty token itself is not kept, so that the list ends with the last token that was
-// read whole.
+// function, or one of the wrong kind, reports the function; a condition's value is followed by its own
+// checks in the same way. The faulty token itself is not kept, so that the list ends with the last token
+// that was read whole.
 #include "macro/macro.h"
 
 #include "macro/macrointernal.h"
@@ -321,11 +320,10 @@ void MacroParser::readCondition(MacroToken& token)
         fail(MacroError::Syntax, m_lexer.Start);
     }
 
-    // A value that could not be read is the fault; what would follow it is not checked.
+    // The checks after the value run even when it could not be read, and their fault replaces its.
     uint32_t valuePos = m_lexer.Start;
     token.Value = MacroParam{};
-    if (!readValue(token.Value))
-        return;
+    readValue(token.Value);
     if (token.Value.Kind == MacroParamKind::String) {
         fail(MacroError::ValueNotNumber, valuePos);
     } else if (on(u')')) {

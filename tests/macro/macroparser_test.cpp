@@ -363,7 +363,9 @@ TEST(MacroParser, StatementErrors)
         {u"{%if(q=\"a\")}", MacroError::ValueNotNumber, 7, u""},
         {u"{%if(r!1)}", MacroError::Syntax, 6, u""},
         {u"{%if(r=1,2)}", MacroError::Syntax, 8, u""},
-        {u"{%if(r=1x)}", MacroError::Syntax, 8, u"Invalid decimal number"},
+        // The value's own fault is replaced by that of the check after it.
+        {u"{%if(r=1x)}", MacroError::Syntax, 8, u""},
+        {u"{%if(r=\"a", MacroError::ValueNotNumber, 7, u""},
         {u"{%goto:x}", MacroError::Syntax, 6, u""},
         {u"{%goto  :x}", MacroError::Syntax, 7, u""},
         {u"{%goto :}", MacroError::Syntax, 8, u""},
