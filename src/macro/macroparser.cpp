@@ -287,10 +287,10 @@ void MacroParser::readStatement(MacroToken& token)
 
 void MacroParser::readCondition(MacroToken& token)
 {
-    if (on(u'('))
-        m_lexer.step();
-    else
+    // Whatever stands in place of the "(" is stepped over as if it were one.
+    if (!on(u'('))
         fail(MacroError::Syntax, m_lexer.Start);
+    m_lexer.step();
     uint32_t identifierPos = m_lexer.Start;
     token.Identifier = readIdentifier();
     if (token.Identifier != u"r")

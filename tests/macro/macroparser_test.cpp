@@ -366,6 +366,9 @@ TEST(MacroParser, StatementErrors)
         // The value's own fault is replaced by that of the check after it.
         {u"{%if(r=1x)}", MacroError::Syntax, 8, u""},
         {u"{%if(r=\"a", MacroError::ValueNotNumber, 7, u""},
+        // The character in place of "(" is taken as one, so what follows still reads.
+        {u"{%if<r=1)}", MacroError::Syntax, 4, u""},
+        {u"{%while=1)}", MacroError::Syntax, 9, u""},
         {u"{%goto:x}", MacroError::Syntax, 6, u""},
         {u"{%goto  :x}", MacroError::Syntax, 7, u""},
         {u"{%goto :}", MacroError::Syntax, 8, u""},
