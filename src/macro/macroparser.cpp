@@ -2,10 +2,11 @@
 // joining the Sources of a text that parsed gives that text back exactly, whatever form it was written in.
 //
 // Faults are stored in the Macro, never thrown. Reading goes on to the end of the token in which a fault
-// was found, a later fault in that token replacing an earlier one; the main loop then stops. A value or
-// argument list that could not be read is not followed by the checks of what comes after it, since those
-// would only report the same fault again with less to say. The faulty token itself is not kept, so that
-// the list ends with the last token that was read whole.
+// was found, a later fault in that token replacing an earlier one; the main loop then stops. A function is
+// checked against the table even when its arguments could not be read, so a bad argument of an unknown
+// function, or one of the wrong kind, reports the function; a condition's value is followed by its own
+// checks in the same way. The faulty token itself is not kept, so that the list ends with the last token
+// that was read whole.
 #include "macro/macro.h"
 
 #include "macro/macrointernal.h"
@@ -51,7 +52,7 @@ private:
     void readBraced(MacroToken& token);
     void readEmulationKey(MacroToken& token);
     void readFunction(MacroToken& token);
-    bool readArguments(MacroToken& token);
+    void readArguments(MacroToken& token);
     void checkFunction(MacroToken& token);
     void readStatement(MacroToken& token);
     void readCondition(MacroToken& token);
@@ -205,14 +206,14 @@ void MacroParser::readFunction(MacroToken& token)
         token.Text = u"{" + token.Name + u"}";
     } else if (on(u'(')) {
         token.Type = MacroType::Function;
-        if (readArguments(token))
-            checkFunction(token);
+        readArguments(token);
+        checkFunction(token);
     } else {
         fail(MacroError::Syntax, m_lexer.Start);
     }
 }
 
-bool MacroParser::readArguments(MacroToken& token)
+void MacroParser::readArguments(MacroToken& token)
 {
     m_lexer.step();
     while (!on(u')')) {
@@ -221,12 +222,11 @@ bool MacroParser::readArguments(MacroToken& token)
         readValue(param);
         addParam(token, param);
         if (m_macro.ErrorCode != MacroError::None)
-            return false;
+            break;
         if (on(u','))
             m_lexer.step();
     }
     m_lexer.step();
-    return true;
 }
 
 void MacroParser::checkFunction(MacroToken& token)
@@ -287,10 +287,10 @@ void MacroParser::readStatement(MacroToken& token)
 
 void MacroParser::readCondition(MacroToken& token)
 {
-    if (on(u'('))
-        m_lexer.step();
-    else
+    // Whatever stands in place of the "(" is stepped over as if it were one.
+    if (!on(u'('))
         fail(MacroError::Syntax, m_lexer.Start);
+    m_lexer.step();
     uint32_t identifierPos = m_lexer.Start;
     token.Identifier = readIdentifier();
     if (token.Identifier != u"r")
@@ -320,11 +320,10 @@ void MacroParser::readCondition(MacroToken& token)
         fail(MacroError::Syntax, m_lexer.Start);
     }
 
-    // A value that could not be read is the fault; what would follow it is not checked.
+    // The checks after the value run even when it could not be read, and their fault replaces its.
     uint32_t valuePos = m_lexer.Start;
     token.Value = MacroParam{};
-    if (!readValue(token.Value))
-        return;
+    readValue(token.Value);
     if (token.Value.Kind == MacroParamKind::String) {
         fail(MacroError::ValueNotNumber, valuePos);
     } else if (on(u')')) {

@@ -39,7 +39,9 @@ void appendQuoted(std::u16string& out, const std::u16string& text)
     out += u'"';
 }
 
-// Arguments follow the table row: a parameter the token lacks prints as 0 or as "".
+// The table row says how many arguments there are. A parameter prints by its own kind, so one left
+// over from another row keeps its form; a parameter the token lacks, or one of no kind, prints by the
+// row's type as 0 or as "".
 std::u16string functionText(const MacroToken& token)
 {
     const MacroFunctionRow* row = findMacroFunction(token.FunctionId);
@@ -52,10 +54,14 @@ std::u16string functionText(const MacroToken& token)
         if (i > 0)
             out += u',';
         const MacroParam* param = i < token.Params.size() ? &token.Params[i] : nullptr;
-        if (row->ParamTypes[i] == MacroParamKind::Number)
-            appendMacroDecimal(out, param != nullptr ? param->Number : 0, 1);
+        if (param != nullptr && param->Kind == MacroParamKind::Number)
+            appendMacroDecimal(out, param->Number, 1);
+        else if (param != nullptr && param->Kind == MacroParamKind::String)
+            appendQuoted(out, param->Text);
+        else if (row->ParamTypes[i] == MacroParamKind::Number)
+            out += u'0';
         else
-            appendQuoted(out, param != nullptr ? param->Text : std::u16string{});
+            out += u"\"\"";
     }
     out += u")}";
     return out;

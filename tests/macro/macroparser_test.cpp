@@ -272,10 +272,24 @@ TEST(MacroParser, FunctionErrors)
     EXPECT_EQ(noParen.ErrorCode, MacroError::Syntax);
     EXPECT_EQ(noParen.ErrorPos, 7u);
 
+    // The function is checked even after a bad argument, and its fault replaces the argument's:
+    // the unread argument has no kind, so it never fits.
     Macro badValue = parse(u"{.Pause(x)}");
-    EXPECT_EQ(badValue.ErrorCode, MacroError::Syntax);
-    EXPECT_EQ(badValue.ErrorText, u"");
-    EXPECT_EQ(badValue.ErrorPos, 8u);
+    EXPECT_EQ(badValue.ErrorCode, MacroError::WrongArguments);
+    EXPECT_EQ(badValue.ErrorText, u"Pause");
+    EXPECT_EQ(badValue.ErrorPos, 0u);
+    Macro badUnknown = parse(u"a{.Nonsense(0x)}");
+    EXPECT_EQ(badUnknown.ErrorCode, MacroError::UnknownFunction);
+    EXPECT_EQ(badUnknown.ErrorText, u"Nonsense");
+    EXPECT_EQ(badUnknown.ErrorPos, 1u);
+    Macro badString = parse(u"{.Pause(\"1)}");
+    EXPECT_EQ(badString.ErrorCode, MacroError::WrongArguments);
+    Macro badSecond = parse(u"{.ShellCmd(\"a\",b)}");
+    EXPECT_EQ(badSecond.ErrorCode, MacroError::WrongArguments);
+    // A bad argument that still has the row's kind leaves the argument's fault standing.
+    Macro keptFault = parse(u"{.Find(\"a)}");
+    EXPECT_EQ(keptFault.ErrorCode, MacroError::Syntax);
+    EXPECT_EQ(keptFault.ErrorText, u"Unmatched \" in string");
 
     Macro trailing = parse(u"{.ClearScreen()x}");
     EXPECT_EQ(trailing.ErrorCode, MacroError::Syntax);
@@ -349,7 +363,12 @@ TEST(MacroParser, StatementErrors)
         {u"{%if(q=\"a\")}", MacroError::ValueNotNumber, 7, u""},
         {u"{%if(r!1)}", MacroError::Syntax, 6, u""},
         {u"{%if(r=1,2)}", MacroError::Syntax, 8, u""},
-        {u"{%if(r=1x)}", MacroError::Syntax, 8, u"Invalid decimal number"},
+        // The value's own fault is replaced by that of the check after it.
+        {u"{%if(r=1x)}", MacroError::Syntax, 8, u""},
+        {u"{%if(r=\"a", MacroError::ValueNotNumber, 7, u""},
+        // The character in place of "(" is taken as one, so what follows still reads.
+        {u"{%if<r=1)}", MacroError::Syntax, 4, u""},
+        {u"{%while=1)}", MacroError::Syntax, 9, u""},
         {u"{%goto:x}", MacroError::Syntax, 6, u""},
         {u"{%goto  :x}", MacroError::Syntax, 7, u""},
         {u"{%goto :}", MacroError::Syntax, 8, u""},

@@ -81,6 +81,13 @@ TEST(MacroPrinter, Functions)
     EXPECT_EQ(rebuilt(f), u"{.Pause(0)}");
     addParam(f, {MacroParamKind::Number, INT32_MIN, {}});
     EXPECT_EQ(rebuilt(f), u"{.Pause(-2147483648)}");
+    // A parameter prints by its own kind: another row chosen over old parameters shows them as
+    // they are. One without a kind prints as if it were missing.
+    f.Params = {{MacroParamKind::String, 0, u"abc"}};
+    EXPECT_EQ(rebuilt(f), u"{.Pause(\"abc\")}");
+    f.FunctionId = 15;
+    f.Params = {{MacroParamKind::Number, 42, {}}, {MacroParamKind::None, 7, u"x"}};
+    EXPECT_EQ(rebuilt(f), u"{.ShellCmd(42,\"\")}");
     f.FunctionId = 3;  // no such row
     f.Source = u"old";
     EXPECT_EQ(rebuilt(f), u"");
