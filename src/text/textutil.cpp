@@ -37,7 +37,8 @@ std::size_t IHash::operator()(std::u16string_view s) const {
     return h;
 }
 
-bool isRuntimeSpace(char16_t c) { return c == u' ' || (c >= 9 && c <= 13); }
+// The runtime's wide table marks the no-break space as white space too.
+bool isRuntimeSpace(char16_t c) { return c == u' ' || (c >= 9 && c <= 13) || c == 0xA0; }
 bool isXmlSpace(char16_t c) { return c == u' ' || c == u'\t' || c == u'\r' || c == u'\n'; }
 
 std::u16string_view trimXmlSpace(std::u16string_view text) {

@@ -43,7 +43,8 @@ int32_t wcstolBase10(std::u16string_view text, std::size_t* consumed = nullptr);
 // Clamps to 0xFFFFFFFF on overflow; a minus sign negates modulo 2^32 as the runtime does.
 uint32_t wcstoulBase16(std::u16string_view text, std::size_t* consumed = nullptr);
 
-// Runtime white space as iswspace sees it in the "C" locale (blank, \t \n \v \f \r).
+// Runtime white space as iswspace sees it in the "C" locale (blank, \t \n \v \f \r, and the
+// no-break space U+00A0; 0x80-0x9F are not).
 bool isRuntimeSpace(char16_t c);
 // XML white space: exactly blank, tab, CR, LF.
 bool isXmlSpace(char16_t c);

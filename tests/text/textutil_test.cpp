@@ -64,6 +64,11 @@ TEST(TextNumbers, DigitsOfOtherScriptsCountAsTheRuntimeReadsThem) {
     EXPECT_EQ(wtoi(u"\u0967\u0E59\u1819"), 199);      // Devanagari, Thai, Mongolian
     EXPECT_EQ(wtoi(u"\uFF1A"), 0);                     // just past the fullwidth nine
     EXPECT_EQ(wtoi(u"\u0669\u066A"), 9);              // Arabic-Indic nine, then no digit
+    // The runtime's white space in front includes the no-break space, but not C1 controls.
+    EXPECT_EQ(wtoi(u"\u00A0\v\f 7"), 7);
+    EXPECT_EQ(wtoi(u"\u00857"), 0);
+    EXPECT_TRUE(isRuntimeSpace(u'\u00A0'));
+    EXPECT_FALSE(isRuntimeSpace(u'\u0085'));
     // Letters above 9 are ASCII only; a zero of another script still starts the "0x" prefix.
     EXPECT_EQ(wcstoulBase16(u"\uFF21"), 0u);
     EXPECT_EQ(wcstoulBase16(u"\u0660x1f\u0661", &used), 0x1F1u);
