@@ -89,11 +89,16 @@ TLanguageTable& languageTable() {
 const std::u16string& sharedText(SharedText which) { return sharedTexts()[static_cast<std::size_t>(which)]; }
 
 std::u16string Translate(std::u16string_view key, std::u16string_view defaultText) {
-    // Defaults take the same road through UTF-8 as stored texts, so both are treated alike.
+    // Defaults take the same road through UTF-8 as stored texts, so both are treated alike. A
+    // conversion that gives nothing ends the lookup with the default as it stands: an empty default
+    // stays empty whatever the table holds, and an empty stored text gives the default unescaped.
+    const std::string defaultUtf8 = utf16ToUtf8(defaultText);
+    if (defaultUtf8.empty()) return std::u16string{defaultText};
     const TLanguageTable& table = languageTable();
     const auto found = table.texts.find(utf16ToLatin1(key));
-    const std::string utf8 = found != table.texts.end() ? found->second : utf16ToUtf8(defaultText);
-    return undoEscapes(utf8ToUtf16(utf8));
+    const std::u16string wide = utf8ToUtf16(found != table.texts.end() ? found->second : defaultUtf8);
+    if (wide.empty()) return std::u16string{defaultText};
+    return undoEscapes(wide);
 }
 
 void SetLanguageDir(std::u16string_view dir) {

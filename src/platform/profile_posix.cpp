@@ -29,8 +29,9 @@ struct Profile {
     std::vector<ProfileSection> sections;
 };
 
-// ^Z counts as white space: DOS editors ended files with it.
-bool isProfileSpace(char16_t c) { return isRuntimeSpace(c) || c == 0x1A; }
+// Blank and tab to CR, not the runtime's wider set (no no-break space); ^Z counts as white
+// space too: DOS editors ended files with it.
+bool isProfileSpace(char16_t c) { return c == u' ' || (c >= 9 && c <= 13) || c == 0x1A; }
 
 std::u16string_view trimStart(std::u16string_view s) {
     while (!s.empty() && isProfileSpace(s.front())) s.remove_prefix(1);

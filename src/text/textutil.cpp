@@ -37,7 +37,8 @@ std::size_t IHash::operator()(std::u16string_view s) const {
     return h;
 }
 
-bool isRuntimeSpace(char16_t c) { return c == u' ' || (c >= 9 && c <= 13); }
+// The runtime's wide table marks the no-break space as white space too.
+bool isRuntimeSpace(char16_t c) { return c == u' ' || (c >= 9 && c <= 13) || c == 0xA0; }
 bool isXmlSpace(char16_t c) { return c == u' ' || c == u'\t' || c == u'\r' || c == u'\n'; }
 
 std::u16string_view trimXmlSpace(std::u16string_view text) {
@@ -49,8 +50,16 @@ std::u16string_view trimXmlSpace(std::u16string_view text) {
 
 namespace {
 
+// The runtime's wide conversions take the decimal digits of other scripts as well: these are the
+// zero of each block of ten that it knows.
+constexpr char16_t kDigitZeros[] = {0x0030, 0x0660, 0x06F0, 0x0966, 0x09E6, 0x0A66, 0x0AE6, 0x0B66, 0x0C66,
+                                    0x0CE6, 0x0D66, 0x0E50, 0x0ED0, 0x0F20, 0x1040, 0x17E0, 0x1810, 0xFF10};
+
 int digitValue(char16_t c) {
     if (c >= u'0' && c <= u'9') return c - u'0';
+    if (c >= 0x0660)
+        for (char16_t zero : kDigitZeros)
+            if (c >= zero && c < zero + 10) return c - zero;
     if (c >= u'a' && c <= u'z') return c - u'a' + 10;
     if (c >= u'A' && c <= u'Z') return c - u'A' + 10;
     return 99;
@@ -70,8 +79,9 @@ Scan scanNumber(std::u16string_view t, int base, unsigned long long limit) {
     std::size_t i = 0;
     while (i < t.size() && isRuntimeSpace(t[i])) ++i;
     if (i < t.size() && (t[i] == u'+' || t[i] == u'-')) s.negative = t[i++] == u'-';
-    if (base == 16 && i + 1 < t.size() && t[i] == u'0' && (t[i + 1] == u'x' || t[i + 1] == u'X') &&
-        i + 2 < t.size() && digitValue(t[i + 2]) < 16)
+    // A zero and an x always go as the prefix, even with no digit after them; then there is no
+    // number at all.
+    if (base == 16 && i + 1 < t.size() && digitValue(t[i]) == 0 && (t[i + 1] == u'x' || t[i + 1] == u'X'))
         i += 2;
     for (; i < t.size(); ++i) {
         const int d = digitValue(t[i]);

@@ -30,17 +30,21 @@ struct IEqual {
     bool operator()(std::u16string_view a, std::u16string_view b) const { return iequals(a, b); }
 };
 
+// Digits are those of the runtime's wide conversions: 0-9, the decimal digits of the other scripts
+// it knows (Arabic-Indic, Devanagari, Thai, fullwidth and so on), and A-Z/a-z above 9.
 // _wtoi: optional white space, optional sign, decimal digits; stops at the first other character;
 // no digits gives 0. Overflow wraps as the runtime's 32-bit conversion does (we clamp like wcstol).
 int wtoi(std::u16string_view text);
 // wcstol with base 10: same leniency, clamps to LONG range of a 32-bit long; `consumed` (optional)
 // receives the number of characters used (0 when no digits were found).
 int32_t wcstolBase10(std::u16string_view text, std::size_t* consumed = nullptr);
-// wcstoul with base 16: optional white space, optional sign, optional "0x"/"0X", hex digits.
+// wcstoul with base 16: optional white space, optional sign, optional "0x"/"0X", hex digits; a
+// "0x" with no digit after it is no number (0, nothing consumed).
 // Clamps to 0xFFFFFFFF on overflow; a minus sign negates modulo 2^32 as the runtime does.
 uint32_t wcstoulBase16(std::u16string_view text, std::size_t* consumed = nullptr);
 
-// Runtime white space as iswspace sees it in the "C" locale (blank, \t \n \v \f \r).
+// Runtime white space as iswspace sees it in the "C" locale (blank, \t \n \v \f \r, and the
+// no-break space U+00A0; 0x80-0x9F are not).
 bool isRuntimeSpace(char16_t c);
 // XML white space: exactly blank, tab, CR, LF.
 bool isXmlSpace(char16_t c);

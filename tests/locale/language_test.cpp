@@ -116,6 +116,17 @@ TEST_F(Language, TranslateUndoesEscapesAtLookup) {
     EXPECT_EQ(Translate(u"QUOTE", u"fallback"), u"fallback");
 }
 
+TEST_F(Language, EmptyTextsEndTheLookupWithTheDefaultAsItStands) {
+    ParseLanguageText("emptied=\"\"\n"
+                      "full=translated\n");
+    ASSERT_EQ(stored("emptied"), "");
+    // An empty stored text gives the default, and without its escapes undone.
+    EXPECT_EQ(Translate(u"emptied", u"a\\nb"), u"a\\nb");
+    // An empty default gives nothing, even for a key the table has.
+    EXPECT_EQ(Translate(u"full", u""), u"");
+    EXPECT_EQ(Translate(u"full", u"x"), u"translated");
+}
+
 TEST_F(Language, DefaultsGoThroughTheSameEscapeRule) {
     EXPECT_EQ(Translate(u"missing", u"\\}  Right brace"), u"\\}  Right brace");
     EXPECT_EQ(Translate(u"missing", u"C:\\\\temp"), u"C:\\temp");

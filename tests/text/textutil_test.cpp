@@ -38,15 +38,41 @@ TEST(TextNumbers, DecimalIsLenient) {
 TEST(TextNumbers, HexadecimalIsLenient) {
     EXPECT_EQ(wcstoulBase16(u"ff"), 0xFFu);
     EXPECT_EQ(wcstoulBase16(u"0x1A"), 0x1Au);
-    EXPECT_EQ(wcstoulBase16(u"0xg"), 0u);  // "0" is read, the x is not part of a number
+    EXPECT_EQ(wcstoulBase16(u"0xg"), 0u);
     EXPECT_EQ(wcstoulBase16(u" 10zz"), 0x10u);
     EXPECT_EQ(wcstoulBase16(u"123456789"), 0xFFFFFFFFu);
     EXPECT_EQ(wcstoulBase16(u"-1"), 0xFFFFFFFFu);
-    std::size_t used = 0;
+    std::size_t used = 9;
+    // "0x" is taken as the prefix whatever follows; with no digit after it there is no number.
     EXPECT_EQ(wcstoulBase16(u"0xg", &used), 0u);
+    EXPECT_EQ(used, 0u);
+    EXPECT_EQ(wcstoulBase16(u"0X", &used), 0u);
+    EXPECT_EQ(used, 0u);
+    EXPECT_EQ(wcstoulBase16(u"-0x10", &used), 0xFFFFFFF0u);
+    EXPECT_EQ(used, 5u);
+    EXPECT_EQ(wcstoulBase16(u"0", &used), 0u);
     EXPECT_EQ(used, 1u);
     EXPECT_EQ(hexUpper(0), u"0");
     EXPECT_EQ(hexUpper(0xABC), u"ABC");
+}
+
+TEST(TextNumbers, DigitsOfOtherScriptsCountAsTheRuntimeReadsThem) {
+    std::size_t used = 0;
+    EXPECT_EQ(wtoi(u"\uFF11\uFF12"), 12);             // fullwidth
+    EXPECT_EQ(wcstolBase10(u"-\u0663\u0660x", &used), -30);  // Arabic-Indic
+    EXPECT_EQ(used, 3u);
+    EXPECT_EQ(wtoi(u"\u0967\u0E59\u1819"), 199);      // Devanagari, Thai, Mongolian
+    EXPECT_EQ(wtoi(u"\uFF1A"), 0);                     // just past the fullwidth nine
+    EXPECT_EQ(wtoi(u"\u0669\u066A"), 9);              // Arabic-Indic nine, then no digit
+    // The runtime's white space in front includes the no-break space, but not C1 controls.
+    EXPECT_EQ(wtoi(u"\u00A0\v\f 7"), 7);
+    EXPECT_EQ(wtoi(u"\u00857"), 0);
+    EXPECT_TRUE(isRuntimeSpace(u'\u00A0'));
+    EXPECT_FALSE(isRuntimeSpace(u'\u0085'));
+    // Letters above 9 are ASCII only; a zero of another script still starts the "0x" prefix.
+    EXPECT_EQ(wcstoulBase16(u"\uFF21"), 0u);
+    EXPECT_EQ(wcstoulBase16(u"\u0660x1f\u0661", &used), 0x1F1u);
+    EXPECT_EQ(used, 5u);
 }
 
 TEST(TextConversion, Utf8RoundTripsAndReplacesBrokenInput) {
