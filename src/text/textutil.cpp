@@ -192,8 +192,8 @@ std::u16string toU16(std::string_view ascii) { return latin1ToUtf16(ascii); }
 
 std::u16string decimal(long long value) { return toU16(std::to_string(value)); }
 
-std::u16string hexUpper(uint32_t value) {
-    static const char16_t digits[] = u"0123456789ABCDEF";
+namespace {
+std::u16string hexDigits(uint32_t value, const char16_t* digits) {
     std::u16string out;
     do {
         out.insert(out.begin(), digits[value & 15]);
@@ -201,5 +201,9 @@ std::u16string hexUpper(uint32_t value) {
     } while (value != 0);
     return out;
 }
+}  // namespace
+
+std::u16string hexUpper(uint32_t value) { return hexDigits(value, u"0123456789ABCDEF"); }
+std::u16string hexLower(uint32_t value) { return hexDigits(value, u"0123456789abcdef"); }
 
 }  // namespace qrl

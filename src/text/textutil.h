@@ -59,5 +59,6 @@ std::string utf16ToLatin1(std::u16string_view text);
 std::u16string toU16(std::string_view ascii);
 std::u16string decimal(long long value);
 std::u16string hexUpper(uint32_t value);  // no leading zeros; 0 gives "0"
+std::u16string hexLower(uint32_t value);  // the same in lower case, as the documents we write want
 
 }  // namespace qrl

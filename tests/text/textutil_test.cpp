@@ -47,6 +47,8 @@ TEST(TextNumbers, HexadecimalIsLenient) {
     EXPECT_EQ(used, 1u);
     EXPECT_EQ(hexUpper(0), u"0");
     EXPECT_EQ(hexUpper(0xABC), u"ABC");
+    EXPECT_EQ(hexLower(0xABC0), u"abc0");
+    EXPECT_EQ(hexLower(0xFFFFFFFFu), u"ffffffff");
 }
 
 TEST(TextConversion, Utf8RoundTripsAndReplacesBrokenInput) {
