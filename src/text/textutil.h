@@ -39,6 +39,8 @@ int32_t wcstolBase10(std::u16string_view text, std::size_t* consumed = nullptr);
 // wcstoul with base 16: optional white space, optional sign, optional "0x"/"0X", hex digits.
 // Clamps to 0xFFFFFFFF on overflow; a minus sign negates modulo 2^32 as the runtime does.
 uint32_t wcstoulBase16(std::u16string_view text, std::size_t* consumed = nullptr);
+// wcstoul with base 10: the same rules, for unsigned fields written in decimal.
+uint32_t wcstoulBase10(std::u16string_view text, std::size_t* consumed = nullptr);
 
 // Runtime white space as iswspace sees it in the "C" locale (blank, \t \n \v \f \r).
 bool isRuntimeSpace(char16_t c);
