@@ -17,6 +17,9 @@ namespace qrl::platform {
 // An unreadable or missing folder gives an empty list.
 std::vector<std::string> listFiles(const std::string& pattern);
 std::vector<std::u16string> listFiles(const std::u16string& pattern);
+// The same, keeping only plain files: no folders, and nothing hidden or marked as a system file
+// (on POSIX: no name beginning with ".").
+std::vector<std::u16string> listPlainFiles(const std::u16string& pattern);
 
 // The whole file as bytes, opened for reading and shared for reading and writing.
 // False (and `bytes` empty) when it can't be opened or read.

@@ -96,6 +96,20 @@ std::vector<std::string> listFiles(const std::string& pattern) {
 
 std::vector<std::u16string> listFiles(const std::u16string& pattern) { return listNative(pattern); }
 
+std::vector<std::u16string> listPlainFiles(const std::u16string& pattern) {
+    std::size_t cut = pattern.size();
+    while (cut > 0 && !isSeparator(pattern[cut - 1])) --cut;
+    const std::u16string folder = pattern.substr(0, cut);
+    std::vector<std::u16string> names;
+    for (std::u16string& name : listNative(pattern)) {
+        if (name.empty() || name[0] == u'.') continue;  // a hidden file
+        struct stat st{};
+        if (stat(nativePath(folder + name).c_str(), &st) != 0 || S_ISDIR(st.st_mode)) continue;
+        names.push_back(std::move(name));
+    }
+    return names;
+}
+
 bool readFile(const std::string& path, std::string& bytes) {
     return readNative(nativePath(latin1ToUtf16(path)), bytes);
 }

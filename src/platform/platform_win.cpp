@@ -67,6 +67,20 @@ std::vector<std::u16string> listFiles(const std::u16string& pattern) {
     return names;
 }
 
+std::vector<std::u16string> listPlainFiles(const std::u16string& pattern) {
+    constexpr DWORD kNotPlain = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_DIRECTORY;
+    std::vector<std::u16string> names;
+    WIN32_FIND_DATAW data{};
+    HANDLE h = FindFirstFileW(wide(pattern), &data);
+    if (h == INVALID_HANDLE_VALUE) return names;
+    do {
+        if ((data.dwFileAttributes & kNotPlain) == 0)
+            names.emplace_back(reinterpret_cast<const char16_t*>(data.cFileName));
+    } while (FindNextFileW(h, &data));
+    FindClose(h);
+    return names;
+}
+
 bool readFile(const std::string& path, std::string& bytes) {
     return readHandle(CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
                                   OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr),
