@@ -17,6 +17,13 @@ using AdvXMLParser::Element;
 
 namespace {
 
+// The first child element, passing over the white space the writer puts between elements.
+const Element* firstElement(const Element& parent) {
+    for (std::size_t i = 0; i < parent.GetChildCount(); ++i)
+        if (const Element* e = parent.GetChild(i).AsElement()) return e;
+    return nullptr;
+}
+
 std::unique_ptr<Document> parse(const std::u16string& text) {
     try {
         AdvXMLParser::Parser parser;
@@ -80,9 +87,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
     AdvXMLParser::WriteDocument(reply, text);
     const auto again = parse(text);
     if (!again || !again->Root()) return 0;  // names the reader rejects
-    const Element* listItem = again->Root()->GetChild(0).AsElement();
+    const Element* listItem = firstElement(*again->Root());
     if (!listItem) std::abort();
-    const Element* list = listItem->GetChild(0).AsElement();
+    const Element* list = firstElement(*listItem);
     if (!list) std::abort();
     qrl::TColourSchemeList back;
     qrl::ReadColourSchemes(back, *list);

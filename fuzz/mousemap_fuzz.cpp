@@ -16,6 +16,13 @@ using AdvXMLParser::Element;
 
 namespace {
 
+// The first child element, passing over the white space the writer puts between elements.
+const Element* firstElement(const Element& parent) {
+    for (std::size_t i = 0; i < parent.GetChildCount(); ++i)
+        if (const Element* e = parent.GetChild(i).AsElement()) return e;
+    return nullptr;
+}
+
 std::unique_ptr<Document> parse(const std::u16string& text) {
     try {
         AdvXMLParser::Parser parser;
@@ -56,8 +63,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
     AdvXMLParser::WriteDocument(reply, text);
     const auto again = parse(text);
     if (!again || !again->Root()) return 0;  // texts the reader rejects
-    const Element* dataBack = again->Root()->GetChild(0).AsElement();
-    const Element* item = dataBack ? dataBack->GetChild(0).AsElement() : nullptr;
+    const Element* dataBack = firstElement(*again->Root());
+    const Element* item = dataBack ? firstElement(*dataBack) : nullptr;
     if (!item) std::abort();
     qrl::TMouseMap back;
     qrl::ReadMouseMap(back, *item);

@@ -34,6 +34,7 @@ const char16_t kRequest[] =
 TEST(ColourHooks, RequestFillsSessionAndReplyCarriesOnlyChangedSchemes) {
     TConfigSession session;
     session.LoadRequestText(kRequest);
+    session.ApplyDataValues();
     EXPECT_TRUE(session.attrDataPresent);
     EXPECT_EQ(session.longFeatureNames[2], u"Underscore");
     EXPECT_EQ(session.shortFeatureNames[2], u"Us");

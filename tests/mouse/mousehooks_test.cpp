@@ -18,6 +18,7 @@ TEST(MouseHooks, RequestFillsMapAndReplyWritesIt) {
         u"<Item Element=\"mouse\"><Map Event=\"1:0:1:0:\" Action=\"11:hello\"/><Map Event=\"7:0:0:0:\" Action=\"0:\"/></Item>"
         u"<Item Element=\"Speed\" Value=\"3\"/>"
         u"</Data></Config>");
+    session.ApplyDataValues();
     EXPECT_TRUE(session.mouseDataPresent);
     TMouseMap& map = SessionMouseMap(session);
     ASSERT_EQ(map.size(), 2u);  // a second item replaces the first
