@@ -85,6 +85,14 @@ void LoadAttrDialogNames(TAttrDialogData& data, const Tables& sent, const TColou
                         sent.fieldDescriptions, texts);
 }
 
+// Builds the dialog data from the session: "(custom)" as the custom name, a blank working scheme, the
+// name tables, and the colour settings as the request's Data sent them (absent: empty, numbers 0).
+void LoadAttrDialogData(TAttrDialogData& data, TConfigSession& session);
+// Writes CurrScheme, DisplayMode, EnableBlink, EnableBlinkCfg, EnableInvis, EnableInvisCfg, MergeBoxes
+// and BoxStyle back into the session's element definitions, in decimal; a name without a definition
+// is skipped.
+void StoreAttrDialogData(const TAttrDialogData& data, TConfigSession& session);
+
 // How combination i (0 to 255) of the working scheme is shown; outside that range the starting
 // value, 7 on 0 with no features.
 TResolvedAttr ResolveFeature(const TAttrDialogData& data, int combination);

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "colours/attrdialogdata.h"
 #include "colours/colourhooks.h"
 #include "request/reply.h"
 #include "request/session.h"
@@ -91,4 +92,53 @@ TEST(ColourHooks, NoColourDataNoBlock) {
               u"    <Item Element=\"ColourSchemeList\"/>\n"
               u"  </Data>\n"
               u"</Config>");
+}
+
+TEST(AttrDialogData, SettingsComeFromDataAndGoBackToElements) {
+    TConfigSession session;
+    session.LoadRequestText(
+        u"<Config><DTD>"
+        u"<Element Name=\"CurrScheme\"/><Element Name=\"DisplayMode\" Type=\"int\"/>"
+        u"<Element Name=\"EnableBlink\" Type=\"bool\"/><Element Name=\"EnableInvisCfg\" Type=\"bool\"/>"
+        u"<Element Name=\"BoxStyle\" Type=\"int\"/><Element Name=\"FeaturesUsed\" Type=\"int\" Default=\"9\"/>"
+        u"<Element Name=\"N\" Type=\"attrnames\"/>"
+        u"</DTD><Data>"
+        u"<Item Element=\"currscheme\" Value=\"Night\"/><Item Element=\"CurrScheme\" Value=\"Day\"/>"
+        u"<Item Element=\"DisplayMode\" Value=\"2x\"/><Item Element=\"FeaturesUsed\" Value=\"31\"/>"
+        u"<Item Element=\"NormalColour\" Value=\"1031\"/><Item Element=\"EnableInvisCfg\" Value=\"1\"/>"
+        u"<Item Element=\"MergeBoxes\" Value=\"yes\"/><Item Element=\"BoxStyle\" Value=\"3\"/>"
+        u"<Item Element=\"N\"><colour index=\"2\" descr=\"Leaf\"/></Item>"
+        u"</Data></Config>");
+    TAttrDialogData d;
+    d.working.name = u"left over";
+    LoadAttrDialogData(d, session);
+    EXPECT_EQ(d.session, &session);
+    EXPECT_EQ(d.customName, u"(custom)");
+    EXPECT_TRUE(d.working.name.empty());
+    EXPECT_EQ(d.currentName, u"Night");  // the first item of that name, case ignored
+    EXPECT_EQ(d.displayMode, 2u);
+    EXPECT_EQ(d.featuresUsed, 31u);
+    EXPECT_EQ(d.normalForeground, 7);  // 1031 is 0x407
+    EXPECT_EQ(d.normalBackground, 4);
+    EXPECT_TRUE(d.enableInvisCfg);
+    EXPECT_FALSE(d.enableBlink);  // absent
+    EXPECT_FALSE(d.mergeBoxes);   // "yes" is no number
+    EXPECT_EQ(d.boxStyle, 3u);
+    EXPECT_EQ(d.colourNames[2], u"Leaf");
+    EXPECT_TRUE(d.colourDefined[2]);
+    EXPECT_FALSE(d.colourDefined[3]);
+
+    d.currentName = u"(custom)";
+    d.enableBlink = true;
+    d.enableInvisCfg = false;
+    d.boxStyle = 4;
+    d.mergeBoxes = true;  // MergeBoxes has no definition: skipped
+    StoreAttrDialogData(d, session);
+    EXPECT_EQ(session.FindElement(u"CurrScheme")->value, u"(custom)");
+    EXPECT_EQ(session.FindElement(u"DisplayMode")->value, u"2");
+    EXPECT_EQ(session.FindElement(u"EnableBlink")->value, u"1");
+    EXPECT_EQ(session.FindElement(u"EnableInvisCfg")->value, u"0");
+    EXPECT_EQ(session.FindElement(u"BoxStyle")->value, u"4");
+    EXPECT_EQ(session.FindElement(u"FeaturesUsed")->value, u"9");  // not written back
+    EXPECT_EQ(session.FindElement(u"MergeBoxes"), nullptr);
 }
