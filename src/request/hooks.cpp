@@ -1,6 +1,7 @@
 #include "request/hooks.h"
 
 #include "colours/colourhooks.h"
+#include "forms/formdef.h"
 #include "mouse/mousehooks.h"
 
 namespace qrl {
@@ -31,6 +32,8 @@ void InstallRequestHooks(TRequestHooks& hooks) {
     // Each subsystem that reads a share of the request installs its readers and writers here, e.g.
     //   hooks.interfaceReader = &ReadInterface;   hooks.groupsReader = &ReadGroups;
     //   hooks.SetDataKind(u"keymaplist", {&ReadKeyMapItem, &WriteKeyMapItem});
+    hooks.interfaceReader = &ReadInterface;
+    hooks.groupsReader = &ReadGroups;
     InstallColourHooks(hooks);
     InstallMouseHooks(hooks);
 }
