@@ -140,18 +140,6 @@ TEST(CharMapDocument, PutOfUnchangedTableHasNoBlockAndEscapesNames) {
                   u"</charmap>");
 }
 
-TEST(CharMapDocument, PutReadsBackAsTheSameTable) {
-    TCharMap m = named(u"e", u"m", u"l");
-    m.start = 0;
-    m.length = 0x300;
-    m.SetTableLength(0x300);
-    for (std::size_t i = 0; i < 0x300; i += 3) m.map[i] = static_cast<uint16_t>(0xFFFF - i);
-    TCharMap back;
-    ASSERT_EQ(ReadCharMapReply(back, WriteCharMapPut(m)), 0);
-    EXPECT_EQ(back.map, m.map);
-    EXPECT_EQ(back.defaultMap, m.defaultMap);
-}
-
 TEST(CharMapList, FetchFindsOrAsksAndDropsFailures) {
     TCharMapList maps;
     std::vector<std::u16string> sent;
@@ -179,34 +167,4 @@ TEST(CharMapList, FetchFindsOrAsksAndDropsFailures) {
     EXPECT_EQ(FetchCharMap(maps, exchange, u"em", u"other", u"lang"), nullptr);
     EXPECT_EQ(maps.size(), 1u);
     EXPECT_EQ(sent.size(), 3u);
-}
-
-TEST(CharMapList, SaveSendsModifiedMapsThenNotifiesOnce) {
-    TCharMapList maps;
-    for (const char16_t* name : {u"a", u"b", u"c"}) {
-        maps.push_back(std::make_unique<TCharMap>(named(u"em", name, u"l")));
-        maps.back()->SetTableLength(2);
-    }
-    std::vector<std::u16string> sent;
-    int saved = 0;
-    const TCharMapExchange exchange = [&](const std::u16string& request) {
-        sent.push_back(request);
-        return std::u16string();  // a failed exchange is not noticed
-    };
-    EXPECT_FALSE(AnyCharMapModified(maps));
-    EXPECT_FALSE(SaveCharacterMaps(maps, exchange, [&] { ++saved; }));
-    EXPECT_EQ(saved, 0);
-    EXPECT_TRUE(sent.empty());
-
-    maps[2]->modified = true;
-    maps[0]->modified = true;
-    maps[0]->map[1] = 7;
-    EXPECT_TRUE(AnyCharMapModified(maps));
-    EXPECT_TRUE(SaveCharacterMaps(maps, exchange, [&] { ++saved; }));
-    EXPECT_EQ(saved, 1);
-    ASSERT_EQ(sent.size(), 2u);
-    EXPECT_EQ(sent[0], WriteCharMapPut(*maps[0]));
-    EXPECT_NE(sent[0].find(u"mapname=\"a\""), std::u16string::npos);
-    EXPECT_NE(sent[1].find(u"mapname=\"c\""), std::u16string::npos);
-    EXPECT_FALSE(AnyCharMapModified(maps));
 }

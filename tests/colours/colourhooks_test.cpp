@@ -70,30 +70,6 @@ TEST(ColourHooks, RequestFillsSessionAndReplyCarriesOnlyChangedSchemes) {
     EXPECT_EQ(reply.find(u"Night"), std::u16string::npos);
 }
 
-TEST(ColourHooks, NoColourDataNoBlock) {
-    TConfigSession session;
-    session.LoadRequestText(u"<Config><DTD><Element Name=\"Schemes\" Type=\"colourschemelist\"/></DTD></Config>");
-    EXPECT_FALSE(session.attrDataPresent);
-    EXPECT_TRUE(SessionColourSchemes(static_cast<const TConfigSession&>(session)).empty());
-    EXPECT_EQ(WriteDataReply(session, false),
-              u"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-              u"<Config>\n"
-              u"  <Data/>\n"
-              u"</Config>");
-    // Names alone set the flag too, so the (empty) scheme block is written.
-    TConfigSession named;
-    named.LoadRequestText(
-        u"<Config><DTD><Element Name=\"Schemes\" Type=\"colourschemelist\"/><Element Name=\"N\" Type=\"attrnames\"/>"
-        u"</DTD><Data><Item Element=\"N\"/></Data></Config>");
-    EXPECT_EQ(WriteDataReply(named, false),
-              u"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-              u"<Config>\n"
-              u"  <Data>\n"
-              u"    <Item Element=\"ColourSchemeList\"/>\n"
-              u"  </Data>\n"
-              u"</Config>");
-}
-
 TEST(AttrDialogData, SettingsComeFromDataAndGoBackToElements) {
     TConfigSession session;
     session.LoadRequestText(

@@ -36,12 +36,3 @@ TEST(MouseHooks, RequestFillsMapAndReplyWritesIt) {
               u"  </Data>\n"
               u"</Config>");
 }
-
-TEST(MouseHooks, NoMouseItemNoBlock) {
-    TConfigSession session;
-    session.LoadRequestText(u"<Config><DTD><Element Name=\"Mouse\" Type=\"mousemap\"/></DTD></Config>");
-    EXPECT_FALSE(session.mouseDataPresent);
-    EXPECT_TRUE(SessionMouseMap(static_cast<const TConfigSession&>(session)).empty());
-    EXPECT_EQ(WriteDataReply(session, false),
-              u"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Config>\n  <Data/>\n</Config>");
-}

@@ -13,13 +13,6 @@ using AdvXMLParser::Element;
 
 namespace {
 
-// The first child element, passing over the white space the writer puts between elements.
-const Element* firstElement(const Element& parent) {
-    for (std::size_t i = 0; i < parent.GetChildCount(); ++i)
-        if (const Element* e = parent.GetChild(i).AsElement()) return e;
-    return nullptr;
-}
-
 std::unique_ptr<Document> parse(std::u16string_view text) {
     AdvXMLParser::Parser parser;
     return parser.Parse(text.data(), text.size());
@@ -96,25 +89,4 @@ TEST(MouseMapDocument, EmptyMapStillWritesItsItem) {
               u"    <Item Element=\"MouseMap\"/>\n"
               u"  </Data>\n"
               u"</Config>");
-}
-
-TEST(MouseMapDocument, ReplyReadsBackToTheSameMap) {
-    TMouseMap map;
-    RestoreDefaultMap(map);
-    SetMapping(map, TMouseEvent{11, true, true, true}, TMouseAction{14, u"a:b<c>\"d\"", {}});
-    const std::u16string text = reply(map);
-    const auto doc = parse(text);
-    const Element* data = firstElement(*doc->Root());
-    ASSERT_NE(data, nullptr);
-    const Element* item = firstElement(*data);
-    ASSERT_NE(item, nullptr);
-    TMouseMap back;
-    ReadMouseMap(back, *item);
-    ASSERT_EQ(back.size(), map.size());
-    for (std::size_t i = 0; i < map.size(); ++i) {
-        EXPECT_EQ(back[i].event, map[i].event);
-        EXPECT_EQ(back[i].action.action, map[i].action.action);
-        EXPECT_EQ(back[i].action.text, map[i].action.text);
-    }
-    EXPECT_EQ(reply(back), text);
 }
