@@ -1,6 +1,8 @@
 #include "request/hooks.h"
 
+#include "colours/colourhooks.h"
 #include "forms/formdef.h"
+#include "mouse/mousehooks.h"
 
 namespace qrl {
 
@@ -32,6 +34,8 @@ void InstallRequestHooks(TRequestHooks& hooks) {
     //   hooks.SetDataKind(u"keymaplist", {&ReadKeyMapItem, &WriteKeyMapItem});
     hooks.interfaceReader = &ReadInterface;
     hooks.groupsReader = &ReadGroups;
+    InstallColourHooks(hooks);
+    InstallMouseHooks(hooks);
 }
 
 }  // namespace qrl

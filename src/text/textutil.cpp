@@ -112,14 +112,19 @@ int32_t wcstolBase10(std::u16string_view text, std::size_t* consumed) {
 
 int wtoi(std::u16string_view text) { return wcstolBase10(text); }
 
-uint32_t wcstoulBase16(std::u16string_view text, std::size_t* consumed) {
-    const Scan s = scanNumber(text, 16, 0xFFFFFFFFull);
+namespace {
+uint32_t wcstoulBase(std::u16string_view text, int base, std::size_t* consumed) {
+    const Scan s = scanNumber(text, base, 0xFFFFFFFFull);
     if (consumed) *consumed = s.end;
     if (!s.any) return 0;
     if (s.overflow) return 0xFFFFFFFFu;
     const auto v = static_cast<uint32_t>(s.value);
     return s.negative ? static_cast<uint32_t>(0u - v) : v;
 }
+}  // namespace
+
+uint32_t wcstoulBase16(std::u16string_view text, std::size_t* consumed) { return wcstoulBase(text, 16, consumed); }
+uint32_t wcstoulBase10(std::u16string_view text, std::size_t* consumed) { return wcstoulBase(text, 10, consumed); }
 
 std::u16string utf8ToUtf16(std::string_view in) {
     std::u16string out;
@@ -202,8 +207,8 @@ std::u16string toU16(std::string_view ascii) { return latin1ToUtf16(ascii); }
 
 std::u16string decimal(long long value) { return toU16(std::to_string(value)); }
 
-std::u16string hexUpper(uint32_t value) {
-    static const char16_t digits[] = u"0123456789ABCDEF";
+namespace {
+std::u16string hexDigits(uint32_t value, const char16_t* digits) {
     std::u16string out;
     do {
         out.insert(out.begin(), digits[value & 15]);
@@ -211,5 +216,9 @@ std::u16string hexUpper(uint32_t value) {
     } while (value != 0);
     return out;
 }
+}  // namespace
+
+std::u16string hexUpper(uint32_t value) { return hexDigits(value, u"0123456789ABCDEF"); }
+std::u16string hexLower(uint32_t value) { return hexDigits(value, u"0123456789abcdef"); }
 
 }  // namespace qrl

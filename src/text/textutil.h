@@ -42,6 +42,8 @@ int32_t wcstolBase10(std::u16string_view text, std::size_t* consumed = nullptr);
 // "0x" with no digit after it is no number (0, nothing consumed).
 // Clamps to 0xFFFFFFFF on overflow; a minus sign negates modulo 2^32 as the runtime does.
 uint32_t wcstoulBase16(std::u16string_view text, std::size_t* consumed = nullptr);
+// wcstoul with base 10: the same rules, for unsigned fields written in decimal.
+uint32_t wcstoulBase10(std::u16string_view text, std::size_t* consumed = nullptr);
 
 // Runtime white space as iswspace sees it in the "C" locale (blank, \t \n \v \f \r, and the
 // no-break space U+00A0; 0x80-0x9F are not).
@@ -63,5 +65,6 @@ std::string utf16ToLatin1(std::u16string_view text);
 std::u16string toU16(std::string_view ascii);
 std::u16string decimal(long long value);
 std::u16string hexUpper(uint32_t value);  // no leading zeros; 0 gives "0"
+std::u16string hexLower(uint32_t value);  // the same in lower case, as the documents we write want
 
 }  // namespace qrl

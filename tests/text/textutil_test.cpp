@@ -54,6 +54,14 @@ TEST(TextNumbers, HexadecimalIsLenient) {
     EXPECT_EQ(used, 1u);
     EXPECT_EQ(hexUpper(0), u"0");
     EXPECT_EQ(hexUpper(0xABC), u"ABC");
+    EXPECT_EQ(hexLower(0xABC0), u"abc0");
+    EXPECT_EQ(wcstoulBase10(u" 4294967295x", &used), 0xFFFFFFFFu);
+    EXPECT_EQ(used, 11u);
+    EXPECT_EQ(wcstoulBase10(u"4294967296"), 0xFFFFFFFFu);
+    EXPECT_EQ(wcstoulBase10(u"-5"), 0xFFFFFFFBu);
+    EXPECT_EQ(wcstoulBase10(u"0x10", &used), 0u);
+    EXPECT_EQ(used, 1u);
+    EXPECT_EQ(hexLower(0xFFFFFFFFu), u"ffffffff");
 }
 
 TEST(TextNumbers, DigitsOfOtherScriptsCountAsTheRuntimeReadsThem) {

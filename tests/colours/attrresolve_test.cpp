@@ -1,0 +1,217 @@
+#include <gtest/gtest.h>
+
+#include <map>
+#include <string>
+
+#include "colours/attrdialogdata.h"
+#include "colours/colourscheme.h"
+#include "colours/colourtexts.h"
+#include "text/textutil.h"
+
+using namespace qrl;
+
+namespace {
+
+TAttrDialogData dataWithDefaults() {
+    TAttrDialogData d;
+    LoadAttrDialogNames(d, TAttrNameTables{}, MakeColourTexts([](std::u16string_view, std::u16string_view t) {
+                            return std::u16string(t);
+                        }));
+    return d;
+}
+
+void setFeature(TColourScheme& s, int i, bool override, uint32_t features, uint32_t fg, uint32_t bg) {
+    s.features[static_cast<std::size_t>(i)] = TSchemeFeature{override, features, fg, bg};
+}
+
+}  // namespace
+
+TEST(ColourAction, EachActionOnItsEdges) {
+    EXPECT_EQ(ApplyColourAction(kActionNextColour, 15), 0u);
+    EXPECT_EQ(ApplyColourAction(kActionNextColour, 3), 4u);
+    EXPECT_EQ(ApplyColourAction(kActionPreviousColour, 0), 15u);
+    EXPECT_EQ(ApplyColourAction(kActionNextGroup, 2), 10u);
+    EXPECT_EQ(ApplyColourAction(kActionNextGroup, 10), 10u);
+    EXPECT_EQ(ApplyColourAction(kActionPreviousGroup, 10), 2u);
+    EXPECT_EQ(ApplyColourAction(kActionToggleGroup, 10), 2u);
+    EXPECT_EQ(ApplyColourAction(kActionToggleGroup, 2), 10u);
+    // Unknown actions only keep the index in range.
+    EXPECT_EQ(ApplyColourAction(5, 3), 3u);
+    EXPECT_EQ(ApplyColourAction(99, 0x123), 3u);
+}
+
+TEST(ColourScheme, NewSchemeHasDefaultPaletteAndIdentityMap) {
+    const TColourScheme s;
+    EXPECT_EQ(s.palette[0], 0u);
+    EXPECT_EQ(s.palette[1], 0x7F0000u);  // blue sits in the third byte
+    EXPECT_EQ(s.palette[4], 0x00007Fu);  // red in the low byte
+    EXPECT_EQ(s.palette[7], 0xC0C0C0u);
+    EXPECT_EQ(s.palette[14], 0x00FFFFu);
+    EXPECT_EQ(s.palette[15], 0xFFFFFFu);
+    EXPECT_EQ(s.colours[0], 0u);
+    EXPECT_EQ(s.colours[200], 200u);
+    EXPECT_EQ(s.operation, kSchemeUntouched);
+    EXPECT_EQ(s.features[17].features, 0u);
+}
+
+TEST(ColourScheme, FindFoldsCase) {
+    TColourSchemeList list(2);
+    list[0].name = u"Classic";
+    list[1].name = u"Night";
+    EXPECT_EQ(FindColourScheme(list, u"NIGHT"), &list[1]);
+    EXPECT_EQ(FindColourScheme(list, u"Nigh"), nullptr);
+}
+
+TEST(ResolveFeature, NormalPairAndOverride) {
+    TAttrDialogData d = dataWithDefaults();
+    setFeature(d.working, 0, true, 0, 14, 1);   // combination 0's override counts for nothing
+    setFeature(d.working, 2, false, 2, 4, 5);   // no override: the normal pair
+    setFeature(d.working, 16, true, 16, 3, 6);  // override, and Reverse
+    TResolvedAttr r = ResolveFeature(d, 0);
+    EXPECT_EQ(r.foreground, 14u);
+    EXPECT_EQ(r.background, 1u);
+    r = ResolveFeature(d, 2);
+    EXPECT_EQ(r.foreground, 14u);
+    EXPECT_EQ(r.background, 1u);
+    EXPECT_EQ(r.features, 2u);
+    EXPECT_EQ(r.rawForeground, 4u);
+    EXPECT_EQ(r.rawBackground, 5u);
+    r = ResolveFeature(d, 16);
+    EXPECT_EQ(r.foreground, 6u);
+    EXPECT_EQ(r.background, 3u);
+
+    // Outside 0 to 255 the starting value comes back.
+    for (int outside : {-1, 256, 100000}) {
+        r = ResolveFeature(d, outside);
+        EXPECT_EQ(r.foreground, 7u);
+        EXPECT_EQ(r.background, 0u);
+        EXPECT_EQ(r.features, 0u);
+    }
+}
+
+TEST(ResolveFeature, BoldAndDimActionsBeforeReverseAndInvisibleAfter) {
+    TAttrDialogData d = dataWithDefaults();
+    d.working.boldMode = kActionNextGroup;
+    d.working.dimMode = kActionPreviousGroup;
+    setFeature(d.working, kAttrBold, true, kAttrBold, 2, 0);
+    EXPECT_EQ(ResolveFeature(d, kAttrBold).foreground, 10u);
+    d.working.boldMode = kActionPreviousGroup;
+    setFeature(d.working, kAttrBold, true, kAttrBold, 10, 0);
+    EXPECT_EQ(ResolveFeature(d, kAttrBold).foreground, 2u);
+
+    // Bold and Dim: only Bold's action.
+    d.working.boldMode = kActionNextColour;
+    d.working.dimMode = kActionToggleGroup;
+    setFeature(d.working, 12, true, kAttrBold | kAttrDim, 3, 0);
+    EXPECT_EQ(ResolveFeature(d, 12).foreground, 4u);
+    setFeature(d.working, kAttrDim, true, kAttrDim, 3, 0);
+    EXPECT_EQ(ResolveFeature(d, kAttrDim).foreground, 11u);
+
+    // Reverse and Bold, white on black: the action changes the white, then the pair swaps.
+    const int rb = kAttrReverse | kAttrBold;
+    setFeature(d.working, rb, true, kAttrReverse | kAttrBold, 15, 0);
+    TResolvedAttr r = ResolveFeature(d, rb);
+    EXPECT_EQ(r.foreground, 0u);
+    EXPECT_EQ(r.background, 0u);  // 15 + 1 wraps to 0, then moves to the background
+    d.working.boldMode = kActionPreviousGroup;
+    r = ResolveFeature(d, rb);
+    EXPECT_EQ(r.foreground, 0u);
+    EXPECT_EQ(r.background, 7u);
+
+    // Invisible after the swap, and only when the config samples show invisible.
+    const int ri = kAttrReverse | kAttrInvisible;
+    setFeature(d.working, ri, true, kAttrReverse | kAttrInvisible, 2, 9);
+    d.enableInvisCfg = false;
+    r = ResolveFeature(d, ri);
+    EXPECT_EQ(r.foreground, 9u);
+    EXPECT_EQ(r.background, 2u);
+    d.enableInvisCfg = true;
+    r = ResolveFeature(d, ri);
+    EXPECT_EQ(r.foreground, 2u);
+    EXPECT_EQ(r.background, 2u);
+}
+
+TEST(ResolveField, OverrideAloneDecidesAndRangeIsGuarded) {
+    TAttrDialogData d = dataWithDefaults();
+    setFeature(d.working, 0, false, 0, 7, 1);
+    d.working.fields[0] = TSchemeField{true, false, 0, 12, 3};
+    d.working.fields[5] = TSchemeField{false, true, kAttrReverse, 12, 3};
+    TResolvedAttr r = ResolveField(d, 0);
+    EXPECT_EQ(r.foreground, 12u);  // field 0 keeps its own colours
+    EXPECT_EQ(r.background, 3u);
+    r = ResolveField(d, 5);
+    EXPECT_EQ(r.foreground, 1u);  // normal pair, reversed
+    EXPECT_EQ(r.background, 7u);
+    EXPECT_EQ(r.rawForeground, 12u);
+    r = ResolveField(d, 16);
+    EXPECT_EQ(r.foreground, 7u);
+    EXPECT_EQ(r.rawForeground, 0u);
+    EXPECT_EQ(ResolveField(d, -3).foreground, 7u);
+}
+
+TEST(FeatureListText, InvisibleFirstBlinkLast) {
+    TAttrDialogData d = dataWithDefaults();
+    EXPECT_EQ(FeatureListText(d, 0, true), u"Normal");
+    EXPECT_EQ(FeatureListText(d, 0, false), u"Nml");
+    EXPECT_EQ(FeatureListText(d, kAttrBlink, true), u"Blink");
+    EXPECT_EQ(FeatureListText(d, kAttrInvisible | kAttrBold | kAttrBlink, true), u"Invisible+Bold+Blink");
+    EXPECT_EQ(FeatureListText(d, 255, false), u"Inv+Stk+Ovr+Rev+Dim+Bld+Und+Bln");
+    const auto measure = [](std::u16string_view text) { return static_cast<int>(text.size()); };
+    EXPECT_EQ(FeatureListText(d, 6, 14, measure), u"Bold+Underline");
+    EXPECT_EQ(FeatureListText(d, 6, 13, measure), u"Bld+Und");
+}
+
+TEST(DialogNames, HostNamesWinAndDefinedFlagsFollowDescriptions) {
+    const TColourTexts texts = MakeColourTexts([](std::u16string_view, std::u16string_view t) {
+        return u"T:" + std::u16string(t);
+    });
+    TAttrDialogData d;
+    LoadAttrDialogNames(d, TAttrNameTables{}, texts);
+    EXPECT_EQ(d.longNames[3], u"T:Bold");
+    EXPECT_EQ(d.shortNames[3], u"Bld");  // short defaults are never translated
+    EXPECT_EQ(d.colourNames[7], u"T:Light grey");
+    EXPECT_TRUE(d.longNames[9].empty());
+    for (bool defined : d.colourDefined) EXPECT_TRUE(defined);  // none described: all count
+    for (bool defined : d.fieldDefined) EXPECT_FALSE(defined);
+
+    TAttrNameTables sent;
+    sent.colourDescriptions[3] = u"Turquoise";
+    sent.longFeatureNames[1] = u"Flash";
+    sent.shortFeatureNames[1] = u"Fl";
+    sent.fieldDescriptions[2] = u"Input";
+    LoadAttrDialogNames(d, sent, texts);
+    EXPECT_EQ(d.colourNames[3], u"Turquoise");
+    EXPECT_EQ(d.colourNames[4], u"T:Red");
+    EXPECT_EQ(d.longNames[1], u"Flash");
+    EXPECT_EQ(d.shortNames[1], u"Fl");
+    EXPECT_EQ(d.fieldNames[2], u"Input");
+    EXPECT_TRUE(d.fieldNames[3].empty());
+    for (std::size_t i = 0; i < 16; ++i) {
+        EXPECT_EQ(d.colourDefined[i], i == 3) << i;
+        EXPECT_EQ(d.fieldDefined[i], i == 2) << i;
+    }
+}
+
+TEST(ColourTexts, KeysAndDefaults) {
+    std::map<std::u16string, std::u16string> asked;
+    const TColourTexts texts = MakeColourTexts([&](std::u16string_view key, std::u16string_view t) {
+        asked[std::u16string(key)] = std::u16string(t);
+        return std::u16string(key);
+    });
+    EXPECT_EQ(asked.size(), 9u + 16u + 5u + 5u + 4u);
+    EXPECT_EQ(asked[u"attrmapdlg_cpp_49"], u"Normal");
+    EXPECT_EQ(asked[u"attrmapdlg_cpp_57"], u"Invisible");
+    EXPECT_EQ(asked[u"attrmapdlg_cpp_88"], u"Black");
+    EXPECT_EQ(asked[u"attrmapdlg_cpp_103"], u"White");
+    EXPECT_EQ(asked[u"attrmapdlg_cpp_109"], u"Next Colour");
+    EXPECT_EQ(asked[u"attrmapdlg_cpp_113"], u"Toggle Group");
+    EXPECT_EQ(asked[u"attrmapdlg_cpp_123"], u"Lowered (shallow)");
+    EXPECT_EQ(asked[u"attrmapdlg_cpp_129"], u"(none)");
+    EXPECT_EQ(asked[u"attrmapdlg_cpp_132"], u"Stretch");
+    EXPECT_EQ(texts.longFeatureNames[8], u"attrmapdlg_cpp_57");
+    EXPECT_EQ(texts.colourNames[15], u"attrmapdlg_cpp_103");
+    EXPECT_EQ(texts.shortFeatureNames[8], u"Inv");
+    // The process-wide copy is made once.
+    EXPECT_EQ(&ColourTexts(), &ColourTexts());
+    EXPECT_FALSE(ColourTexts().colourActions[4].empty());
+}

@@ -1,0 +1,120 @@
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "colours/attrdialogdata.h"
+#include "colours/colourhooks.h"
+#include "request/reply.h"
+#include "request/session.h"
+
+using namespace qrl;
+
+namespace {
+
+const char16_t kRequest[] =
+    u"<Config ModuleType=\"ColourMap\">"
+    u"<DTD>"
+    u"<Element Name=\"CurrScheme\" Type=\"text\"/>"
+    u"<Element Name=\"Schemes\" Type=\"colourschemelist\"/>"
+    u"<Element Name=\"Names\" Type=\"attrnames\"/>"
+    u"</DTD>"
+    u"<Data>"
+    u"<Item Element=\"CurrScheme\" Value=\"night\"/>"
+    u"<Item Element=\"Names\"><feature index=\"2\" long=\"Underscore\" short=\"Us\"/>"
+    u"<colour index=\"3\" descr=\"Teal\"/><field index=\"1\" descr=\"Protected\"/></Item>"
+    u"<Item Element=\"Schemes\">"
+    u"<ColourScheme Element=\"Day\"><Item Element=\"BoldMode\" Value=\"1\"/></ColourScheme>"
+    u"<ColourScheme Element=\"Night\"><palette value=\"1 2 3\"/></ColourScheme>"
+    u"</Item>"
+    u"<Item Element=\"Schemes\"><ColourScheme Element=\"Third\"/></Item>"
+    u"</Data>"
+    u"</Config>";
+
+}  // namespace
+
+TEST(ColourHooks, RequestFillsSessionAndReplyCarriesOnlyChangedSchemes) {
+    TConfigSession session;
+    session.LoadRequestText(kRequest);
+    session.ApplyDataValues();
+    EXPECT_TRUE(session.attrDataPresent);
+    EXPECT_EQ(session.longFeatureNames[2], u"Underscore");
+    EXPECT_EQ(session.shortFeatureNames[2], u"Us");
+    EXPECT_EQ(session.colourDescriptions[3], u"Teal");
+    EXPECT_EQ(session.fieldDescriptions[1], u"Protected");
+    TColourSchemeList& schemes = SessionColourSchemes(session);
+    ASSERT_EQ(schemes.size(), 3u);  // every item adds to the list
+    EXPECT_EQ(schemes[0].boldMode, 1u);
+    EXPECT_EQ(schemes[1].palette[2], 3u);
+    EXPECT_EQ(FindColourScheme(schemes, u"NIGHT"), &schemes[1]);
+
+    // Nothing changed: an empty ColourSchemeList, and never the attribute names.
+    EXPECT_EQ(WriteDataReply(session, false),
+              u"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+              u"<Config>\n"
+              u"  <Data>\n"
+              u"    <Item Element=\"CurrScheme\" Value=\"night\"/>\n"
+              u"    <Item Element=\"ColourSchemeList\"/>\n"
+              u"  </Data>\n"
+              u"</Config>");
+
+    schemes[2].operation = kSchemeDelete;
+    schemes[0].operation = kSchemeUpdate;
+    const std::u16string reply = WriteDataReply(session, true);
+    EXPECT_EQ(reply.find(u"CurrScheme"), std::u16string::npos);  // unchanged plain value
+    const std::size_t day = reply.find(u"<ColourScheme Element=\"Day\" operation=\"update\">");
+    const std::size_t third = reply.find(u"<ColourScheme Element=\"Third\" operation=\"delete\"/>");
+    ASSERT_NE(day, std::u16string::npos);
+    ASSERT_NE(third, std::u16string::npos);
+    EXPECT_LT(day, third);
+    EXPECT_NE(reply.find(u"<Item Element=\"BoldMode\" Value=\"1\"/>"), std::u16string::npos);
+    EXPECT_EQ(reply.find(u"Night"), std::u16string::npos);
+}
+
+TEST(AttrDialogData, SettingsComeFromDataAndGoBackToElements) {
+    TConfigSession session;
+    session.LoadRequestText(
+        u"<Config><DTD>"
+        u"<Element Name=\"CurrScheme\"/><Element Name=\"DisplayMode\" Type=\"int\"/>"
+        u"<Element Name=\"EnableBlink\" Type=\"bool\"/><Element Name=\"EnableInvisCfg\" Type=\"bool\"/>"
+        u"<Element Name=\"BoxStyle\" Type=\"int\"/><Element Name=\"FeaturesUsed\" Type=\"int\" Default=\"9\"/>"
+        u"<Element Name=\"N\" Type=\"attrnames\"/>"
+        u"</DTD><Data>"
+        u"<Item Element=\"currscheme\" Value=\"Night\"/><Item Element=\"CurrScheme\" Value=\"Day\"/>"
+        u"<Item Element=\"DisplayMode\" Value=\"2x\"/><Item Element=\"FeaturesUsed\" Value=\"31\"/>"
+        u"<Item Element=\"NormalColour\" Value=\"1031\"/><Item Element=\"EnableInvisCfg\" Value=\"1\"/>"
+        u"<Item Element=\"MergeBoxes\" Value=\"yes\"/><Item Element=\"BoxStyle\" Value=\"3\"/>"
+        u"<Item Element=\"N\"><colour index=\"2\" descr=\"Leaf\"/></Item>"
+        u"</Data></Config>");
+    TAttrDialogData d;
+    d.working.name = u"left over";
+    LoadAttrDialogData(d, session);
+    EXPECT_EQ(d.session, &session);
+    EXPECT_EQ(d.customName, u"(custom)");
+    EXPECT_TRUE(d.working.name.empty());
+    EXPECT_EQ(d.currentName, u"Night");  // the first item of that name, case ignored
+    EXPECT_EQ(d.displayMode, 2u);
+    EXPECT_EQ(d.featuresUsed, 31u);
+    EXPECT_EQ(d.normalForeground, 7);  // 1031 is 0x407
+    EXPECT_EQ(d.normalBackground, 4);
+    EXPECT_TRUE(d.enableInvisCfg);
+    EXPECT_FALSE(d.enableBlink);  // absent
+    EXPECT_FALSE(d.mergeBoxes);   // "yes" is no number
+    EXPECT_EQ(d.boxStyle, 3u);
+    EXPECT_EQ(d.colourNames[2], u"Leaf");
+    EXPECT_TRUE(d.colourDefined[2]);
+    EXPECT_FALSE(d.colourDefined[3]);
+
+    d.currentName = u"(custom)";
+    d.enableBlink = true;
+    d.enableInvisCfg = false;
+    d.boxStyle = 4;
+    d.mergeBoxes = true;  // MergeBoxes has no definition: skipped
+    StoreAttrDialogData(d, session);
+    EXPECT_EQ(session.FindElement(u"CurrScheme")->value, u"(custom)");
+    EXPECT_EQ(session.FindElement(u"DisplayMode")->value, u"2");
+    EXPECT_EQ(session.FindElement(u"EnableBlink")->value, u"1");
+    EXPECT_EQ(session.FindElement(u"EnableInvisCfg")->value, u"0");
+    EXPECT_EQ(session.FindElement(u"BoxStyle")->value, u"4");
+    EXPECT_EQ(session.FindElement(u"FeaturesUsed")->value, u"9");  // not written back
+    EXPECT_EQ(session.FindElement(u"MergeBoxes"), nullptr);
+}

@@ -1,0 +1,211 @@
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <memory>
+#include <sstream>
+#include <string>
+
+#include "colours/colourschemedoc.h"
+#include "text/textutil.h"
+#include "xml/node.h"
+#include "xml/parser.h"
+
+using namespace qrl;
+using AdvXMLParser::Document;
+using AdvXMLParser::Element;
+
+namespace {
+
+std::unique_ptr<Document> parse(std::u16string_view text) {
+    AdvXMLParser::Parser parser;
+    return parser.Parse(text.data(), text.size());
+}
+
+std::u16string reply(const TColourSchemeList& schemes) {
+    Document doc(u"Config");
+    Element& data = doc.Root()->AddElement(u"Data");
+    WriteColourSchemeListItem(data, schemes);
+    std::u16string text;
+    AdvXMLParser::WriteDocument(doc, text);
+    return text;
+}
+
+std::u16string readData(const char* name) {
+    std::ifstream in(std::string(QRL_SOURCE_DIR) + "/tests/data/colours/" + name, std::ios::binary);
+    std::ostringstream bytes;
+    bytes << in.rdbuf();
+    return utf8ToUtf16(bytes.str());
+}
+
+// A scheme with something in every part of the record.
+TColourScheme sampleScheme() {
+    TColourScheme s;
+    s.name = u"Night & Day";
+    s.operation = kSchemeUpdate;
+    s.palette[0] = 0x102030;
+    s.palette[15] = 0xABCDEF;
+    s.colours[1] = 9;
+    s.colours[255] = 70000;
+    s.features[0] = TSchemeFeature{false, 0, 15, 1};
+    s.features[1] = TSchemeFeature{true, kAttrBlink | kFeatureBox, 14, 2};
+    s.features[255] = TSchemeFeature{true, 0xFFFF, 0xFF, 0xFF};
+    s.fields[0] = TSchemeField{true, false, 0, 3, 4};
+    s.fields[15] = TSchemeField{false, true, kAttrUnderline, 0xA, 0xB};
+    s.boldMode = kActionNextGroup;
+    s.dimMode = 7;
+    s.useBgGraphic = true;
+    s.graphicFile = u"C:\\pics\\<sky>.bmp";
+    s.graphicMode = kGraphicStretch;
+    return s;
+}
+
+}  // namespace
+
+TEST(AttrNames, IndexesBelow16AndKnownTagsOnly) {
+    const auto doc = parse(
+        u"<Item Element=\"AttrNames\">"
+        u"<feature index=\"1\" long=\"Flashing\" short=\"Fl\"/>"
+        u"<feature index=\"16\" long=\"Beyond\" short=\"B\"/>"
+        u"<feature index=\"-1\" long=\"Before\" short=\"B\"/>"
+        u"<colour index=\"3\" descr=\"Turquoise\"/>"
+        u"<colour index=\"x\" descr=\"Zero by accident\"/>"
+        u"<field index=\"15\" descr=\" Input \"/>"
+        u"<other index=\"2\" descr=\"nothing\" long=\"nothing\"/>"
+        u"</Item>");
+    TAttrNameTables t;
+    ReadAttrNames(t, *doc->Root());
+    EXPECT_EQ(t.longFeatureNames[1], u"Flashing");
+    EXPECT_EQ(t.shortFeatureNames[1], u"Fl");
+    EXPECT_EQ(t.colourDescriptions[3], u"Turquoise");
+    EXPECT_EQ(t.colourDescriptions[0], u"Zero by accident");  // a non-number index reads 0
+    EXPECT_EQ(t.fieldDescriptions[15], u"Input");
+    for (std::size_t i = 0; i < 16; ++i) {
+        EXPECT_EQ(t.longFeatureNames[i].empty(), i != 1) << i;
+        EXPECT_EQ(t.colourDescriptions[i].empty(), i != 0 && i != 3) << i;
+        EXPECT_EQ(t.fieldDescriptions[i].empty(), i != 15) << i;
+    }
+}
+
+TEST(ColourSchemeDocument, ReadsEveryPartOfAScheme) {
+    const auto doc = parse(
+        u"<Item Element=\"ColourSchemeList\">"
+        u"<ColourScheme Element=\"Classic\">"
+        u"<palette index=\"3\" value=\"ff 0x00ff00  abcdef\"/>"
+        u"<colours value=\"5 6 7\"/>"
+        u"<features index=\"1\" value=\"0f010004 1 ffff8001 0\"/>"
+        u"<fields index=\"2\" value=\"0b0a0002 1 1\"/>"
+        u"<fields index=\"16\" value=\"1 1 1\"/>"
+        u"<fields index=\"-1\" value=\"1 1 1\"/>"
+        u"<Item Element=\"BoldMode\" Value=\"2\"/>"
+        u"<Item Element=\"dimmode\" Value=\"4\"/>"
+        u"<Item Element=\"UseBgGraphic\" Value=\"5\"/>"
+        u"<Item Element=\"GraphicFile\" Value=\"sky.bmp\"/>"
+        u"<Item Element=\"GraphicMode\" Value=\"1\"/>"
+        u"<unknown value=\"1\"/>"
+        u"</ColourScheme>"
+        u"<AnyTag Element=\"Second\"/>"
+        u"</Item>");
+    TColourSchemeList list(1);
+    list[0].name = u"already there";
+    ReadColourSchemes(list, *doc->Root());
+    ASSERT_EQ(list.size(), 3u);  // appended, whatever the child's tag
+    const TColourScheme& s = list[1];
+    EXPECT_EQ(s.name, u"Classic");
+    EXPECT_EQ(s.operation, kSchemeUntouched);
+    // Too few numbers leave the rest as a new scheme has it; the index of palette is not read.
+    EXPECT_EQ(s.palette[0], 0xFFu);
+    EXPECT_EQ(s.palette[1], 0x00FF00u);
+    EXPECT_EQ(s.palette[2], 0xABCDEFu);
+    EXPECT_EQ(s.palette[3], DefaultPalette()[3]);
+    EXPECT_EQ(s.colours[0], 5u);
+    EXPECT_EQ(s.colours[2], 7u);
+    EXPECT_EQ(s.colours[3], 3u);
+    // features index 1 covers combinations 16 to 31; the word packs features, foreground, background.
+    EXPECT_EQ(s.features[16].features, 4u);
+    EXPECT_EQ(s.features[16].foreground, 1u);
+    EXPECT_EQ(s.features[16].background, 0x0Fu);
+    EXPECT_TRUE(s.features[16].override);
+    EXPECT_EQ(s.features[17].features, 0x8001u);
+    EXPECT_EQ(s.features[17].foreground, 0xFFu);
+    EXPECT_EQ(s.features[17].background, 0xFFu);
+    EXPECT_FALSE(s.features[17].override);
+    EXPECT_EQ(s.features[18].features, 0u);
+    EXPECT_EQ(s.features[0].foreground, 0u);
+    EXPECT_EQ(s.fields[2].features, 2u);
+    EXPECT_EQ(s.fields[2].foreground, 0x0Au);
+    EXPECT_EQ(s.fields[2].background, 0x0Bu);
+    EXPECT_TRUE(s.fields[2].override);
+    EXPECT_TRUE(s.fields[2].secondFlag);
+    for (std::size_t i = 0; i < kFieldCount; ++i) EXPECT_EQ(s.fields[i].override, i == 2) << i;  // 16, -1 ignored
+    EXPECT_EQ(s.boldMode, 2u);
+    EXPECT_EQ(s.dimMode, 4u);
+    EXPECT_TRUE(s.useBgGraphic);
+    EXPECT_EQ(s.graphicFile, u"sky.bmp");
+    EXPECT_EQ(s.graphicMode, 1u);
+    EXPECT_EQ(list[2].name, u"Second");
+    EXPECT_EQ(list[2].colours[77], 77u);
+}
+
+TEST(ColourSchemeDocument, BrokenNumbersStopTheValueAndOutOfRangeFeaturesAreIgnored) {
+    const auto doc = parse(
+        u"<Item><ColourScheme Element=\"S\">"
+        u"<palette value=\"1 2 zz 4\"/>"
+        u"<features index=\"0\" value=\"10005 1 20006\"/>"
+        u"<features index=\"16\" value=\"ff 1\"/>"
+        u"<features index=\"-1\" value=\"ff 1\"/>"
+        u"<fields index=\"1\" value=\"30000\"/>"
+        u"<Item Element=\"BoldMode\" Value=\"x\"/>"
+        u"</ColourScheme></Item>");
+    TColourSchemeList list;
+    ReadColourSchemes(list, *doc->Root());
+    ASSERT_EQ(list.size(), 1u);
+    const TColourScheme& s = list[0];
+    EXPECT_EQ(s.palette[1], 2u);
+    EXPECT_EQ(s.palette[2], DefaultPalette()[2]);
+    EXPECT_EQ(s.palette[3], DefaultPalette()[3]);
+    EXPECT_EQ(s.features[0].features, 5u);
+    EXPECT_TRUE(s.features[0].override);
+    EXPECT_EQ(s.features[1].features, 6u);  // word read, flag missing
+    EXPECT_EQ(s.features[1].foreground, 2u);
+    EXPECT_FALSE(s.features[1].override);
+    for (std::size_t i = 2; i < kCombinationCount; ++i) EXPECT_EQ(s.features[i].features, 0u) << i;
+    EXPECT_EQ(s.fields[1].foreground, 3u);
+    EXPECT_FALSE(s.fields[1].override);
+    EXPECT_EQ(s.boldMode, 0u);
+}
+
+TEST(ColourSchemeReply, OnlyUpdatedAndDeletedSchemesTravel) {
+    TColourSchemeList list(3);
+    list[0].name = u"Untouched";
+    list[1].name = u"Gone";
+    list[1].operation = kSchemeDelete;
+    list[2].name = u"Odd";
+    list[2].operation = 7;
+    EXPECT_EQ(reply(list),
+              u"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+              u"<Config>\n"
+              u"  <Data>\n"
+              u"    <Item Element=\"ColourSchemeList\">\n"
+              u"      <ColourScheme Element=\"Gone\" operation=\"delete\"/>\n"
+              u"    </Item>\n"
+              u"  </Data>\n"
+              u"</Config>");
+    list[1].operation = kSchemeUntouched;
+    EXPECT_EQ(reply(list),
+              u"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+              u"<Config>\n"
+              u"  <Data>\n"
+              u"    <Item Element=\"ColourSchemeList\"/>\n"
+              u"  </Data>\n"
+              u"</Config>");
+}
+
+TEST(ColourSchemeReply, UpdateWritesTheWholeRecordExactly) {
+    TColourSchemeList list(2);
+    list[0] = sampleScheme();
+    list[1].name = u"Old";
+    list[1].operation = kSchemeDelete;
+    const std::u16string expected = readData("scheme_reply.xml");
+    ASSERT_FALSE(expected.empty());
+    EXPECT_EQ(reply(list), expected);
+}

@@ -1,0 +1,155 @@
+#include <gtest/gtest.h>
+
+#include <map>
+#include <string>
+
+#include "mouse/mousemap.h"
+#include "mouse/mousenames.h"
+
+using namespace qrl;
+
+namespace {
+
+TMouseEvent ev(uint32_t event, bool ctrl = false, bool shift = false, bool alt = false) {
+    return TMouseEvent{event, ctrl, shift, alt};
+}
+TMouseAction act(uint32_t action, std::u16string text = {}, std::u16string script = {}) {
+    return TMouseAction{action, std::move(text), std::move(script)};
+}
+
+}  // namespace
+
+TEST(MouseText, EventFieldsEndWithColons) {
+    TMouseEvent e = ParseMouseEvent(u"1:0:1:0:");
+    EXPECT_EQ(e, ev(1, false, true, false));
+    EXPECT_EQ(ParseMouseEvent(u"11:5:-1:1:"), ev(11, true, true, true));  // flags: anything not 0
+    // A number without its ":" reads 0, and so does everything after it.
+    EXPECT_EQ(ParseMouseEvent(u"2:1:1:1"), ev(2, true, true, false));
+    EXPECT_EQ(ParseMouseEvent(u"2:1"), ev(2));
+    EXPECT_EQ(ParseMouseEvent(u"7"), ev(0));
+    EXPECT_EQ(ParseMouseEvent(u""), ev(0));
+    // Event codes outside 0 to 11 become 0; the flags are still read.
+    EXPECT_EQ(ParseMouseEvent(u"12:1:0:0:"), ev(0, true));
+    EXPECT_EQ(ParseMouseEvent(u"-1:0:0:1:"), ev(0, false, false, true));
+    EXPECT_EQ(ParseMouseEvent(u"x:y:1:z:"), ev(0, false, true));
+
+    EXPECT_EQ(MouseEventText(ev(1, false, true)), u"1:0:1:0:");
+    EXPECT_EQ(MouseEventText(ev(10, true, true, true)), u"10:1:1:1:");
+}
+
+TEST(MouseText, ActionCodeAndParameter) {
+    TMouseAction a = ParseMouseAction(u"11:hello");
+    EXPECT_EQ(a.action, 11u);
+    EXPECT_EQ(a.text, u"hello");
+    EXPECT_TRUE(a.script.empty());
+    // Only the first ":" separates.
+    a = ParseMouseAction(u"13:a:b::c");
+    EXPECT_EQ(a.action, 13u);
+    EXPECT_EQ(a.text, u"a:b::c");
+    a = ParseMouseAction(u"12:");
+    EXPECT_EQ(a.action, 12u);
+    EXPECT_TRUE(a.script.empty());
+    a = ParseMouseAction(u"12:run.scr");
+    EXPECT_EQ(a.script, u"run.scr");
+    EXPECT_TRUE(a.text.empty());
+    // Parameters of actions that take none are dropped.
+    a = ParseMouseAction(u"6:junk");
+    EXPECT_EQ(a.action, 6u);
+    EXPECT_TRUE(a.text.empty() && a.script.empty());
+    // No ":" at all, or a code out of range: not assigned.
+    EXPECT_EQ(ParseMouseAction(u"9").action, 0u);
+    a = ParseMouseAction(u"99:text");
+    EXPECT_EQ(a.action, 0u);
+    EXPECT_TRUE(a.text.empty());
+    EXPECT_EQ(ParseMouseAction(u"15:x").action, 0u);
+    EXPECT_EQ(ParseMouseAction(u"-2:x").action, 0u);
+    EXPECT_EQ(ParseMouseAction(u"14:x").action, 14u);
+
+    EXPECT_EQ(MouseActionText(act(11, u"hi:there", u"ignored")), u"11:hi:there");
+    EXPECT_EQ(MouseActionText(act(12, u"ignored", u"s.scr")), u"12:s.scr");
+    EXPECT_EQ(MouseActionText(act(4, u"ignored", u"ignored")), u"4:");
+}
+
+TEST(MouseMap, LookupFindsFirstOfTwinEntries) {
+    TMouseMap map{{ev(1), act(3)}, {ev(1), act(4)}, {ev(1, true), act(5)}};
+    EXPECT_EQ(Lookup(map, ev(1)).action, 3u);
+    EXPECT_EQ(Lookup(map, ev(1, true)).action, 5u);
+    const TMouseAction& none = Lookup(map, ev(1, false, false, true));
+    EXPECT_EQ(none.action, kMouseNotAssigned);
+    EXPECT_TRUE(none.text.empty());
+}
+
+TEST(MouseMap, SetMappingChangesRemovesAndAppends) {
+    TMouseMap map;
+    RestoreDefaultMap(map);
+    ASSERT_EQ(map.size(), 5u);
+    // Unassigning an event with an entry removes it; assigning again appends it at the end.
+    SetMapping(map, ev(kMouseRightClick), act(0));
+    EXPECT_EQ(map.size(), 4u);
+    EXPECT_EQ(Lookup(map, ev(kMouseRightClick)).action, 0u);
+    SetMapping(map, ev(kMouseRightClick), act(11, u"x"));
+    ASSERT_EQ(map.size(), 5u);
+    EXPECT_EQ(map.back().event, ev(kMouseRightClick));
+    EXPECT_EQ(map.back().action.text, u"x");
+    // Changing keeps the position and takes code, text and script.
+    SetMapping(map, ev(kMouseLeftClick), act(12, u"t", u"s"));
+    EXPECT_EQ(map[0].action.action, 12u);
+    EXPECT_EQ(map[0].action.text, u"t");
+    EXPECT_EQ(map[0].action.script, u"s");
+    // Unassigning an event without an entry adds an entry of action 0.
+    SetMapping(map, ev(kMouseMiddleClick, true), act(0));
+    ASSERT_EQ(map.size(), 6u);
+    EXPECT_EQ(map.back().action.action, 0u);
+}
+
+TEST(MouseMap, DefaultsInOrder) {
+    TMouseMap map{{ev(3), act(1)}};
+    RestoreDefaultMap(map);
+    ASSERT_EQ(map.size(), 5u);
+    EXPECT_EQ(map[0].event, ev(1));
+    EXPECT_EQ(map[0].action.action, 9u);
+    EXPECT_EQ(map[1].event, ev(1, false, true));
+    EXPECT_EQ(map[1].action.action, 10u);
+    EXPECT_EQ(map[2].event, ev(7));
+    EXPECT_EQ(map[2].action.action, 6u);
+    EXPECT_EQ(map[3].event, ev(2));
+    EXPECT_EQ(map[3].action.action, 4u);
+    EXPECT_EQ(map[4].event, ev(2, false, true));
+    EXPECT_EQ(map[4].action.action, 5u);
+}
+
+TEST(MouseDialogLogic, EventFromControlsAndLabel) {
+    EXPECT_EQ(MouseEventFromControls(1, false, false, false, false).event, 1u);
+    EXPECT_EQ(MouseEventFromControls(2, true, false, false, false).event, 5u);
+    EXPECT_EQ(MouseEventFromControls(3, true, false, false, false).event, 8u);
+    EXPECT_EQ(MouseEventFromControls(0, true, false, false, false).event, 0u);
+    EXPECT_EQ(MouseEventFromControls(3, false, true, false, true), ev(7, true, false, true));
+
+    const TMouseNames names = MakeMouseNames([](std::u16string_view, std::u16string_view t) {
+        return std::u16string(t);
+    });
+    EXPECT_EQ(MouseEventLabel(ev(1, true, true), names), u"ctrl+shift Left button click");
+    EXPECT_EQ(MouseEventLabel(ev(8), names), u" Right button double click");
+    EXPECT_EQ(MouseEventLabel(ev(4, false, false, true), names), u"alt Middle button click");
+}
+
+TEST(MouseNames, KeysAndDefaults) {
+    std::map<std::u16string, std::u16string> asked;
+    const TMouseNames names = MakeMouseNames([&](std::u16string_view key, std::u16string_view t) {
+        asked[std::u16string(key)] = std::u16string(t);
+        return u"[" + std::u16string(t) + u"]";
+    });
+    EXPECT_EQ(asked.size(), 27u);
+    EXPECT_EQ(asked[u"mousecfg_cpp_57"], u"(none)");
+    EXPECT_EQ(asked[u"mousecfg_cpp_68"], u"Mouse move");
+    EXPECT_EQ(asked[u"mousecfg_cpp_35"], u"(not assigned)");
+    EXPECT_EQ(asked[u"mousecfg_cpp_44"], u"Rectangular highlight & move cursor");
+    EXPECT_EQ(asked[u"mousecfg_cpp_49"], u"Continuous highlight & send text/macro");
+    EXPECT_EQ(names.events[10], u"[Wheel scroll]");
+    EXPECT_EQ(names.actions[12], u"[Run a script]");
+    EXPECT_EQ(&MouseNames(), &MouseNames());
+    EXPECT_EQ(MouseActionParam(11), TMouseParam::Text);
+    EXPECT_EQ(MouseActionParam(12), TMouseParam::Script);
+    EXPECT_EQ(MouseActionParam(14), TMouseParam::Text);
+    EXPECT_EQ(MouseActionParam(10), TMouseParam::None);
+}
