@@ -6,14 +6,9 @@
 #include <string>
 #include <vector>
 
-namespace qrl {
+#include "colours/colourscheme.h"  // the feature bits the sample draws
 
-// Feature bits that the sample draws (the attribute model's numbering).
-inline constexpr std::uint32_t kFeatureBlink = 1;
-inline constexpr std::uint32_t kFeatureUnderline = 2;
-inline constexpr std::uint32_t kFeatureOverline = 32;
-inline constexpr std::uint32_t kFeatureStrikeOut = 64;
-inline constexpr std::uint32_t kFeatureBox = 32768;
+namespace qrl {
 
 // Messages of the control (numbered from the platform's first user message).
 inline constexpr unsigned kSampleSetForeground = 1025;    // colour in lParam
