@@ -1,0 +1,141 @@
+#include "locale/language.h"
+
+#include "platform/platform.h"
+#include "text/textutil.h"
+
+#include <array>
+
+namespace qrl {
+
+namespace {
+
+struct SharedTextDef {
+    const char16_t* key;
+    const char16_t* english;
+};
+
+// In the order InitLanguage translates them.
+constexpr std::array<SharedTextDef, 8> kSharedTexts{{
+    {u"run_cpp_92", u"Default..."},
+    {u"run_cpp_96", u"&Select Another..."},
+    {u"run_cpp_139", u"General"},
+    {u"run_cpp_140", u"no current emulation"},
+    {u"run_cpp_141", u"no current comms"},
+    {u"run_cpp_142", u"no current file transfer"},
+    {u"run_cpp_143", u"__Default__"},
+    {u"run_cpp_144", u"Unimplemented data type"},
+}};
+
+std::array<std::u16string, kSharedTexts.size()>& sharedTexts() {
+    static std::array<std::u16string, kSharedTexts.size()> texts = [] {
+        std::array<std::u16string, kSharedTexts.size()> english;
+        for (std::size_t i = 0; i < english.size(); ++i) english[i] = kSharedTexts[i].english;
+        return english;
+    }();
+    return texts;
+}
+
+// The escapes of a language text, undone in one pass. A backslash before any other character
+// stays with it (so "\t" remains two characters); one at the very end is dropped.
+std::u16string undoEscapes(std::u16string_view text) {
+    std::u16string out;
+    out.reserve(text.size());
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] != u'\\') {
+            out += text[i];
+            continue;
+        }
+        if (++i == text.size()) break;
+        switch (text[i]) {
+        case u'"': out += u'"'; break;
+        case u'\\': out += u'\\'; break;
+        case u'n': out += u'\n'; break;
+        case u'r': out += u'\r'; break;
+        default:
+            out += u'\\';
+            out += text[i];
+        }
+    }
+    return out;
+}
+
+// One line of a .lang file, tokenised as strtok does it: the key is the first run of characters
+// other than "=", the value the following run of characters other than ",". So leading "=" are
+// skipped, later "=" belong to the value, and a comma ends the value even inside quotes.
+void parseLanguageLine(std::string_view line, std::map<std::string, std::string>& texts) {
+    line = line.substr(0, line.find('\0'));  // the line is a C string from here on
+    const std::size_t keyStart = line.find_first_not_of('=');
+    if (keyStart == std::string_view::npos) return;
+    const std::size_t keyEnd = line.find('=', keyStart);
+    if (keyEnd == std::string_view::npos) return;
+    const std::size_t valueStart = line.find_first_not_of(',', keyEnd + 1);
+    if (valueStart == std::string_view::npos) return;
+    std::string value{line.substr(valueStart, line.find(',', valueStart) - valueStart)};
+    // A leading quote goes, and with it the last character, whatever that is.
+    if (value.front() == '"') {
+        value.erase(0, 1);
+        if (!value.empty()) value.pop_back();
+    }
+    texts.emplace(line.substr(keyStart, keyEnd - keyStart), std::move(value));
+}
+
+}  // namespace
+
+TLanguageTable& languageTable() {
+    static TLanguageTable table;
+    return table;
+}
+
+const std::u16string& sharedText(SharedText which) { return sharedTexts()[static_cast<std::size_t>(which)]; }
+
+std::u16string Translate(std::u16string_view key, std::u16string_view defaultText) {
+    // Defaults take the same road through UTF-8 as stored texts, so both are treated alike.
+    const TLanguageTable& table = languageTable();
+    const auto found = table.texts.find(utf16ToLatin1(key));
+    const std::string utf8 = found != table.texts.end() ? found->second : utf16ToUtf8(defaultText);
+    return undoEscapes(utf8ToUtf16(utf8));
+}
+
+void SetLanguageDir(std::u16string_view dir) {
+    languageTable().languageDir = utf16ToLatin1(dir);
+    LoadLanguageFiles();
+}
+
+void SetLanguageId(std::u16string_view id) {
+    languageTable().languageId = utf16ToLatin1(id);
+    LoadLanguageFiles();
+}
+
+void LoadLanguageFiles() {
+    TLanguageTable& table = languageTable();
+    if (table.languageDir.empty() || table.languageId.empty()) return;
+    table.texts.clear();
+    const std::string folder = table.languageDir + "\\" + table.languageId + "\\";
+    // Files in the order the search returns them: the first file to define a key wins.
+    for (const std::string& name : platform::listFiles(folder + "*.lang")) {
+        std::string bytes;
+        if (platform::readFile(folder + name, bytes)) ParseLanguageText(bytes);
+    }
+}
+
+void ParseLanguageText(std::string_view text) {
+    std::map<std::string, std::string>& texts = languageTable().texts;
+    std::size_t start = 0;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] != '\r' && text[i] != '\n') continue;
+        if (i > start) parseLanguageLine(text.substr(start, i - start), texts);
+        start = i + 1;
+    }
+    // Whatever follows the last line end is not read.
+}
+
+void InitLanguage(std::u16string_view langId, std::u16string_view langDir) {
+    SetLanguageDir(langDir);
+    SetLanguageId(langId);
+    // The current value is the default, so a text keeps its last translation when the new
+    // language lacks the key.
+    auto& texts = sharedTexts();
+    for (std::size_t i = 0; i < texts.size(); ++i) texts[i] = Translate(kSharedTexts[i].key, texts[i]);
+}
+
+}  // namespace qrl

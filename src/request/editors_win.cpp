@@ -1,0 +1,18 @@
+#include "request/module_win.h"
+
+namespace qrl {
+
+const std::array<TEditorRoute, kEditorRouteCount>& EditorRoutes() {
+    // By EditorRoute: KeyMap, ColourMap, Printer, Hotspots, MouseMap. Each editor's subsystem puts
+    // its entry here; until then that module type fails with 630.
+    static const std::array<TEditorRoute, kEditorRouteCount> routes{
+        nullptr,  // KeyMap (keyboard)
+        nullptr,  // ColourMap (colours)
+        nullptr,  // Printer (properties)
+        nullptr,  // Hotspots (hotspots)
+        nullptr,  // MouseMap (mouse)
+    };
+    return routes;
+}
+
+}  // namespace qrl

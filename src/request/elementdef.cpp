@@ -1,0 +1,205 @@
+#include "request/elementdef.h"
+
+#include <array>
+#include <cstdint>
+
+#include "properties/font.h"
+#include "properties/printer.h"
+#include "properties/sslcertificate.h"
+#include "text/textutil.h"
+
+namespace qrl {
+
+namespace {
+
+struct TypeWord {
+    std::u16string_view word;
+    ElementType type;
+};
+
+constexpr std::array<TypeWord, 27> kTypeWords{{
+    {u"text", ElementType::Text},
+    {u"string", ElementType::Text},
+    {u"filepath", ElementType::FilePath},
+    {u"directory", ElementType::Directory},
+    {u"int", ElementType::Int},
+    {u"integer", ElementType::Int},
+    {u"bool", ElementType::Bool},
+    {u"boolean", ElementType::Bool},
+    {u"stringset", ElementType::StringSet},
+    {u"set", ElementType::Set},
+    {u"rgb", ElementType::Rgb},
+    {u"font", ElementType::Font},
+    {u"printer", ElementType::Printer},
+    {u"char8", ElementType::Char8},
+    {u"charset", ElementType::Charset},
+    {u"Undefined", ElementType::Undefined},
+    {u"keylist", ElementType::KeyList},
+    {u"keymaplist", ElementType::KeyMapList},
+    {u"keystringlist", ElementType::KeyStringList},
+    {u"colourschemelist", ElementType::ColourSchemeList},
+    {u"attrnames", ElementType::AttrNames},
+    {u"hotspots", ElementType::Hotspots},
+    {u"mousemap", ElementType::MouseMap},
+    {u"tandemcolrs", ElementType::TandemColours},
+    {u"5250colrs", ElementType::Ibm5250Colours},
+    {u"sshauthfile", ElementType::SshAuthFile},
+    {u"sslcertificate", ElementType::SslCertificate},
+}};
+
+// Names of the ASCII controls, 0 to 31.
+constexpr std::array<std::u16string_view, 32> kControlNames{
+    u"NUL", u"SOH", u"STX", u"ETX", u"EOT", u"ENQ", u"ACK", u"BEL", u"BS",  u"HT",  u"LF",
+    u"VT",  u"FF",  u"CR",  u"SO",  u"SI",  u"DLE", u"DC1", u"DC2", u"DC3", u"DC4", u"NAK",
+    u"SYN", u"ETB", u"CAN", u"EM",  u"SUB", u"ESC", u"FS",  u"GS",  u"RS",  u"US"};
+
+std::u16string hexByte(unsigned c) {
+    static constexpr char16_t kDigits[] = u"0123456789ABCDEF";
+    return std::u16string{u'0', u'x', kDigits[(c >> 4) & 0xF], kDigits[c & 0xF]};
+}
+
+// Printable as the Windows runtime's iswprint sees a byte-sized code: ASCII graphics and the
+// Latin-1 range from the no-break space on. The C1 controls are not.
+bool isPrintableCode(unsigned c) { return (c > 32 && c < 127) || c >= 160; }
+
+}  // namespace
+
+ElementType ParseElementType(std::u16string_view word) {
+    if (word.empty()) return ElementType::Text;
+    for (const TypeWord& entry : kTypeWords)
+        if (iequals(word, entry.word)) return entry.type;
+    return ElementType::Undefined;
+}
+
+bool IsListType(ElementType type) {
+    return type >= ElementType::KeyList && type <= ElementType::MouseMap;
+}
+
+std::vector<std::u16string_view> SplitCommaList(std::u16string_view text) {
+    std::vector<std::u16string_view> items;
+    std::size_t pos = 0;
+    while (pos < text.size()) {
+        if (text[pos] == u',') {
+            ++pos;
+            continue;
+        }
+        std::size_t end = text.find(u',', pos);
+        if (end == std::u16string_view::npos) end = text.size();
+        items.push_back(text.substr(pos, end - pos));
+        pos = end;
+    }
+    return items;
+}
+
+int TElementDef::GetChoiceIndex(std::u16string_view text, int fallback) const {
+    const std::vector<std::u16string>* list = nullptr;
+    if (!values.empty())
+        list = &values;
+    else if (type == ElementType::StringSet)
+        list = &strings;
+    if (list) {
+        for (std::size_t i = 0; i < list->size(); ++i)
+            if (iequals((*list)[i], text)) return static_cast<int>(i);
+        return fallback;
+    }
+    if (type == ElementType::Int || type == ElementType::Char8) {
+        const int64_t n = wtoi(text);
+        if (n >= min && n <= max) return static_cast<int>(n - min);
+    }
+    return fallback;
+}
+
+bool TElementDef::GetBool() const {
+    if (type == ElementType::Int) {
+        if (!values.empty()) return GetChoiceIndex(value, 0) != 0;
+        return wtoi(value) != 0;
+    }
+    if (type == ElementType::Set) return GetChoiceIndex(value, 0) != 0;
+    if (iequals(value, u"true") || iequals(value, u"on") || iequals(value, u"yes")) return true;
+    return wtoi(value) != 0;
+}
+
+int TElementDef::GetSetIndex() const {
+    const int wanted = wtoi(value);
+    const std::size_t count = strings.size() < values.size() ? strings.size() : values.size();
+    for (std::size_t i = 0; i < count; ++i)
+        if (wtoi(values[i]) == wanted) return static_cast<int>(i);
+    return -1;
+}
+
+int TElementDef::MacroMode() const {
+    if (!cEncoded) return 7;
+    return allowEmKeys ? 3 : 1;
+}
+
+std::u16string CharacterText(std::u16string_view value) {
+    const unsigned c = static_cast<unsigned>(wtoi(value)) & 0xFFu;
+    std::u16string text;
+    if (c < 32) {
+        text = u"<" + std::u16string(kControlNames[c]) + u"> ";
+    } else if (c == 32) {
+        text = u"<SP> ";
+    } else if (c == 127) {
+        text = u"<DEL> ";
+    } else if (isPrintableCode(c)) {
+        text.push_back(static_cast<char16_t>(c));
+        text.push_back(u' ');
+    }
+    return text + hexByte(c);
+}
+
+std::u16string ElementValueToText(const TElementDef& element) {
+    std::u16string text;
+    switch (element.type) {
+    case ElementType::Text:
+    case ElementType::FilePath:
+    case ElementType::Directory:
+    case ElementType::Int:
+    case ElementType::StringSet:
+    case ElementType::SshAuthFile:
+        text = element.password ? std::u16string(element.value.size(), u'*') : element.value;
+        break;
+    case ElementType::Bool:
+        text = element.GetBool() ? u"on" : u"off";
+        break;
+    case ElementType::Set: {
+        const int index = element.GetSetIndex();
+        text = index < 0 ? std::u16string(u"???") : element.strings[static_cast<std::size_t>(index)];
+        break;
+    }
+    case ElementType::Rgb:
+        text = u"RGB=" + element.value;
+        break;
+    case ElementType::Font: {
+        TFontDescription font;
+        ParseFont(element.value, font);
+        text = FontShortText(font);
+        break;
+    }
+    case ElementType::Printer: {
+        TPrinterProperty printer;
+        printer.Parse(element.value);
+        text = printer.ShortText();
+        break;
+    }
+    case ElementType::Char8:
+        text = CharacterText(element.value);
+        break;
+    case ElementType::SslCertificate: {
+        TSslCertificateProperty certificate;
+        certificate.Parse(element.value);
+        text = certificate.ShortText();
+        break;
+    }
+    case ElementType::Charset:
+    case ElementType::TandemColours:
+    case ElementType::Ibm5250Colours:
+        return {};
+    default:
+        text = u"???";
+        break;
+    }
+    return u"(" + text + u")";
+}
+
+}  // namespace qrl

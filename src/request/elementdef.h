@@ -1,0 +1,89 @@
+// One setting of the request's schema (an `Element` of `DTD`) with its current value. Every value is
+// kept as text from request to reply; a type is only a way of reading and showing that text.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace qrl {
+
+// The type codes travel into form building and trees; the numbers are kept exactly.
+enum class ElementType : int32_t {
+    Text = 0,
+    FilePath = 1,
+    Directory = 2,
+    Int = 3,
+    Bool = 4,
+    StringSet = 5,
+    Set = 6,
+    Rgb = 7,
+    Font = 8,
+    Printer = 9,
+    Char8 = 10,
+    Charset = 11,
+    Undefined = 12,
+    KeyList = 13,
+    KeyMapList = 14,
+    KeyStringList = 15,
+    ColourSchemeList = 16,
+    AttrNames = 17,
+    Hotspots = 18,
+    MouseMap = 19,
+    TandemColours = 20,
+    Ibm5250Colours = 21,
+    SshAuthFile = 22,
+    SslCertificate = 23,
+};
+inline constexpr int kElementTypeCount = 24;
+
+// The `Type` word, case ignored; an empty word is text, an unknown one Undefined.
+ElementType ParseElementType(std::u16string_view word);
+// The data lists that `Data` items carry as children rather than as a value (codes 13 to 19).
+bool IsListType(ElementType type);
+
+class TElementDef {
+public:
+    std::u16string name;  // fixed once read: the session's name index points into it
+    ElementType type = ElementType::Text;
+    int32_t min = 0;
+    int32_t max = 0;
+    int32_t maxLength = 0;
+    bool hidden = false;
+    bool readOnly = false;
+    bool password = false;
+    bool macroAssist = false;
+    bool allowEmKeys = false;
+    bool cEncoded = false;
+    std::u16string defaultValue;
+    std::u16string value;
+    std::u16string group;
+    std::u16string description;
+    std::vector<std::u16string> values;   // stored values of a choice
+    std::vector<std::u16string> strings;  // shown texts of a choice; parallel to values by position
+    std::u16string fileFilter;            // `values` kept whole, filepath only
+    std::u16string helpFile;
+    std::u16string helpId;
+    std::u16string defaultHelpFile;
+
+    // Position of `text` among the choices, or `fallback`.
+    int GetChoiceIndex(std::u16string_view text, int fallback) const;
+    bool GetBool() const;
+    // Position of the first stored value that equals the value as an integer, or -1.
+    int GetSetIndex() const;
+    // Mode of the Macro Assistant for this field: 7, 3 or 1.
+    int MacroMode() const;
+};
+
+// The text shown beside an element's name in trees and lists, in brackets, or empty for the types
+// that show nothing.
+std::u16string ElementValueToText(const TElementDef& element);
+// The character of a char8 value: "<ESC> 0x1B", "A 0x41", "0x80".
+std::u16string CharacterText(std::u16string_view value);
+
+// Items of a comma list as `strings` and `values` hold them: a run of commas is one separator, so
+// no item is empty; nothing quotes a comma.
+std::vector<std::u16string_view> SplitCommaList(std::u16string_view text);
+
+}  // namespace qrl

@@ -1,0 +1,95 @@
+// The DLL's entry points. Text crosses here as wchar_t, which is 16-bit on Windows: the one place it
+// is converted to and from char16_t. Nothing thrown may leave an entry point.
+#include <windows.h>
+#include <commctrl.h>
+
+#include <cwchar>
+#include <string>
+
+#include "forms/formdef.h"
+#include "forms/pleasewait.h"
+#include "forms/runform.h"
+#include "locale/inicache.h"
+#include "request/module_win.h"
+#include "request/run.h"
+#include "request/session.h"
+
+namespace qrl {
+
+namespace {
+
+uint64_t g_initWord = 0;  // fnInit's argument; nothing reads it
+
+int runStartForm(TConfigSession& session, void* parent) {
+    TFormDef* form = FindForm(session, session.startForm);
+    return RunForm(session, form, static_cast<HWND>(parent));
+}
+
+int readIniInt(std::u16string_view file, std::u16string_view section, std::u16string_view key,
+               int defaultValue) {
+    const std::u16string f(file), s(section), k(key);
+    return GetIniInt(s.c_str(), k.c_str(), defaultValue, f.c_str());
+}
+
+const TRunRoutes& DllRoutes() {
+    static const TRunRoutes routes = [] {
+        TRunRoutes made;
+        made.form = &runStartForm;
+        made.editors = EditorRoutes();
+        made.iniInt = &readIniInt;
+        return made;
+    }();
+    return routes;
+}
+
+std::u16string_view requestText(const wchar_t* request) {
+    if (!request) return {};
+    return {reinterpret_cast<const char16_t*>(request), std::wcslen(request)};
+}
+
+}  // namespace
+
+}  // namespace qrl
+
+extern "C" {
+
+int fnRunConfig2W(wchar_t* request, HWND parent, wchar_t* reply, uint64_t capacity, uint32_t* status) {
+    try {
+        INITCOMMONCONTROLSEX controls{sizeof controls, ICC_TAB_CLASSES};
+        InitCommonControlsEx(&controls);
+        return qrl::RunConfig(qrl::requestText(request), parent, reinterpret_cast<char16_t*>(reply), capacity,
+                              status, qrl::DllRoutes());
+    } catch (...) {
+        if (status) *status = 0;
+        return qrl::kResultFailed;
+    }
+}
+
+// Exported under the name a host's compiler gives `int fnRunConfigW(wchar_t*, HWND__*, wchar_t*,
+// unsigned int)` (see qrl4cfg.def). It cannot report a status.
+int qrlRunConfigW(wchar_t* request, HWND parent, wchar_t* reply, unsigned int capacity) {
+    return fnRunConfig2W(request, parent, reply, capacity, nullptr);
+}
+
+int fnInit(uint64_t word) {
+    qrl::g_initWord = word;
+    return 0;
+}
+
+int fnOpenWait(HWND parent, unsigned char flags) {
+    try {
+        if (flags & 1)
+            qrl::ClosePleaseWait();
+        else
+            qrl::OpenPleaseWait(parent);
+    } catch (...) {
+    }
+    return 0;
+}
+
+// CQRLCONFIG::operator= of the stateless exported class: returns this and copies nothing. On x64
+// a member function takes `this` in the first register and returns the reference in the result
+// register, exactly as this function does; the .def file gives it the member's exported name.
+void* qrlConfigAssign(void* self, const void*) { return self; }
+
+}  // extern "C"

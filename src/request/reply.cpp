@@ -1,0 +1,114 @@
+#include "request/reply.h"
+
+#include <algorithm>
+
+#include "request/hooks.h"
+#include "request/session.h"
+#include "text/textutil.h"
+#include "xml/node.h"
+
+namespace qrl {
+
+using AdvXMLParser::Document;
+using AdvXMLParser::Element;
+
+namespace {
+
+void addItem(Element& data, std::u16string_view name, std::u16string_view value) {
+    Element& item = data.AddElement(u"Item");
+    item.SetAttribute(u"Element").SetText(name);
+    item.SetAttribute(u"Value").SetText(value);
+}
+
+// Whether a list type has anything to write: its presence flag. Key lists and attribute names
+// travel one way and are never written.
+bool listIsWritten(const TConfigSession& session, ElementType type) {
+    switch (type) {
+    case ElementType::KeyMapList:
+    case ElementType::KeyStringList:
+        return session.keyDataPresent;
+    case ElementType::ColourSchemeList:
+        return session.attrDataPresent;
+    case ElementType::Hotspots:
+        return session.hotspotDataPresent;
+    case ElementType::MouseMap:
+        return session.mouseDataPresent;
+    default:
+        return false;
+    }
+}
+
+std::u16string write(const Document& document) {
+    std::u16string out;
+    AdvXMLParser::WriteDocument(document, out);
+    return out;
+}
+
+}  // namespace
+
+void FillDataElement(Document& document, const TConfigSession& session, bool changedOnly) {
+    Element* root = document.Root();
+    Element& data = (root ? *root : AdvXMLParser::EmptyElement()).AddElement(u"Data");
+
+    // The request's values by name, first one wins, for the change test.
+    TNameIndex<const TDataValue> sent;
+    if (changedOnly) {
+        sent.Reserve(session.dataValues.size());
+        for (const TDataValue& value : session.dataValues) sent.Add(value.name, &value);
+    }
+
+    for (const TElementDef& element : session.elements) {
+        if (IsListType(element.type)) {
+            if (!listIsWritten(session, element.type)) continue;
+            if (element.type == ElementType::Hotspots) {
+                Element& item = data.AddElement(u"Item");
+                item.SetAttribute(u"Element").SetText(u"Hotspots");
+                addItem(item, u"filename", session.hotspotFile);
+            } else if (const auto writeKind = session.hooks->DataKind(element.type).write) {
+                writeKind(session, element, data);
+            }
+            continue;
+        }
+        if (changedOnly) {
+            // A value the request never sent counts as changed; otherwise the texts must differ,
+            // case included. There is no dirty flag.
+            const TDataValue* before = sent.Find(element.name);
+            if (before && before->value == element.value) continue;
+        }
+        addItem(data, element.name, element.value);
+    }
+}
+
+std::u16string WriteDataReply(const TConfigSession& session, bool changedOnly) {
+    Document document(u"Config");
+    FillDataElement(document, session, changedOnly);
+    return write(document);
+}
+
+std::u16string WriteConnectReply(const TConfigSession& session, bool changedOnly) {
+    Document document(u"Config");
+    FillDataElement(document, session, changedOnly);
+    document.Root()->AddElement(u"Directives").AddElement(u"CommConnect");
+    return write(document);
+}
+
+std::u16string WriteModuleChangeReply(const TConfigSession& session) {
+    Document document(u"Config");
+    Element& directives = document.Root()->AddElement(u"Directives");
+    // Exact comparison, unlike the dispatch: "emul" takes the general route but changes nothing.
+    const std::u16string& type = session.moduleType;
+    if ((type == u"Emul" || type == u"Comms" || type == u"FXfer") && !session.moduleLists.empty()) {
+        Element& change = directives.AddElement(u"Change" + type);
+        change.SetAttribute(u"ModuleName").SetText(session.moduleLists.front().current);
+    }
+    return write(document);
+}
+
+int CopyReply(const std::u16string& reply, char16_t* buffer, uint64_t capacity) {
+    if (!buffer || reply.size() >= capacity) return kResultTooSmall;
+    std::copy(reply.begin(), reply.end(), buffer);
+    buffer[reply.size()] = u'\0';
+    return kResultOk;
+}
+
+}  // namespace qrl

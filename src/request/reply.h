@@ -1,0 +1,33 @@
+// The reply documents: data (changed values only, or all), connect, and module change. Each is built
+// as a tree, written with the XML writer and the tree dropped.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace AdvXMLParser {
+class Document;
+}
+
+namespace qrl {
+
+class TConfigSession;
+
+std::u16string WriteDataReply(const TConfigSession& session, bool changedOnly);
+// The data reply with `Directives` and an empty `CommConnect` behind `Data`.
+std::u16string WriteConnectReply(const TConfigSession& session, bool changedOnly);
+std::u16string WriteModuleChangeReply(const TConfigSession& session);
+// Adds `Data` and its items to the root of `document`; shared by the first two.
+void FillDataElement(AdvXMLParser::Document& document, const TConfigSession& session, bool changedOnly);
+
+// Result codes at the boundary.
+inline constexpr int kResultOk = 0;
+inline constexpr int kResultCancelled = 1;
+inline constexpr int kResultTooSmall = 160;
+inline constexpr int kResultFailed = 630;
+
+// Copies `reply` and its terminator into the host's buffer if it fits (length + 1 <= capacity):
+// kResultOk; otherwise nothing is copied and the result is kResultTooSmall.
+int CopyReply(const std::u16string& reply, char16_t* buffer, uint64_t capacity);
+
+}  // namespace qrl

@@ -1,0 +1,161 @@
+// TConfigSession: the one object that a request is read into and that every dialog works on. It owns
+// everything the request carries and is destroyed whole at the end of the run.
+//
+// Other subsystems keep their share of a request (forms and groups, key lists and maps, colour
+// schemes, the mouse map, character maps) in a record of their own that the session owns, reached
+// through Part<T>(): the session need not know their types, and each subsystem builds on its own.
+// Their readers and reply writers are hooks (request/hooks.h), installed in one place.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "request/cfgerror.h"
+#include "request/elementdef.h"
+#include "request/hostlink.h"
+#include "request/nameindex.h"
+
+namespace AdvXMLParser {
+class Element;
+}
+
+namespace qrl {
+
+class TRequestHooks;
+
+// An element name and value as the request's `Data` sent them; the reply compares against them.
+struct TDataValue {
+    std::u16string name;
+    std::u16string value;
+};
+
+struct TModuleEntry {
+    std::u16string name;
+    std::u16string description;
+};
+
+// One `ModuleList` of the request.
+struct TModuleList {
+    std::u16string type;
+    std::u16string current;  // the module selection writes the chosen module here
+    std::vector<TModuleEntry> modules;
+};
+
+class TConfigSession {
+public:
+    TConfigSession();
+    ~TConfigSession();
+    TConfigSession(const TConfigSession&) = delete;
+    TConfigSession& operator=(const TConfigSession&) = delete;
+
+    // Reads the tree of a request. Throws ECfgError; what was read stays until the session goes.
+    void LoadRequest(const AdvXMLParser::Element& root);
+    // Parses `text`, loads it and drops the tree; a syntax error becomes ECfgError
+    // "XML parsing error : line N". Does not apply the data values.
+    void LoadRequestText(std::u16string_view text);
+    // Puts each data value into its element, making a text element for a name with no definition.
+    void ApplyDataValues();
+
+    // Reads the `Element` children of a `DTD`.
+    void ReadElements(const AdvXMLParser::Element& dtd);
+
+    // The first element of that name, case ignored, or null.
+    TElementDef* FindElement(std::u16string_view name);
+    const TElementDef* FindElement(std::u16string_view name) const;
+    // Appends an empty element definition named `name`.
+    TElementDef& AddElement(std::u16string_view name);
+
+    // Help for a topic over the link; an empty topic asks for helpTopic.
+    void ShowHelp(std::u16string_view topic) const { link.ShowHelp(topic, helpTopic); }
+
+    // The record that subsystem T keeps in the session, made (value-initialised) on first use and
+    // destroyed with the session. T is any default-constructible type of that subsystem, e.g.
+    //   struct TFormStore { std::list<TFormDef> forms; std::deque<TGroupDef> groups; ... };
+    //   session.Part<TFormStore>().forms
+    template <class T>
+    T& Part();
+    // The record if it was made, else null.
+    template <class T>
+    T* FindPart() const;
+
+    std::u16string startForm;  // `StartForm` of `Interface`, set by the form engine's reader
+    std::u16string moduleType;
+    std::u16string iniFile;
+    std::u16string langId;
+    std::u16string langDir;
+
+    // In document order. Elements keep their addresses (dialogs and trees point at them). Append
+    // only; AddElement is the usual way, and FindElement also sees elements appended directly.
+    std::deque<TElementDef> elements;
+    std::vector<TDataValue> dataValues;
+    std::vector<TModuleList> moduleLists;
+
+    bool keyDataPresent = false;
+    bool attrDataPresent = false;
+    std::array<std::u16string, 16> shortFeatureNames;
+    std::array<std::u16string, 16> longFeatureNames;
+    std::array<std::u16string, 16> colourDescriptions;
+    std::array<std::u16string, 16> fieldDescriptions;
+    bool hotspotDataPresent = false;
+    std::u16string hotspotFile;
+    std::u16string hotspotDirectory;
+    std::u16string hotspotEmulation;
+    bool mouseDataPresent = false;
+
+    std::u16string helpBaseFile;
+    std::u16string helpFile;
+    std::u16string helpTopic;
+    HostLink link;  // linkWindow and linkMessage
+    bool connected = false;
+    std::u16string authFileDirectory;
+    std::vector<std::u16string> authFiles;  // sorted
+
+    // The readers and writers this session uses: the process-wide set unless a test gives its own.
+    const TRequestHooks* hooks;
+
+private:
+    void ReadChild(const AdvXMLParser::Element& child);
+    void ReadData(const AdvXMLParser::Element& data);
+    void ReadModuleList(const AdvXMLParser::Element& node);
+    void ReadHelp(const AdvXMLParser::Element& node);
+    void ReadLink(const AdvXMLParser::Element& node);
+    void ReadAuthFiles();
+    void CatchUpIndex() const;
+
+    // Elements are indexed lazily up to the count seen, so appends from anywhere are found too.
+    mutable TNameIndex<TElementDef> elementIndex_;
+    mutable std::size_t indexedElements_ = 0;
+
+    template <class T>
+    static const void* PartKey() {
+        static const char key = 0;
+        return &key;
+    }
+    std::vector<std::pair<const void*, std::shared_ptr<void>>> parts_;
+};
+
+template <class T>
+T& TConfigSession::Part() {
+    if (T* existing = FindPart<T>()) return *existing;
+    // shared_ptr<void> keeps the deleter of T, so the session destroys a type it cannot see.
+    std::shared_ptr<T> made = std::make_shared<T>();
+    T* result = made.get();
+    parts_.emplace_back(PartKey<T>(), std::move(made));
+    return *result;
+}
+
+template <class T>
+T* TConfigSession::FindPart() const {
+    for (const auto& [key, part] : parts_)
+        if (key == PartKey<T>()) return static_cast<T*>(part.get());
+    return nullptr;
+}
+
+}  // namespace qrl

@@ -1,0 +1,40 @@
+#include "request/module_win.h"
+
+namespace qrl {
+
+namespace {
+
+struct TWindowClassEntry {
+    const wchar_t* name;
+    bool (*registerClass)(HINSTANCE);    // null while the control does not exist yet
+    void (*unregisterClass)(HINSTANCE);  // null: UnregisterClassW by name
+};
+
+// The order is fixed: qrsample, qrpalette, qrcolpatch, PressKeyWin, PleaseWaitWin, qrkeyb4.
+const TWindowClassEntry kWindowClasses[] = {
+    {L"qrsample", nullptr, nullptr},       // colour sample control (forms, colours)
+    {L"qrpalette", nullptr, nullptr},      // palette control (colours)
+    {L"qrcolpatch", nullptr, nullptr},     // colour patch control (colours)
+    {L"PressKeyWin", nullptr, nullptr},    // key capture window (keyboard)
+    {L"PleaseWaitWin", nullptr, nullptr},  // please-wait window (forms)
+    {L"qrkeyb4", nullptr, nullptr},        // keyboard picture (keyboard)
+};
+
+}  // namespace
+
+void RegisterModuleClasses(HINSTANCE instance) {
+    for (const TWindowClassEntry& entry : kWindowClasses)
+        if (entry.registerClass) entry.registerClass(instance);
+}
+
+void UnregisterModuleClasses(HINSTANCE instance) {
+    for (const TWindowClassEntry& entry : kWindowClasses) {
+        if (!entry.registerClass) continue;
+        if (entry.unregisterClass)
+            entry.unregisterClass(instance);
+        else
+            UnregisterClassW(entry.name, instance);
+    }
+}
+
+}  // namespace qrl

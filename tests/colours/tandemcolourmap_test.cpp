@@ -1,0 +1,109 @@
+#include "colours/tandemcolourmap.h"
+
+#include <array>
+
+#include <gtest/gtest.h>
+
+using namespace qrl;
+
+namespace {
+
+using Bytes = std::array<uint8_t, TTandemColourMap::kIndexes>;
+
+// The patterns as worked out by hand from the two rules, for background 0 and foreground 15.
+constexpr Bytes kNewMap{7,  15, 135, 15, 7, 15, 7,   143, 0,  15, 7,  15, 135, 15, 7, 6,
+                        6,  134, 6, 15, 7, 15, 135, 6,  6,  6,  6,  143, 7, 15, 7, 15};
+constexpr Bytes kResetEach{15, 7, 143, 135, 15, 7, 143, 135, 0,  7, 143, 135, 15, 7, 143, 135,
+                           6,  6, 134, 134, 15, 7, 143, 135, 6, 6, 134, 134, 15, 7, 143, 135};
+
+}  // namespace
+
+TEST(TandemColourMap, NewMapAndResetFollowTheirOwnRules) {
+    TTandemColourMap map;
+    EXPECT_EQ(map.bytes, kNewMap);
+    for (std::size_t i = 0; i < TTandemColourMap::kIndexes; ++i) {
+        map.ResetIndex(i);
+        EXPECT_EQ(map.bytes[i], kResetEach[i]) << "index " << i;
+    }
+    EXPECT_NE(kResetEach[0], kNewMap[0]);
+    map.ResetIndex(32);  // out of range: ignored
+    EXPECT_EQ(map.bytes, kResetEach);
+
+    // Index 8 always has foreground equal to background, also with other default colours.
+    TTandemColourMap other;
+    other.defaultBackground = 1;
+    other.defaultForeground = 6;
+    other.SetDefaults();
+    EXPECT_EQ(other.bytes[8], 0x11);
+    EXPECT_EQ(other.bytes[0], 0x16);  // 1 * 16 + (6 | 8), bit 8 cleared at an even index
+    EXPECT_EQ(other.bytes[1], 0x1E);
+    other.bytes[8] = 0x4F;
+    other.ResetIndex(8);
+    EXPECT_EQ(TTandemColourMap::Foreground(other.bytes[8]), TTandemColourMap::Background(other.bytes[8]));
+}
+
+TEST(TandemColourMap, StreamRoundTripsAndKeepsDefaultsWhereShort) {
+    TTandemColourMap map;
+    for (std::size_t i = 0; i < TTandemColourMap::kIndexes; ++i) map.bytes[i] = static_cast<uint8_t>(i * 8 + 1);
+    const std::u16string text = map.ToText();
+    EXPECT_EQ(text.rfind(u"1;9;17;", 0), 0u);
+    for (const std::u16string& canonical : {text, TTandemColourMap{}.ToText()}) {
+        TTandemColourMap read;
+        read.Parse(canonical);
+        EXPECT_EQ(read.ToText(), canonical);
+    }
+
+    TTandemColourMap read;
+    read.Parse(u"31;47");
+    EXPECT_EQ(read.bytes[0], 31);
+    EXPECT_EQ(read.bytes[1], 47);
+    for (std::size_t i = 2; i < TTandemColourMap::kIndexes; ++i) EXPECT_EQ(read.bytes[i], kNewMap[i]);
+
+    read.Parse(u"1;;3;");  // an empty field stops the reading
+    EXPECT_EQ(read.bytes[0], 1);
+    EXPECT_EQ(read.bytes[1], kNewMap[1]);
+    EXPECT_EQ(read.bytes[2], kNewMap[2]);
+
+    read.Parse(u"300;");
+    EXPECT_EQ(read.bytes[0], 44);  // the low byte
+    read.Parse(u";;;");
+    EXPECT_EQ(read.bytes, kNewMap);
+}
+
+TEST(TandemColourMap, CombosStoreNibbles) {
+    TTandemColourMap map;
+    map.bytes[3] = 0x00;
+    map.SetForegroundPosition(3, 12);
+    map.SetBackgroundPosition(3, 4);
+    EXPECT_EQ(map.bytes[3], 0x4C);
+    // Both "White" entries of the background combo store 15, and both show as position 8.
+    map.SetBackgroundPosition(3, 8);
+    EXPECT_EQ(TTandemColourMap::Background(map.bytes[3]), 15);
+    map.SetBackgroundPosition(3, 15);
+    EXPECT_EQ(TTandemColourMap::Background(map.bytes[3]), 15);
+    EXPECT_EQ(TandemBackgroundPosition(15), 8);
+    EXPECT_EQ(TandemBackgroundPosition(8), 8);
+    EXPECT_EQ(TandemBackgroundPosition(9), 9);
+    EXPECT_EQ(TandemForegroundPosition(8), 8);
+    EXPECT_EQ(std::u16string_view{kTandemColours[8].foregroundText}, u"Dark Grey");
+    for (const TTandemColour& c : kTandemColours) EXPECT_NE(std::u16string_view{c.backgroundText}, u"Dark Grey");
+    // A position outside the combo counts as 0; the other nibble stays.
+    map.SetForegroundPosition(3, 16);
+    EXPECT_EQ(map.bytes[3], 0xF0);
+    map.SetForegroundPosition(3, -1);
+    EXPECT_EQ(map.bytes[3], 0xF0);
+    map.SetForegroundPosition(40, 5);  // no such index: nothing happens
+    EXPECT_EQ(kTandemColours[12].sample, 0x0000FFu);  // Light Red, red in the low byte
+}
+
+TEST(TandemColourMap, AttributeListSkipsUnofferedIndexes) {
+    EXPECT_EQ(TandemIndexOfListPosition(0), 0);
+    EXPECT_EQ(TandemIndexOfListPosition(19), 19);
+    EXPECT_EQ(TandemIndexOfListPosition(20), 24);
+    EXPECT_EQ(TandemIndexOfListPosition(23), 27);
+    EXPECT_EQ(TandemIndexOfListPosition(24), -1);
+    EXPECT_EQ(TandemIndexOfListPosition(-1), -1);
+    EXPECT_EQ(std::u16string_view{TandemAttributeText(20)}, u"Underscore, Invisible");
+    EXPECT_EQ(std::u16string_view{TandemAttributeText(15)}, u"Invisible, Reverse, Blinking, Dim");
+    EXPECT_EQ(std::u16string_view{TandemAttributeText(24)}, u"");
+}

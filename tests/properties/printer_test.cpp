@@ -1,0 +1,210 @@
+#include "properties/printer.h"
+
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "properties/devmode.h"
+
+using namespace qrl;
+
+namespace {
+
+uint32_t Le(const std::vector<uint8_t>& b, std::size_t offset, std::size_t width) {
+    uint32_t v = 0;
+    for (std::size_t i = width; i-- > 0;) v = (v << 8) | b.at(offset + i);
+    return v;
+}
+
+// 32 numbers as a device mode holds them, with a negative short and a large four-byte field.
+const std::u16string kNumbers =
+    u"1025 1 220 3 16143 1 9 0 0 100 1 15 600 2 1 600 1 0 96 32 1920 1080 0 60 0 0 0 0 0 0 0 -2147483648";
+
+TPrinterProperty SampleSetup() {
+    TPrinterProperty p;
+    p.driver = u"winspool";
+    p.device = u"Laser 5";
+    p.port = u"LPT1:";
+    p.useDefault = false;
+    p.deviceMode = u"Laser 5";
+    p.formName = u"A4";
+    p.modeNumbers = kNumbers;
+    p.driverExtra = u"000300FF7A";
+    return p;
+}
+
+}  // namespace
+
+TEST(PrinterProperty, EmptyValueIsTheDefaultPrinter) {
+    TPrinterProperty p;
+    ParsePrinter(u"", p);
+    EXPECT_TRUE(p.useDefault);
+    EXPECT_EQ(PrinterShortText(p), u"Default printer");
+    EXPECT_EQ(PrinterToText(p), u"|||1|||||");
+}
+
+TEST(PrinterProperty, TextRoundTripsAndShortText) {
+    const TPrinterProperty p = SampleSetup();
+    const std::u16string text = PrinterToText(p);
+    EXPECT_EQ(text, u"Laser 5|LPT1:|winspool|0|Laser 5|A4|" + kNumbers + u"|000300FF7A|");
+    TPrinterProperty read;
+    read.Parse(text);
+    EXPECT_EQ(read.driver, u"winspool");
+    EXPECT_EQ(read.driverExtra, u"000300FF7A");
+    EXPECT_FALSE(read.useDefault);
+    EXPECT_EQ(read.ToText(), text);
+    EXPECT_EQ(read.ShortText(), u"Laser 5 on LPT1:");
+
+    // A device with useDefault set still shows the default printer; so does no device.
+    read.Parse(u"Laser 5|LPT1:|winspool|1|");
+    EXPECT_EQ(read.ShortText(), u"Default printer");
+    read.Parse(u"|LPT1:|winspool|0|");
+    EXPECT_EQ(read.ShortText(), u"Default printer");
+}
+
+TEST(PrinterProperty, ShortOrOddTexts) {
+    TPrinterProperty p;
+    ParsePrinter(u"Laser|LPT2:|", p);  // useDefault not reached: stays on
+    EXPECT_EQ(p.device, u"Laser");
+    EXPECT_EQ(p.port, u"LPT2:");
+    EXPECT_TRUE(p.useDefault);
+
+    ParsePrinter(u"Laser|LPT2:|drv|0", p);  // the last field may lack its separator
+    EXPECT_FALSE(p.useDefault);
+    EXPECT_EQ(p.ShortText(), u"Laser on LPT2:");
+
+    ParsePrinter(u"a|b|c|yes|", p);
+    EXPECT_FALSE(p.useDefault);  // not a number: 0
+    ParsePrinter(u"a|b|c| 2|", p);
+    EXPECT_TRUE(p.useDefault);
+
+    ParsePrinter(u"1|2|3|0|5|6|7|8|9|10|", p);  // fields beyond eight are ignored
+    EXPECT_EQ(p.driverExtra, u"8");
+    EXPECT_EQ(PrinterToText(p), u"1|2|3|0|5|6|7|8|");
+
+    // Reading starts from a fresh property.
+    ParsePrinter(u"x|", p);
+    EXPECT_EQ(p.port, u"");
+    EXPECT_TRUE(p.useDefault);
+}
+
+TEST(PrinterDeviceMode, BuiltFromTheTextAndReadBack) {
+    const TPrinterProperty p = SampleSetup();
+    const std::vector<uint8_t> dm = BuildDeviceMode(p);
+    ASSERT_EQ(dm.size(), kDevModeSize + 3);
+    EXPECT_EQ(Le(dm, 0, 2), u'L');
+    EXPECT_EQ(Le(dm, 102, 2), u'A');
+    EXPECT_EQ(Le(dm, 104, 2), u'4');
+    EXPECT_EQ(Le(dm, 64, 2), 1025u);   // dmSpecVersion
+    EXPECT_EQ(Le(dm, 68, 2), 220u);    // dmSize
+    EXPECT_EQ(Le(dm, 70, 2), 3u);      // dmDriverExtra
+    EXPECT_EQ(Le(dm, 72, 4), 16143u);  // dmFields
+    EXPECT_EQ(Le(dm, 76, 2), 1u);      // dmOrientation
+    EXPECT_EQ(Le(dm, 78, 2), 9u);      // dmPaperSize
+    EXPECT_EQ(Le(dm, 98, 2), 1u);      // dmTTOption
+    EXPECT_EQ(Le(dm, 100, 2), 0u);     // dmCollate
+    EXPECT_EQ(Le(dm, 166, 2), 96u);    // dmLogPixels
+    EXPECT_EQ(Le(dm, 168, 4), 32u);    // dmBitsPerPel
+    EXPECT_EQ(Le(dm, 216, 4), 0x80000000u);  // dmPanningHeight
+    EXPECT_EQ(dm[220], 0x00);
+    EXPECT_EQ(dm[221], 0xFF);
+    EXPECT_EQ(dm[222], 0x7A);
+
+    // The private bytes and every number come back as they were stored.
+    TPrinterProperty read;
+    ReadDeviceMode(read, dm.data(), dm.size());
+    EXPECT_EQ(read.deviceMode, p.deviceMode);
+    EXPECT_EQ(read.formName, p.formName);
+    EXPECT_EQ(read.modeNumbers, kNumbers);
+    EXPECT_EQ(read.driverExtra, u"000300FF7A");
+
+    TPrinterProperty none = p;
+    none.modeNumbers.clear();
+    EXPECT_TRUE(BuildDeviceMode(none).empty());
+    ReadDeviceMode(none, nullptr, 0);
+    EXPECT_EQ(none.deviceMode, u"");
+    EXPECT_EQ(none.driverExtra, u"");
+}
+
+TEST(PrinterDeviceMode, OddTextsGiveASelfConsistentBlock) {
+    TPrinterProperty p;
+    p.modeNumbers = u"1 2 999 7";  // a wrong dmSize and dmDriverExtra, and numbers missing
+    p.driverExtra = u"0005AABB";   // five announced, two present
+    p.deviceMode = std::u16string(40, u'D');
+    const std::vector<uint8_t> dm = BuildDeviceMode(p);
+    ASSERT_EQ(dm.size(), kDevModeSize + 2);
+    EXPECT_EQ(Le(dm, 68, 2), 220u);
+    EXPECT_EQ(Le(dm, 70, 2), 2u);
+    EXPECT_EQ(Le(dm, 72, 4), 0u);
+    EXPECT_EQ(Le(dm, 62, 2), u'D');  // 32 characters fill the name without a terminator
+    EXPECT_EQ(Le(dm, 64, 2), 1u);
+    TPrinterProperty read;
+    ReadDeviceMode(read, dm.data(), dm.size());
+    EXPECT_EQ(read.deviceMode, std::u16string(32, u'D'));
+    EXPECT_EQ(read.driverExtra, u"0002AABB");
+
+    p.driverExtra = u"zz";
+    EXPECT_EQ(BuildDeviceMode(p).size(), kDevModeSize);
+}
+
+TEST(PrinterDeviceMode, ReadingStaysInsideTheBlock) {
+    std::vector<uint8_t> dm = BuildDeviceMode(SampleSetup());
+    TPrinterProperty read;
+    // A block cut short: what lies beyond reads as zero, the private bytes are cut.
+    ReadDeviceMode(read, dm.data(), 221);
+    EXPECT_EQ(read.driverExtra, u"000100");
+    ReadDeviceMode(read, dm.data(), 70);
+    std::u16string zeros;
+    for (int i = 0; i < 29; ++i) zeros += u" 0";
+    EXPECT_EQ(read.modeNumbers, u"1025 1 220" + zeros);
+    EXPECT_EQ(read.formName, u"");
+    EXPECT_EQ(read.driverExtra, u"0000");
+    ReadDeviceMode(read, dm.data(), 1);
+    EXPECT_EQ(read.deviceMode, u"");
+
+    // A block whose dmSize is smaller than the structure: fields beyond it are not read, and the
+    // private bytes are taken from where it says.
+    dm[68] = 100;
+    dm[69] = 0;
+    ReadDeviceMode(read, dm.data(), dm.size());
+    EXPECT_EQ(read.formName, u"");
+    EXPECT_EQ(read.driverExtra.substr(0, 4), u"0003");
+    // A dmSize beyond the block leaves no private bytes.
+    dm[69] = 0x10;
+    ReadDeviceMode(read, dm.data(), dm.size());
+    EXPECT_EQ(read.driverExtra, u"0000");
+}
+
+TEST(PrinterDevNames, OffsetsInCharactersFromEight) {
+    const TPrinterProperty p = SampleSetup();
+    const std::vector<uint8_t> dn = BuildDevNames(p);
+    EXPECT_EQ(Le(dn, 0, 2), 8u);
+    EXPECT_EQ(Le(dn, 2, 2), 8u + 9);
+    EXPECT_EQ(Le(dn, 4, 2), 8u + 9 + 8);
+    EXPECT_EQ(Le(dn, 6, 2), 0u);  // not the default printer
+    EXPECT_EQ(dn.size(), (8u + 9 + 8 + 6) * 2);
+    EXPECT_EQ(Le(dn, 16, 2), u'w');
+
+    TPrinterProperty read;
+    ReadDevNames(read, dn.data(), dn.size());
+    EXPECT_EQ(read.driver, u"winspool");
+    EXPECT_EQ(read.device, u"Laser 5");
+    EXPECT_EQ(read.port, u"LPT1:");
+
+    // Cut inside the port: the name ends with the block. Cut before it: empty.
+    ReadDevNames(read, dn.data(), dn.size() - 6);
+    EXPECT_EQ(read.port, u"LPT");
+    ReadDevNames(read, dn.data(), 40);
+    EXPECT_EQ(read.port, u"");
+    EXPECT_EQ(read.driver, u"winspool");
+    read.driver = u"kept";
+    ReadDevNames(read, dn.data(), 6);  // no block: the names stay
+    EXPECT_EQ(read.driver, u"kept");
+
+    TPrinterProperty def;
+    EXPECT_EQ(Le(BuildDevNames(def), 6, 2), 1u);
+
+    TPrinterProperty huge;
+    huge.driver = std::u16string(70000, u'x');
+    EXPECT_TRUE(BuildDevNames(huge).empty());
+}

@@ -1,0 +1,136 @@
+#include "properties/sslcertificate.h"
+
+#include <gtest/gtest.h>
+
+using namespace qrl;
+
+TEST(SslCertificate, WritesOnlyWhatIsSet) {
+    TSslCertificateProperty p;
+    p.storeType = TCertStoreType::None;
+    p.store = u"MY";
+    p.subject = u"CN=x";
+    EXPECT_EQ(p.ToText(), u"");
+
+    p.storeType = TCertStoreType::Pem;
+    p.store.clear();
+    p.subject.clear();
+    EXPECT_EQ(p.ToText(), u"Type=PEM|");
+
+    p.storeType = TCertStoreType::System;
+    p.store = u"MY";
+    p.storePassword = u"a";
+    p.subject = u"CN=Alice, O=Org";
+    EXPECT_EQ(p.ToText(), u"Type=CertStore|Store=MY|StorePassword=H#q!?h|Subject=CN=Alice, O=Org|");
+
+    // The password's own condition does not depend on the store.
+    p.storeType = TCertStoreType::Pkcs12;
+    p.store.clear();
+    p.subject.clear();
+    EXPECT_EQ(p.ToText(), u"Type=P12|StorePassword=H#q!?h|");
+    p.storeType = TCertStoreType::Der;
+    EXPECT_EQ(p.ToText().substr(0, 9), u"Type=DER|");
+}
+
+TEST(SslCertificate, ReadsKeysInAnyOrder) {
+    TSslCertificateProperty p;
+    p.Parse(u"Subject=CN=Bob|Store=C:\\certs\\bob.pfx|Type=P12|StorePassword=plain|");
+    EXPECT_EQ(p.storeType, TCertStoreType::Pkcs12);
+    EXPECT_EQ(p.store, u"C:\\certs\\bob.pfx");
+    EXPECT_EQ(p.storePassword, u"plain");  // not scrambled: used as it stands
+    EXPECT_EQ(p.subject, u"CN=Bob");
+
+    // Missing keys leave their fields empty; an unknown type is none.
+    p.Parse(u"Type=pem|Bogus|Store|=x|");
+    EXPECT_EQ(p.storeType, TCertStoreType::None);
+    EXPECT_EQ(p.store, u"");
+    EXPECT_EQ(p.subject, u"");
+
+    // The first field of a key counts, the last field may lack its separator, and nothing
+    // escapes "|" inside a value.
+    p.Parse(u"Type=DER|Store=a|Store=b|Subject=CN=x|y");
+    EXPECT_EQ(p.storeType, TCertStoreType::Der);
+    EXPECT_EQ(p.store, u"a");
+    EXPECT_EQ(p.subject, u"CN=x");
+    p.Parse(u"Type=DER|Subject=CN=x=y");
+    EXPECT_EQ(p.subject, u"CN=x=y");
+
+    p.Parse(u"");
+    EXPECT_EQ(p.storeType, TCertStoreType::None);
+    EXPECT_EQ(p.ToText(), u"");
+}
+
+TEST(SslCertificate, CanonicalTextsRoundTrip) {
+    TSslCertificateProperty p;
+    p.storeType = TCertStoreType::Pem;
+    p.store = u"/home/u/client.pem";
+    p.storePassword = u"s3cr\u00e9t with blanks and = and | signs";
+    p.subject = u"E=u@example.org, CN=Client, O=Example";
+    const std::u16string text = p.ToText();
+    TSslCertificateProperty read;
+    read.Parse(text);
+    EXPECT_EQ(read.storePassword, p.storePassword);
+    EXPECT_EQ(read.ToText(), text);
+    EXPECT_EQ(text.find(u"s3cr"), std::u16string::npos);
+}
+
+TEST(SslCertificate, PasswordScrambling) {
+    EXPECT_EQ(ScramblePassword(u""), u"");
+    EXPECT_EQ(ScramblePassword(u"a"), u"H#q!?h");  // pins the key table: stored passwords must stay readable
+    const std::u16string s = ScramblePassword(u"password");
+    EXPECT_EQ(s.size(), 2u * 8 + 4);
+    EXPECT_EQ(s.substr(2, 2), u"q!");
+    for (std::size_t i = 4; i < s.size(); i += 2) {
+        EXPECT_GE(s[i], 0x38);
+        EXPECT_LE(s[i], 0x47);
+        EXPECT_GE(s[i + 1], 0x63);
+        EXPECT_LE(s[i + 1], 0x72);
+    }
+    EXPECT_EQ(UnscramblePassword(s), u"password");
+
+    // A password longer than the key table wraps around it.
+    const std::u16string longPassword(150, u'x');
+    EXPECT_EQ(UnscramblePassword(ScramblePassword(longPassword)), longPassword);
+    EXPECT_NE(ScramblePassword(longPassword).substr(4, 2), ScramblePassword(longPassword).substr(6, 2));
+
+    // Whatever is not well formed is a clear password.
+    EXPECT_EQ(UnscramblePassword(u"abc"), u"abc");
+    EXPECT_EQ(UnscramblePassword(u"q!"), u"q!");
+    std::u16string badCheck = s;
+    badCheck[0] = badCheck[0] == u'A' ? u'B' : u'A';
+    EXPECT_EQ(UnscramblePassword(badCheck), badCheck);
+    std::u16string badBody = s;
+    badBody[5] = static_cast<char16_t>(badBody[5] + 1);  // the check no longer matches
+    EXPECT_EQ(UnscramblePassword(badBody), badBody);
+    std::u16string badMarker = s;
+    badMarker[3] = u'?';
+    EXPECT_EQ(UnscramblePassword(badMarker), badMarker);
+    EXPECT_EQ(UnscramblePassword(u"!!q!"), u"");  // well formed, empty body
+
+    // Narrow conversion: a character beyond 255 becomes '?', a zero character ends the text.
+    EXPECT_EQ(UnscramblePassword(ScramblePassword(u"a\u20acb")), u"a?b");
+    EXPECT_EQ(UnscramblePassword(ScramblePassword(std::u16string{u"ab\0cd", 5})), u"ab");
+    EXPECT_EQ(ScramblePassword(std::u16string{u"\0x", 2}), u"");
+}
+
+TEST(SslCertificate, ShortTextIsTheCommonName) {
+    TSslCertificateProperty p;
+    p.subject = u"C=GB, CN=Alice Smith, O=Org";
+    EXPECT_EQ(p.ShortText(), u"Alice Smith");
+    p.subject = u"O=Org, CN=Last";
+    EXPECT_EQ(p.ShortText(), u"Last");
+    p.subject = u"O=Org, OU=Unit";
+    EXPECT_EQ(p.ShortText(), u"O=Org, OU=Unit");
+    p.subject = u"cn=lower";
+    EXPECT_EQ(p.ShortText(), u"cn=lower");  // "CN=" is found as written
+    p.subject.clear();
+    EXPECT_EQ(p.ShortText(), u"");
+    EXPECT_EQ(SslShortName("CN=,x"), "");
+}
+
+TEST(SslCertificate, LibraryStoreTypes) {
+    EXPECT_EQ(LibraryStoreType(TCertStoreType::None), 0);
+    EXPECT_EQ(LibraryStoreType(TCertStoreType::System), 0);
+    EXPECT_EQ(LibraryStoreType(TCertStoreType::Pem), 6);
+    EXPECT_EQ(LibraryStoreType(TCertStoreType::Der), 8);
+    EXPECT_EQ(LibraryStoreType(TCertStoreType::Pkcs12), 2);
+}

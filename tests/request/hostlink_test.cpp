@@ -1,0 +1,182 @@
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <cstring>
+
+#include "fakehost.h"
+#include "request/hostlink.h"
+#include "request/session.h"
+
+namespace qrl {
+namespace {
+
+using testing::TFakeHost;
+
+HostLink linkTo(TFakeHost& host) {
+    HostLink link;
+    link.window = 0x1234;
+    link.message = 0x400;
+    link.channel = &host;
+    return link;
+}
+
+THostExchangeRecord& exchangeOf(const THostLinkRecord& record) {
+    return *reinterpret_cast<THostExchangeRecord*>(static_cast<uintptr_t>(record.second));
+}
+
+// Writes `text` into the module's reply buffer if it fits, else asks for more.
+uint64_t answerWith(const THostLinkRecord& record, const std::u16string& text) {
+    THostExchangeRecord& exchange = exchangeOf(record);
+    if (exchange.capacity < text.size() + 1) {
+        exchange.needed = text.size() + 1;
+        return 160;
+    }
+    auto* buffer = reinterpret_cast<char16_t*>(static_cast<uintptr_t>(exchange.reply));
+    std::memcpy(buffer, text.c_str(), (text.size() + 1) * sizeof(char16_t));
+    return 0;
+}
+
+TEST(HostLinkRecords, WireLayout) {
+    EXPECT_EQ(offsetof(THostLinkRecord, first), 4u);
+    EXPECT_EQ(offsetof(THostLinkRecord, second), 12u);
+    EXPECT_EQ(offsetof(THostExchangeRecord, request), 8u);
+    EXPECT_EQ(offsetof(THostExchangeRecord, reply), 16u);
+    EXPECT_EQ(offsetof(THostExchangeRecord, capacity), 24u);
+    EXPECT_EQ(offsetof(THostExchangeRecord, needed), 32u);
+    EXPECT_EQ(THostExchangeRecord{}.size, 48u);
+    EXPECT_EQ(offsetof(THostAttributeColourRecord, attribute2), 5u);
+    EXPECT_EQ(offsetof(THostAttributeColourRecord, foreground), 20u);
+    EXPECT_EQ(offsetof(THostAttributeColourRecord, background), 24u);
+    EXPECT_EQ(offsetof(THostAddLanguageRecord, name), 8u);
+    EXPECT_EQ(offsetof(THostAddLanguageRecord, base), 16u);
+}
+
+TEST(HostLinkSend, NeedsWindowAndMessage) {
+    TFakeHost host;
+    host.answer = [](const THostLinkRecord&) -> uint64_t { return 77; };
+    HostLink link = linkTo(host);
+    EXPECT_EQ(link.Send(8438, 1, 2), 77u);
+    ASSERT_EQ(host.calls.size(), 1u);
+    EXPECT_EQ(host.calls[0].window, 0x1234u);
+    EXPECT_EQ(host.calls[0].message, 0x400u);
+    EXPECT_EQ(host.calls[0].record.code, 8438u);
+    EXPECT_EQ(host.calls[0].record.first, 1u);
+    EXPECT_EQ(host.calls[0].record.second, 2u);
+
+    link.message = 0;
+    EXPECT_EQ(link.Send(8438, 0, 0), 0u);
+    link.message = 0x400;
+    link.window = 0;
+    EXPECT_EQ(link.Send(8438, 0, 0), 0u);
+    EXPECT_EQ(host.calls.size(), 1u);
+
+    // A link with no channel of its own and none for the process answers 0.
+    HostLink bare;
+    bare.window = 1;
+    bare.message = 1;
+    EXPECT_EQ(bare.Send(1, 0, 0), 0u);
+}
+
+TEST(HostLinkHelp, EmptyTopicSendsTheFallback) {
+    TFakeHost host;
+    std::vector<std::u16string> topics;
+    host.answer = [&](const THostLinkRecord& r) -> uint64_t {
+        topics.push_back(TFakeHost::TextAt(r.second));
+        return 0;
+    };
+    TConfigSession session;
+    session.link = linkTo(host);
+    session.helpTopic = u"main";
+    session.ShowHelp(u"charmap.index");
+    session.ShowHelp(u"");
+    session.helpTopic.clear();
+    session.ShowHelp(u"");
+    EXPECT_EQ(topics, (std::vector<std::u16string>{u"charmap.index", u"main", u""}));
+    for (const auto& call : host.calls) EXPECT_EQ(call.record.code, 2094u);
+}
+
+TEST(HostLinkExchange, RetriesOnceWithTheNeededSize) {
+    TFakeHost host;
+    const std::u16string big(5000, u'x');
+    std::vector<uint64_t> capacities;
+    std::u16string request;
+    host.answer = [&](const THostLinkRecord& r) {
+        capacities.push_back(exchangeOf(r).capacity);
+        EXPECT_EQ(exchangeOf(r).size, 48u);
+        request = TFakeHost::TextAt(exchangeOf(r).request);
+        return answerWith(r, big);
+    };
+    const HostLink link = linkTo(host);
+    EXPECT_EQ(link.Exchange(8437, u"<charmap/>"), big);
+    EXPECT_EQ(capacities, (std::vector<uint64_t>{2048, 5001}));
+    EXPECT_EQ(request, u"<charmap/>");
+
+    host.answer = [&](const THostLinkRecord& r) { return answerWith(r, u"small"); };
+    EXPECT_EQ(link.Exchange(8437, u""), u"small");
+}
+
+TEST(HostLinkExchange, FailuresGiveAnEmptyReply) {
+    TFakeHost host;
+    const HostLink link = linkTo(host);
+    int calls = 0;
+    host.answer = [&](const THostLinkRecord& r) -> uint64_t {  // 160 twice
+        ++calls;
+        exchangeOf(r).needed = exchangeOf(r).capacity + 10;
+        return 160;
+    };
+    EXPECT_EQ(link.Exchange(8437, u"x"), u"");
+    EXPECT_EQ(calls, 2);
+
+    calls = 0;
+    host.answer = [&](const THostLinkRecord& r) -> uint64_t {  // an absurd size is not attempted
+        ++calls;
+        exchangeOf(r).needed = uint64_t{1} << 60;
+        return 160;
+    };
+    EXPECT_EQ(link.Exchange(8437, u"x"), u"");
+    EXPECT_EQ(calls, 1);
+
+    host.answer = [&](const THostLinkRecord& r) -> uint64_t {
+        answerWith(r, u"text");
+        return 5;
+    };
+    EXPECT_EQ(link.Exchange(8437, u"x"), u"");
+
+    // A reply without a terminator is read up to the buffer's end and no further.
+    host.answer = [&](const THostLinkRecord& r) -> uint64_t {
+        auto* buffer = reinterpret_cast<char16_t*>(static_cast<uintptr_t>(exchangeOf(r).reply));
+        std::fill(buffer, buffer + exchangeOf(r).capacity, u'z');
+        return 0;
+    };
+    EXPECT_EQ(link.Exchange(8437, u"x"), std::u16string(2048, u'z'));
+
+    HostLink none;
+    EXPECT_EQ(none.Exchange(8437, u"x"), u"");
+}
+
+TEST(HostLinkQueries, AuthDirectoryAndEmulationName) {
+    TFakeHost host;
+    host.authDirectory = u"C:\\keys";
+    const HostLink link = linkTo(host);
+    EXPECT_EQ(link.AuthDirectory(), u"C:\\keys");
+    host.authDirectory = std::u16string(300, u'k');  // filled to the brim without a terminator
+    EXPECT_EQ(link.AuthDirectory(), std::u16string(260, u'k'));
+
+    static const char16_t kName[] = u"IBM 5250";
+    host.answer = [](const THostLinkRecord& r) -> uint64_t {
+        EXPECT_EQ(r.code, 8204u);
+        auto** pointer = reinterpret_cast<const char16_t**>(static_cast<uintptr_t>(r.second));
+        EXPECT_EQ(**pointer, u'\0');  // preset to an empty text
+        *pointer = kName;
+        return 0;
+    };
+    EXPECT_EQ(link.EmulationName(), u"IBM 5250");
+    host.answer = [](const THostLinkRecord& r) -> uint64_t {
+        *reinterpret_cast<const char16_t**>(static_cast<uintptr_t>(r.second)) = nullptr;
+        return 0;
+    };
+    EXPECT_EQ(link.EmulationName(), u"");
+}
+
+}  // namespace
+}  // namespace qrl

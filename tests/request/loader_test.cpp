@@ -1,0 +1,324 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "fakehost.h"
+#include "locale/language.h"
+#include "request/hooks.h"
+#include "request/session.h"
+#include "xml/node.h"
+
+namespace qrl {
+namespace {
+
+// The text of the ECfgError that loading `request` throws, or "no error".
+std::u16string loadError(std::u16string_view request) {
+    TConfigSession session;
+    try {
+        session.LoadRequestText(request);
+    } catch (const ECfgError& error) {
+        return error.Text();
+    }
+    return u"no error";
+}
+
+TEST(Loader, EmptyConfigLoadsEmpty) {
+    TConfigSession s;
+    s.LoadRequestText(u"<Config/>");
+    EXPECT_TRUE(s.elements.empty());
+    EXPECT_TRUE(s.dataValues.empty());
+    EXPECT_TRUE(s.moduleLists.empty());
+    EXPECT_TRUE(s.startForm.empty());
+    EXPECT_EQ(s.link.window, 0u);
+    EXPECT_EQ(s.link.message, 0u);
+    EXPECT_FALSE(s.connected);
+    EXPECT_TRUE(s.authFileDirectory.empty());
+}
+
+TEST(Loader, RootAttributesMatchExactlyWhileTagsFoldCase) {
+    TConfigSession s;
+    s.LoadRequestText(u"<CONFIG MODULETYPE=\"x\" IniFile=\" a.ini \" LangId=\"de\" LangDir=\"\"/>");
+    EXPECT_EQ(s.moduleType, u"");  // MODULETYPE is not ModuleType
+    EXPECT_EQ(s.iniFile, u"a.ini");
+    EXPECT_EQ(s.langId, u"de");
+}
+
+TEST(Loader, ErrorTexts) {
+    EXPECT_EQ(loadError(u"<Konfig/>"), u"root node must be <Config>");
+    EXPECT_EQ(loadError(u"<Config><DTD><Elem Name=\"a\"/></DTD></Config>"),
+              u"expected tag <Element>, found <Elem> instead");
+    EXPECT_EQ(loadError(u"<Config><Data><item Element=\"a\"/><Other/></Data></Config>"),
+              u"expected tag <Item>, found <Other> instead");
+    EXPECT_EQ(loadError(u"<Config><ModuleList><Module/><mod/></ModuleList></Config>"),
+              u"expected tag <Module>, found <mod> instead");
+    EXPECT_EQ(loadError(u"<Config><DTD><Element Type=\"int\"/></DTD></Config>"),
+              u"tag <Element> : Name not specified");
+    EXPECT_EQ(loadError(u"<Config><DTD><Element Name=\"  \"/></DTD></Config>"),
+              u"tag <Element> : Name not specified");
+    EXPECT_EQ(loadError(u"<Config>\n<DTD>\n<Element Name=\"a\">\n</DTD></Config>"), u"XML parsing error : line 4");
+    EXPECT_EQ(loadError(u""), u"root node must be <Config>");
+    // Unknown children of the root are passed over, unknown children of Data are not.
+    EXPECT_EQ(loadError(u"<Config><Other><x/></Other><!-- c --><?pi x?>text</Config>"), u"no error");
+}
+
+TEST(Loader, ElementAttributes) {
+    TConfigSession s;
+    s.LoadRequestText(
+        u"<Config><DTD>"
+        u"<Element Name=\"Speed\" Type=\"INTEGER\" Min=\"10x\" Max=\"-20\" Default=\" 12 \" descr=\"Speed\""
+        u" max_length=\"8\" hidden=\"1\" rdonly=\"true\" password=\"2\" macro_assist=\"1\" allow_emkeys=\"0\""
+        u" cencoded=\"1\" group=\"Line.Speed\" help_file=\"h.hlp\" help_id=\"77\"/>"
+        u"<Element Name=\"Other\" hidden=\"true\" rdonly=\"1\" Type=\"bools\"/>"
+        u"</DTD></Config>");
+    ASSERT_EQ(s.elements.size(), 2u);
+    const TElementDef& e = s.elements[0];
+    EXPECT_EQ(e.type, ElementType::Int);
+    EXPECT_EQ(e.min, 10);
+    EXPECT_EQ(e.max, -20);
+    EXPECT_EQ(e.defaultValue, u"12");
+    EXPECT_EQ(e.value, u"12");
+    EXPECT_EQ(e.description, u"Speed");
+    EXPECT_EQ(e.maxLength, 8);
+    EXPECT_TRUE(e.hidden);
+    EXPECT_FALSE(e.readOnly);  // "true" is 0 as an integer
+    EXPECT_TRUE(e.password);
+    EXPECT_TRUE(e.macroAssist);
+    EXPECT_FALSE(e.allowEmKeys);
+    EXPECT_TRUE(e.cEncoded);
+    EXPECT_EQ(e.group, u"Line.Speed");
+    EXPECT_EQ(e.helpFile, u"h.hlp");
+    EXPECT_EQ(e.helpId, u"77");
+    const TElementDef& o = s.elements[1];
+    EXPECT_FALSE(o.hidden);  // only exactly "1" hides
+    EXPECT_TRUE(o.readOnly);
+    EXPECT_EQ(o.type, ElementType::Undefined);
+}
+
+TEST(Loader, ChoiceLists) {
+    TConfigSession s;
+    s.LoadRequestText(
+        u"<Config><DTD>"
+        u"<Element Name=\"a\" Type=\"set\" strings=\"Low,,High\"/>"
+        u"<Element Name=\"b\" Type=\"set\" strings=\"x\" values=\"5,6,7\"/>"
+        u"<Element Name=\"c\" Type=\"stringset\" strings=\"Red,Green\"/>"
+        u"<Element Name=\"d\" Type=\"stringset\" strings=\"Red,Green\" values=\"r\"/>"
+        u"<Element Name=\"f\" Type=\"filepath\" strings=\"Keys\" values=\"Key files|*.key,All|*.*\"/>"
+        u"</DTD></Config>");
+    using L = std::vector<std::u16string>;
+    EXPECT_EQ(s.elements[0].strings, (L{u"Low", u"High"}));
+    EXPECT_EQ(s.elements[0].values, (L{u"0", u"1"}));
+    EXPECT_EQ(s.elements[1].strings, (L{u"x"}));
+    EXPECT_EQ(s.elements[1].values, (L{u"5", u"6", u"7"}));
+    EXPECT_EQ(s.elements[2].values, (L{u"Red", u"Green"}));
+    EXPECT_EQ(s.elements[3].values, (L{u"r", u"Green"}));
+    EXPECT_EQ(s.elements[4].fileFilter, u"Key files|*.key,All|*.*");
+    EXPECT_EQ(s.elements[4].values, (L{u"0"}));
+}
+
+class LoaderLanguage : public ::testing::Test {
+protected:
+    void SetUp() override { languageTable().texts.clear(); }
+    void TearDown() override { languageTable().texts.clear(); }
+};
+
+TEST_F(LoaderLanguage, ElementKeysUseTheHelpFileReadSoFar) {
+    ParseLanguageText(
+        "h.hlp.G.N_1=Eins\n"
+        "h.hlp.G.N_2=Zwei,Drei\n"
+        "h.hlp.G.N_0=Beschreibung\n"
+        "h.hlp.G.M=Ohne Liste\n"
+        ".G.L_0=Frueh\n");
+    TConfigSession s;
+    s.LoadRequestText(
+        u"<Config><Help help_file=\"h.hlp\" base_file=\"b\" topic_name=\"t\"/><DTD>"
+        u"<Element Name=\"N\" group=\"G\" Type=\"stringset\" strings=\"one,two\" descr=\"Description\"/>"
+        u"<Element Name=\"M\" group=\"G\" descr=\"Plain\"/>"
+        u"</DTD><Help help_file=\"\" topic_name=\"u\"/></Config>");
+    // A translated item with a comma in it becomes two items.
+    using L = std::vector<std::u16string>;
+    EXPECT_EQ(s.elements[0].strings, (L{u"Eins", u"Zwei", u"Drei"}));
+    EXPECT_EQ(s.elements[0].values, (L{u"Eins", u"Zwei", u"Drei"}));
+    EXPECT_EQ(s.elements[0].description, u"Beschreibung");
+    EXPECT_EQ(s.elements[0].defaultHelpFile, u"h.hlp");
+    EXPECT_EQ(s.elements[1].description, u"Ohne Liste");
+    EXPECT_EQ(s.helpFile, u"h.hlp");  // an empty attribute replaces nothing
+    EXPECT_EQ(s.helpBaseFile, u"b");
+    EXPECT_EQ(s.helpTopic, u"u");
+
+    // Help after DTD: the keys begin with an empty part.
+    TConfigSession late;
+    late.LoadRequestText(
+        u"<Config><DTD><Element Name=\"L\" group=\"G\" strings=\"x\" descr=\"d\"/></DTD>"
+        u"<Help help_file=\"h.hlp\"/></Config>");
+    EXPECT_EQ(late.elements[0].description, u"Frueh");
+    EXPECT_EQ(late.elements[0].defaultHelpFile, u"");
+}
+
+TEST(Loader, ModuleLists) {
+    TConfigSession s;
+    s.LoadRequestText(
+        u"<Config><ModuleList Current=\"vt\" Type=\"Emul\" Connected=\" 1 \">"
+        u"<Module Name=\"vt\" Description=\"VT 220\"/>text<Module Name=\"ibm\"/></ModuleList>"
+        u"<ModuleList Current=\"tcp\" Connected=\"true\"/></Config>");
+    ASSERT_EQ(s.moduleLists.size(), 2u);
+    EXPECT_EQ(s.moduleLists[0].current, u"vt");
+    EXPECT_EQ(s.moduleLists[0].type, u"Emul");
+    ASSERT_EQ(s.moduleLists[0].modules.size(), 2u);
+    EXPECT_EQ(s.moduleLists[0].modules[0].description, u"VT 220");
+    EXPECT_EQ(s.moduleLists[0].modules[1].name, u"ibm");
+    EXPECT_EQ(s.moduleLists[1].current, u"tcp");
+    EXPECT_FALSE(s.connected);  // the last list decides, and only "1" counts
+
+    TConfigSession one;
+    one.LoadRequestText(u"<Config><ModuleList Connected=\" 1 \"/></Config>");
+    EXPECT_TRUE(one.connected);
+
+    // A list that breaks off keeps its record, although the request fails.
+    TConfigSession broken;
+    EXPECT_THROW(broken.LoadRequestText(u"<Config><ModuleList Current=\"a\"><x/></ModuleList></Config>"),
+                 ECfgError);
+    ASSERT_EQ(broken.moduleLists.size(), 1u);
+    EXPECT_EQ(broken.moduleLists[0].current, u"a");
+}
+
+TEST(Loader, DataValuesAndApply) {
+    TConfigSession s;
+    s.LoadRequestText(
+        u"<Config><DTD><Element Name=\"Host\" Default=\"d\"/><Element Name=\"host\" Default=\"second\"/></DTD>"
+        u"<Data><Item Element=\"HOST\" Value=\"alpha\"/><Item Element=\"x\" Value=\"1\"/></Data>"
+        u"<DTD><Element Name=\"Late\" Type=\"keymaplist\"/></DTD>"
+        u"<Data><Item Element=\"late\" Value=\"v\"/></Data></Config>");
+    ASSERT_EQ(s.dataValues.size(), 2u);  // the item of Late is a list item, not a value
+    EXPECT_EQ(s.dataValues[0].name, u"HOST");
+    EXPECT_TRUE(s.keyDataPresent);
+
+    EXPECT_EQ(s.elements[0].value, u"d");  // not yet applied
+    s.ApplyDataValues();
+    EXPECT_EQ(s.elements[0].value, u"alpha");  // the first of two equal names
+    EXPECT_EQ(s.elements[1].value, u"second");
+    EXPECT_EQ(s.elements[0].defaultValue, u"d");
+    const TElementDef* x = s.FindElement(u"X");
+    ASSERT_NE(x, nullptr);
+    EXPECT_EQ(x->type, ElementType::Text);
+    EXPECT_EQ(x->value, u"1");
+    EXPECT_EQ(s.elements.size(), 4u);
+
+    // Elements appended directly are found too.
+    s.elements.emplace_back().name = u"direct";
+    EXPECT_EQ(s.FindElement(u"DIRECT"), &s.elements.back());
+    EXPECT_EQ(s.FindElement(u"nothing"), nullptr);
+}
+
+// Hooks that note what reached them, for the list types of Data and the form engine's children.
+struct THookLog {
+    std::vector<std::u16string> seen;
+};
+THookLog g_hookLog;
+
+void noteItem(TConfigSession&, const TElementDef& def, const AdvXMLParser::Element& item) {
+    g_hookLog.seen.push_back(def.name + u"=" + item.GetAttribute(u"Value").GetText());
+}
+void noteChild(TConfigSession& session, const AdvXMLParser::Element& node) {
+    g_hookLog.seen.push_back(std::u16string(node.GetName()));
+    session.startForm = node.GetAttribute(u"StartForm").GetText();
+}
+
+TEST(Loader, ListItemsGoToTheirHooksAndSetTheirFlags) {
+    TRequestHooks hooks;
+    EXPECT_FALSE(hooks.SetDataKind(u"text", TDataKind{&noteItem, nullptr}));
+    EXPECT_FALSE(hooks.SetDataKind(u"nonsense", TDataKind{&noteItem, nullptr}));
+    EXPECT_TRUE(hooks.SetDataKind(u"KEYLIST", TDataKind{&noteItem, nullptr}));
+    EXPECT_TRUE(hooks.SetDataKind(u"mousemap", TDataKind{&noteItem, nullptr}));
+    hooks.interfaceReader = &noteChild;
+    hooks.groupsReader = &noteChild;
+    g_hookLog.seen.clear();
+
+    TConfigSession s;
+    s.hooks = &hooks;
+    s.LoadRequestText(
+        u"<Config><Data><Item Element=\"PhysicalKeys\" Value=\"early\"/></Data>"
+        u"<DTD><Element Name=\"PhysicalKeys\" Type=\"keylist\"/><Element Name=\"Mouse\" Type=\"mousemap\"/>"
+        u"<Element Name=\"Spots\" Type=\"hotspots\"/><Element Name=\"Schemes\" Type=\"colourschemelist\"/>"
+        u"<Element Name=\"Plain\" Type=\"int\"/></DTD>"
+        u"<interface StartForm=\"Main\"/><GROUPS/>"
+        u"<Data><Item Element=\"physicalkeys\" Value=\"k\"/><Item Element=\"Mouse\" Value=\"m\"/>"
+        u"<Item Element=\"Spots\" Value=\"s\"/><Item Element=\"Plain\" Value=\"3\"/></Data></Config>");
+    using L = std::vector<std::u16string>;
+    EXPECT_EQ(g_hookLog.seen, (L{u"interface", u"GROUPS", u"PhysicalKeys=k", u"Mouse=m"}));
+    EXPECT_EQ(s.startForm, u"Main");
+    // Before its definition a list item is a plain value and its content is lost.
+    ASSERT_EQ(s.dataValues.size(), 2u);
+    EXPECT_EQ(s.dataValues[0].name, u"PhysicalKeys");
+    EXPECT_EQ(s.dataValues[1].value, u"3");
+    EXPECT_FALSE(s.keyDataPresent);  // keylist sets no flag
+    EXPECT_TRUE(s.mouseDataPresent);
+    EXPECT_TRUE(s.hotspotDataPresent);  // set even with no reader installed
+    EXPECT_FALSE(s.attrDataPresent);
+}
+
+TEST(Loader, LinkAttributes) {
+    TConfigSession s;
+    s.LoadRequestText(u"<Config><Link type=\"HWND\" value=\" 0x1A2b \" msgid=\"400\"/></Config>");
+    EXPECT_EQ(s.link.window, 0x1A2Bu);
+    EXPECT_EQ(s.link.message, 0x400u);
+
+    TConfigSession lower;
+    lower.LoadRequestText(u"<Config><Link type=\"hwnd\" value=\"1234\" msgid=\"400\"/></Config>");
+    EXPECT_EQ(lower.link.window, 0u);
+    EXPECT_EQ(lower.link.message, 0u);
+
+    // A later Link with an empty field keeps what the earlier one gave.
+    TConfigSession twice;
+    twice.LoadRequestText(
+        u"<Config><Link type=\"HWND\" value=\"10\" msgid=\"20\"/><Link type=\"HWND\" value=\"\" msgid=\"30\"/>"
+        u"<Link type=\"other\" value=\"99\" msgid=\"99\"/></Config>");
+    EXPECT_EQ(twice.link.window, 0x10u);
+    EXPECT_EQ(twice.link.message, 0x30u);
+}
+
+TEST(Loader, AuthFilesComeFromTheHostsDirectory) {
+    namespace fs = std::filesystem;
+    const fs::path dir = fs::temp_directory_path() / ("qrl_auth_" + std::to_string(::testing::UnitTest::GetInstance()->random_seed()));
+    fs::remove_all(dir);
+    fs::create_directories(dir / "sub");
+    for (const char* name : {"b_key", "a_key", "C_key", ".hidden"}) std::ofstream(dir / name) << "x";
+
+    testing::TFakeHost host;
+    host.authDirectory = dir.u16string();
+    TConfigSession s;
+    s.link.channel = &host;
+    s.LoadRequestText(u"<Config><Link type=\"HWND\" value=\"5\" msgid=\"7\"/></Config>");
+    ASSERT_EQ(host.calls.size(), 1u);
+    EXPECT_EQ(host.calls[0].record.code, 123u);
+    EXPECT_EQ(host.calls[0].record.first, 260u);
+    EXPECT_EQ(host.calls[0].window, 5u);
+    EXPECT_EQ(host.calls[0].message, 7u);
+    EXPECT_EQ(s.authFileDirectory, dir.u16string());
+    EXPECT_EQ(s.authFiles, (std::vector<std::u16string>{u"C_key", u"a_key", u"b_key"}));
+
+    // No link: nothing is asked, both stay empty.
+    TConfigSession none;
+    none.link.channel = &host;
+    none.LoadRequestText(u"<Config/>");
+    EXPECT_EQ(host.calls.size(), 1u);
+    EXPECT_TRUE(none.authFiles.empty());
+    fs::remove_all(dir);
+}
+
+struct TSharedCounter {
+    int value = 0;
+};
+
+TEST(Session, PartsAreMadeOnceAndOwned) {
+    TConfigSession s;
+    EXPECT_EQ(s.FindPart<TSharedCounter>(), nullptr);
+    s.Part<TSharedCounter>().value = 4;
+    EXPECT_EQ(s.Part<TSharedCounter>().value, 4);
+    EXPECT_EQ(s.FindPart<TSharedCounter>(), &s.Part<TSharedCounter>());
+    EXPECT_EQ(s.FindPart<std::vector<int>>(), nullptr);
+    s.Part<std::vector<int>>().push_back(1);  // released with the session (ASan checks)
+}
+
+}  // namespace
+}  // namespace qrl

@@ -1,0 +1,146 @@
+#include <gtest/gtest.h>
+
+#include "request/hooks.h"
+#include "request/reply.h"
+#include "request/session.h"
+#include "xml/node.h"
+
+namespace qrl {
+namespace {
+
+constexpr std::u16string_view kHead = u"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Config>\n";
+
+std::u16string dataReply(std::u16string_view items) {
+    std::u16string text(kHead);
+    if (items.empty()) {
+        text += u"  <Data/>\n</Config>";
+    } else {
+        text += u"  <Data>\n";
+        text += items;
+        text += u"  </Data>\n</Config>";
+    }
+    return text;
+}
+
+// A loaded and applied session, as the general route has it before the dialog.
+void load(TConfigSession& s, std::u16string_view request) {
+    s.LoadRequestText(request);
+    s.ApplyDataValues();
+}
+
+TEST(Reply, ExampleFromTheDocumentation) {
+    TConfigSession s;
+    load(s, u"<Config><DTD><Element Name=\"Host\"/></DTD><Data><Item Element=\"Host\" Value=\"x\"/></Data></Config>");
+    s.elements[0].value = u"alpha";
+    EXPECT_EQ(WriteDataReply(s, true), dataReply(u"    <Item Element=\"Host\" Value=\"alpha\"/>\n"));
+}
+
+TEST(Reply, ChangedValuesOnly) {
+    TConfigSession s;
+    load(s,
+         u"<Config><DTD><Element Name=\"A\" Default=\"a\"/><Element Name=\"B\"/><Element Name=\"C\" Default=\"c\"/>"
+         u"<Element Name=\"Pw\" password=\"1\"/></DTD>"
+         u"<Data><Item Element=\"a\" Value=\"abc\"/><Item Element=\"A\" Value=\"other\"/>"
+         u"<Item Element=\"B\" Value=\"b\"/><Item Element=\"pw\" Value=\"secret\"/><Item Element=\"Extra\" Value=\"e\"/>"
+         u"</Data></Config>");
+    // Nothing changed: only C, which the request never sent, is written, though it holds its default.
+    EXPECT_EQ(WriteDataReply(s, true), dataReply(u"    <Item Element=\"C\" Value=\"c\"/>\n"));
+
+    s.FindElement(u"A")->value = u"ABC";   // a change of case is a change, against the first item
+    s.FindElement(u"Pw")->value = u"<&>";  // written in clear, escaped
+    s.FindElement(u"Extra")->value = u"f";
+    EXPECT_EQ(WriteDataReply(s, true),
+              dataReply(u"    <Item Element=\"A\" Value=\"ABC\"/>\n"
+                        u"    <Item Element=\"C\" Value=\"c\"/>\n"
+                        u"    <Item Element=\"Pw\" Value=\"&lt;&amp;&gt;\"/>\n"
+                        u"    <Item Element=\"Extra\" Value=\"f\"/>\n"));
+
+    // All values, in the order of the definitions.
+    EXPECT_EQ(WriteDataReply(s, false),
+              dataReply(u"    <Item Element=\"A\" Value=\"ABC\"/>\n"
+                        u"    <Item Element=\"B\" Value=\"b\"/>\n"
+                        u"    <Item Element=\"C\" Value=\"c\"/>\n"
+                        u"    <Item Element=\"Pw\" Value=\"&lt;&amp;&gt;\"/>\n"
+                        u"    <Item Element=\"Extra\" Value=\"f\"/>\n"));
+}
+
+TEST(Reply, EverythingSentAndUnchangedGivesAnEmptyData) {
+    TConfigSession s;
+    load(s, u"<Config><DTD><Element Name=\"A\" Default=\"1\"/></DTD><Data><Item Element=\"A\" Value=\"2\"/></Data></Config>");
+    EXPECT_EQ(WriteDataReply(s, true), dataReply(u""));
+}
+
+TEST(Reply, ConnectPutsDirectivesBehindData) {
+    TConfigSession s;
+    load(s, u"<Config><DTD><Element Name=\"A\" Default=\"1\"/></DTD></Config>");
+    EXPECT_EQ(WriteConnectReply(s, true),
+              std::u16string(kHead) +
+                  u"  <Data>\n    <Item Element=\"A\" Value=\"1\"/>\n  </Data>\n"
+                  u"  <Directives>\n    <CommConnect/>\n  </Directives>\n</Config>");
+}
+
+TEST(Reply, ModuleChange) {
+    TConfigSession s;
+    load(s, u"<Config ModuleType=\"Comms\"><ModuleList Current=\"tcp\"/><ModuleList Current=\"other\"/></Config>");
+    s.moduleLists[0].current = u"serial";  // the module selection writes its choice here
+    EXPECT_EQ(WriteModuleChangeReply(s), std::u16string(kHead) +
+                                             u"  <Directives>\n    <ChangeComms ModuleName=\"serial\"/>\n"
+                                             u"  </Directives>\n</Config>");
+
+    const std::u16string empty = std::u16string(kHead) + u"  <Directives/>\n</Config>";
+    TConfigSession lower;
+    load(lower, u"<Config ModuleType=\"emul\"><ModuleList Current=\"vt\"/></Config>");
+    EXPECT_EQ(WriteModuleChangeReply(lower), empty);  // "emul" is not "Emul"
+    TConfigSession noList;
+    load(noList, u"<Config ModuleType=\"FXfer\"/>");
+    EXPECT_EQ(WriteModuleChangeReply(noList), empty);
+}
+
+void writeKeyMap(const TConfigSession&, const TElementDef& def, AdvXMLParser::Element& data) {
+    AdvXMLParser::Element& item = data.AddElement(u"Item");
+    item.SetAttribute(u"Element").SetText(u"KeyMap");
+    item.SetAttribute(u"From").SetText(def.name);
+}
+
+TEST(Reply, ListTypesWriteThroughTheirHooksWhenPresent) {
+    TRequestHooks hooks;
+    ASSERT_TRUE(hooks.SetDataKind(u"keymaplist", TDataKind{nullptr, &writeKeyMap}));
+    ASSERT_TRUE(hooks.SetDataKind(u"keylist", TDataKind{nullptr, &writeKeyMap}));
+    TConfigSession s;
+    s.hooks = &hooks;
+    load(s,
+         u"<Config><DTD><Element Name=\"Keys\" Type=\"keylist\"/><Element Name=\"Map\" Type=\"keymaplist\"/>"
+         u"<Element Name=\"Spots\" Type=\"hotspots\"/><Element Name=\"Names\" Type=\"attrnames\"/>"
+         u"<Element Name=\"Tandem\" Type=\"tandemcolrs\" Default=\"t\"/><Element Name=\"U\" Type=\"whatever\"/></DTD>"
+         u"<Data><Item Element=\"Tandem\" Value=\"t\"/><Item Element=\"U\" Value=\"\"/></Data></Config>");
+    // No list data arrived: no list is written; the plain ones follow the change rule.
+    EXPECT_EQ(WriteDataReply(s, true), dataReply(u""));
+
+    s.keyDataPresent = true;
+    s.hotspotDataPresent = true;
+    s.attrDataPresent = true;
+    s.hotspotFile = u"my.hsp";
+    EXPECT_EQ(WriteDataReply(s, false),
+              dataReply(u"    <Item Element=\"KeyMap\" From=\"Map\"/>\n"
+                        u"    <Item Element=\"Hotspots\">\n"
+                        u"      <Item Element=\"filename\" Value=\"my.hsp\"/>\n"
+                        u"    </Item>\n"
+                        u"    <Item Element=\"Tandem\" Value=\"t\"/>\n"
+                        u"    <Item Element=\"U\" Value=\"\"/>\n"));
+}
+
+TEST(Reply, CopyFitsWithRoomForTheTerminator) {
+    const std::u16string reply = u"abcd";
+    char16_t buffer[8];
+    std::fill(std::begin(buffer), std::end(buffer), u'#');
+    EXPECT_EQ(CopyReply(reply, buffer, 4), kResultTooSmall);
+    EXPECT_EQ(buffer[0], u'#');
+    EXPECT_EQ(CopyReply(reply, buffer, 0), kResultTooSmall);
+    EXPECT_EQ(CopyReply(reply, nullptr, 100), kResultTooSmall);
+    EXPECT_EQ(CopyReply(reply, buffer, 5), kResultOk);
+    EXPECT_EQ(std::u16string(buffer), u"abcd");
+    EXPECT_EQ(buffer[5], u'#');
+}
+
+}  // namespace
+}  // namespace qrl
