@@ -1,5 +1,8 @@
 #include "request/hooks.h"
 
+#include "hotspots/hotspotdata.h"
+#include "keyboard/keymapdata.h"
+
 namespace qrl {
 
 bool TRequestHooks::SetDataKind(std::u16string_view typeWord, TDataKind kind) {
@@ -28,7 +31,8 @@ void InstallRequestHooks(TRequestHooks& hooks) {
     // Each subsystem that reads a share of the request installs its readers and writers here, e.g.
     //   hooks.interfaceReader = &ReadInterface;   hooks.groupsReader = &ReadGroups;
     //   hooks.SetDataKind(u"keymaplist", {&ReadKeyMapItem, &WriteKeyMapItem});
-    (void)hooks;
+    InstallKeyDataHooks(hooks);
+    InstallHotspotHooks(hooks);
 }
 
 }  // namespace qrl
