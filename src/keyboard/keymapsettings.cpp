@@ -1,6 +1,7 @@
 #include "keyboard/keymapsettings.h"
 
 #include "request/elementdef.h"
+#include "request/run.h"
 #include "request/session.h"
 #include "text/textutil.h"
 
@@ -62,6 +63,16 @@ void KeymapSettings::writeBack() {
 
 std::u16string PcKeyboardStem(const KeymapSettings& settings) {
     return settings.Keyboard.empty() ? std::u16string{u"at102"} : settings.Keyboard;
+}
+
+int RunKeymapEditor(TConfigSession& session, void* parent, TKeymapEditor graphic, TKeymapEditor classic) {
+    KeymapSettings settings(session);
+    const TKeymapEditor editor = settings.UseOldKeymap ? classic : graphic;
+    if (!editor) return kDialogCancel;
+    const int result = editor(parent, settings);
+    // A cancel leaves everything to be dropped with the session.
+    if (result == kDialogOk) settings.writeBack();
+    return result;
 }
 
 }  // namespace qrl

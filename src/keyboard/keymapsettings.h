@@ -59,4 +59,11 @@ public:
 // The PC keyboard's file stem: Keyboard, or "at102" when that is empty.
 std::u16string PcKeyboardStem(const KeymapSettings& settings);
 
+// An editor of the key map: works on the settings' session and returns the dialog result.
+using TKeymapEditor = int (*)(void* parent, KeymapSettings& settings);
+// The key map job over a loaded session: builds the settings, runs the classic editor when
+// UseOldKeymap asks for it and the graphic one otherwise, and on OK (1) stores the settings back
+// into the element values for the reply. Returns the editor's result; a missing editor gives 2.
+int RunKeymapEditor(TConfigSession& session, void* parent, TKeymapEditor graphic, TKeymapEditor classic);
+
 }  // namespace qrl

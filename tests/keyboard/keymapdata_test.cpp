@@ -188,5 +188,50 @@ TEST(KeymapSettings, ReadsSentValuesAndWritesBackOnlyDefinedOnes) {
     EXPECT_EQ(s.FindElement(u"numpad"), nullptr);       // no definition: nothing made
 }
 
+TEST(KeymapSettings, TheJobRunsTheChosenEditorAndStoresOnlyOnOk) {
+    static int lastEditor = 0;
+    static int answer = 0;
+    const TKeymapEditor graphic = [](void*, KeymapSettings& settings) {
+        lastEditor = 1;
+        settings.numpad = kNumpadCursor;
+        KeyDataOf(settings.session()).keyMap.push_back(KeyMapEntry{65, 3});
+        return answer;
+    };
+    const TKeymapEditor classic = [](void*, KeymapSettings& settings) {
+        lastEditor = 2;
+        settings.capslock = kCapsOn;
+        return answer;
+    };
+    const std::u16string text =
+        u"<Config><DTD><Element Name=\"numpad\" Type=\"int\" Default=\"0\"/><Element Name=\"capslock\" Default=\"0\"/>"
+        u"<Element Name=\"UseOldKeymap\" Type=\"bool\"/><Element Name=\"KeyMap\" Type=\"keymaplist\"/></DTD>"
+        u"<Data><Item Element=\"KeyMap\"/><Item Element=\"UseOldKeymap\" Value=\"";
+
+    TConfigSession s;
+    s.LoadRequestText(text + u"0\"/></Data></Config>");
+    answer = 2;
+    EXPECT_EQ(RunKeymapEditor(s, nullptr, graphic, classic), 2);
+    EXPECT_EQ(lastEditor, 1);
+    EXPECT_EQ(s.FindElement(u"numpad")->value, u"0");  // cancelled: nothing stored
+    answer = 1;
+    EXPECT_EQ(RunKeymapEditor(s, nullptr, graphic, classic), 1);
+    EXPECT_EQ(WriteDataReply(s, false),
+              dataReply(u"    <Item Element=\"numpad\" Value=\"1\"/>\n"
+                        u"    <Item Element=\"capslock\" Value=\"0\"/>\n"
+                        u"    <Item Element=\"UseOldKeymap\" Value=\"0\"/>\n"
+                        u"    <Item Element=\"KeyMap\">\n"
+                        u"      <Map pkey=\"65\" emkey=\"3\"/>\n"
+                        u"      <Map pkey=\"65\" emkey=\"3\"/>\n"
+                        u"    </Item>\n"));
+
+    TConfigSession old;
+    old.LoadRequestText(text + u"1\"/></Data></Config>");
+    EXPECT_EQ(RunKeymapEditor(old, nullptr, graphic, classic), 1);
+    EXPECT_EQ(lastEditor, 2);
+    EXPECT_EQ(old.FindElement(u"capslock")->value, u"1");
+    EXPECT_EQ(old.FindElement(u"UseOldKeymap")->value, u"1");
+    EXPECT_EQ(RunKeymapEditor(old, nullptr, graphic, nullptr), 2);
+}
+
 }  // namespace
 }  // namespace qrl
