@@ -2,12 +2,13 @@
 // form converted, written to a second file and read back. Records must come out with the fix-ups of
 // reading applied, and a set written under a plain name must read back with as many hotspots.
 // The record parser also takes the whole input as one record text.
-#include <unistd.h>
-
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
+#include <filesystem>
 #include <string>
+
+#include <unistd.h>
 
 #include "hotspots/hotspotfile.h"
 #include "keyboard/keymapdata.h"
@@ -38,8 +39,9 @@ bool plainName(const std::u16string& name) {
     return true;
 }
 
+// One pair of files per process, so that fuzzers running side by side keep apart.
 std::string tempPath(const char* suffix) {
-    return "/tmp/qrl_hsp_fuzz_" + std::to_string(getpid()) + suffix;
+    return (std::filesystem::temp_directory_path() / ("qrl_hsp_fuzz_" + std::to_string(getpid()) + suffix)).string();
 }
 
 }  // namespace
