@@ -194,8 +194,9 @@ uint32_t IniFileCache::GetIniString(const char16_t* section, const char16_t* key
                                     char16_t* buffer, uint32_t size, const char16_t* file) {
     IniLock lock(lock_);
     if (!enabled) return platform::getProfileString(section, key, defaultText, buffer, size, file);
-    if (!buffer || size == 0 || !file) return 0;
-    const IniFileRecord& record = findFile(file);
+    if (!buffer || size == 0) return 0;
+    static const IniFileRecord noFile;  // no file named: answered as a file that doesn't exist
+    const IniFileRecord& record = file ? findFile(file) : noFile;
     std::vector<std::u16string_view> list;
     if (!section) {
         for (const IniSection& s : record.sections) list.push_back(s.name);

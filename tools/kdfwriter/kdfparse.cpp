@@ -238,7 +238,6 @@ void Parser::line(const std::vector<Token>& t) {
         layout().attributes.push_back({value, toNarrow(t[2].text)});
     } else if (word == "pitch") {
         need(t, 2, 2, "pitch N");
-        pitch_ = 1;
         pitch_ = number(t[1].text);
         if (pitch_ <= 0) {
             fail("the pitch must be positive");

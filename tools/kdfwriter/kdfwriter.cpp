@@ -124,9 +124,15 @@ int dump(const char* path, const char* name) {
             if (key.AltCode != 0) {
                 std::cout << " alt " << key.AltCode;
             }
-            std::cout << ":";
+            std::cout << ":";  // inactive states are marked with "-"
             for (const qrl::KbKeyShift& shift : key.Shifts) {
                 std::cout << " \"" << shown(shift.Label) << "\"" << (shift.Inactive ? "-" : "");
+            }
+            if (key.AltCode != 0) {
+                std::cout << " |";
+                for (const qrl::KbKeyShift& shift : key.AltShifts) {
+                    std::cout << " \"" << shown(shift.Label) << "\"" << (shift.Inactive ? "-" : "");
+                }
             }
             std::cout << "\n";
         }

@@ -1,0 +1,293 @@
+#include "locale/inicache.h"
+
+#include "platform/tempfolder.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <iterator>
+
+using namespace qrl;
+using qrl::test::TempFolder;
+
+namespace {
+
+uint32_t g_ticks = 0;
+uint32_t fakeTicks() { return g_ticks; }
+
+// Gives the file a modification time clearly apart from the last one: stamps count seconds.
+void touchLater(const TempFolder& dir, const std::string& name, int seconds) {
+    const auto p = dir.path() / name;
+    std::filesystem::last_write_time(p, std::filesystem::last_write_time(p) + std::chrono::seconds(seconds));
+}
+
+std::u16string getString(IniFileCache& cache, const char16_t* section, const char16_t* key, const std::u16string& file,
+                         const char16_t* defaultText = u"<default>") {
+    char16_t buffer[256];
+    const uint32_t n = cache.GetIniString(section, key, defaultText, buffer, 256, file.c_str());
+    EXPECT_EQ(n, std::u16string{buffer}.size());
+    return buffer;
+}
+
+// Fills a list into a buffer bigger than `size` and returns what was written, checking that
+// nothing beyond `size` was touched.
+std::u16string fill(IniFileCache& cache, const char16_t* section, uint32_t size, const std::u16string& file,
+                    uint32_t& result) {
+    char16_t buffer[40];
+    std::fill(std::begin(buffer), std::end(buffer), u'#');
+    result = cache.GetIniString(section, nullptr, u"<default>", buffer, size, file.c_str());
+    for (uint32_t i = size; i < 40; ++i) EXPECT_EQ(buffer[i], u'#') << "written at " << i;
+    std::u16string out(buffer, size);
+    return out;
+}
+
+}  // namespace
+
+TEST(IniFormat, ReadsLinesAsTheCacheDoes) {
+    const auto sections = parseIniText("dropped=before\r\n; dropped comment\r\n[a]\r\nk =  v  \r\n; note\r\n"
+                                       "  \r\nx=1=2\r\nnoequals\r\n[b\r\n=empty\r\nc\rr=lf\r\n"
+                                       "[a]\r\nk=second\r\n[]x\r\n");
+    ASSERT_EQ(sections.size(), 3u);
+    EXPECT_EQ(sections[0].name, u"a");
+    EXPECT_EQ(sections[1].name, u"a");  // a second [a] is a section of its own
+    EXPECT_EQ(sections[2].name, u"");
+    const auto& e = sections[0].entries;
+    ASSERT_EQ(e.size(), 6u);
+    EXPECT_EQ(e[0].key, u"k");
+    EXPECT_EQ(e[0].value, u"  v");  // white space goes only at the ends
+    EXPECT_TRUE(e[1].raw);
+    EXPECT_EQ(e[1].key, u"; note\n");
+    EXPECT_TRUE(e[2].raw);
+    EXPECT_EQ(e[2].key, u"  \n");
+    EXPECT_EQ(e[3].key, u"x");
+    EXPECT_EQ(e[3].value, u"1=2");
+    EXPECT_EQ(e[4].key, u"");  // "[b" had no "]" and went; "=empty" has an empty key
+    EXPECT_EQ(e[4].value, u"empty");
+    EXPECT_EQ(e[5].key, u"cr");  // a CR is dropped wherever it stands
+    EXPECT_EQ(e[5].value, u"lf");
+    EXPECT_FALSE(e[0].raw || e[3].raw || e[4].raw || e[5].raw);
+}
+
+TEST(IniFormat, LongLinesAreReadInPiecesOf2047) {
+    const std::string longValue(3000, 'v');
+    auto sections = parseIniText("[a]\nk=" + longValue + "\n" + std::string(2047, 'x') + "=y\n");
+    ASSERT_EQ(sections.size(), 1u);
+    const auto& e = sections[0].entries;
+    ASSERT_EQ(e.size(), 2u);
+    EXPECT_EQ(e[0].value, std::u16string(2045, u'v'));  // the rest of that line has no "=" and goes
+    EXPECT_EQ(e[1].key, u"");
+    EXPECT_EQ(e[1].value, u"y");
+
+    // Bytes are characters: no code page, a zero ends the line's text.
+    sections = parseIniText(std::string{"[\xE9]\nk=\xFF\x80\nz=a\0b\n", 16});
+    ASSERT_EQ(sections.size(), 1u);
+    EXPECT_EQ(sections[0].name, u"\u00E9");
+    EXPECT_EQ(sections[0].entries[0].value, u"\u00FF\u0080");
+    EXPECT_EQ(sections[0].entries[1].value, u"a");
+}
+
+TEST(IniFormat, WritesSectionsAndEntriesWithCrLf) {
+    const auto sections = parseIniText("junk\n[a]\nk=v \n;c\n  \n[b]\n;no line end");
+    EXPECT_EQ(formatIniText(sections), "[a]\r\nk=v\r\n;c\r\n  \r\n[b]\r\n;no line end");
+    // A raw last line without a line end runs into the next section; characters keep their low byte.
+    std::vector<IniSection> more = sections;
+    more.push_back({u"\u0141\u00E9", {{u"k", u"\u20AC", false}}});
+    EXPECT_EQ(formatIniText(more), "[a]\r\nk=v\r\n;c\r\n  \r\n[b]\r\n;no line end[A\xE9]\r\nk=\xAC\r\n");
+}
+
+TEST(IniCache, LooksUpSectionsAndKeysWithoutRegardToCase) {
+    TempFolder dir;
+    dir.write("t.ini", "[a]\r\nk =  v  \r\nn=12abc\r\nneg= -5\r\n[B]\r\nx=1\r\n[a]\r\nk=second\r\nonly=2nd\r\n");
+    const std::u16string file = dir.file("t.ini");
+    IniFileCache cache(fakeTicks);
+    EXPECT_EQ(getString(cache, u"A", u"K", file), u"  v");
+    EXPECT_EQ(getString(cache, u"b", u"X", file), u"1");
+    // Only the first [a] is searched; a present section without the key gives "", not the default.
+    EXPECT_EQ(getString(cache, u"a", u"only", file), u"");
+    EXPECT_EQ(getString(cache, u"a", u"missing", file), u"");
+    EXPECT_EQ(getString(cache, u"zz", u"k", file), u"<default>");
+    EXPECT_EQ(getString(cache, u"zz", u"k", file, nullptr), u"");
+    EXPECT_EQ(cache.GetIniInt(u"a", u"n", 7, file.c_str()), 12);
+    EXPECT_EQ(cache.GetIniInt(u"a", u"neg", 7, file.c_str()), -5);
+    EXPECT_EQ(cache.GetIniInt(u"a", u"missing", 7, file.c_str()), 0);
+    EXPECT_EQ(cache.GetIniInt(u"zz", u"n", 7, file.c_str()), 7);
+    EXPECT_EQ(cache.files.size(), 1u);
+}
+
+TEST(IniCache, ListsFillTheBufferWithinItsSize) {
+    TempFolder dir;
+    dir.write("t.ini", "[a]\r\nk=1\r\n;raw\r\nn=2\r\nneg=3\r\n[B]\r\n[a]\r\n");
+    const std::u16string file = dir.file("t.ini");
+    IniFileCache cache(fakeTicks);
+    uint32_t n = 0;
+
+    // Section names: whole names while the list stays within size - 2, then a zero; the count
+    // leaves that last zero out.
+    EXPECT_EQ(fill(cache, nullptr, 9, file, n).substr(0, 7), std::u16string(u"a\0B\0a\0\0", 7));
+    EXPECT_EQ(n, 6u);
+    EXPECT_EQ(fill(cache, nullptr, 8, file, n).substr(0, 7), std::u16string(u"a\0B\0a\0\0", 7));
+    EXPECT_EQ(n, 6u);
+    EXPECT_EQ(fill(cache, nullptr, 7, file, n).substr(0, 5), std::u16string(u"a\0B\0\0", 5));
+    EXPECT_EQ(n, 4u);
+    EXPECT_EQ(fill(cache, nullptr, 2, file, n)[0], u'\0');
+    EXPECT_EQ(n, 0u);
+    EXPECT_EQ(fill(cache, nullptr, 1, file, n)[0], u'\0');
+    EXPECT_EQ(n, 0u);
+    fill(cache, nullptr, 0, file, n);
+    EXPECT_EQ(n, 0u);
+
+    // Keys of the first [a], raw lines skipped; the count includes the last zero.
+    EXPECT_EQ(fill(cache, u"A", 12, file, n).substr(0, 9), std::u16string(u"k\0n\0neg\0\0", 9));
+    EXPECT_EQ(n, 9u);
+    EXPECT_EQ(fill(cache, u"A", 9, file, n).substr(0, 5), std::u16string(u"k\0n\0\0", 5));
+    EXPECT_EQ(n, 5u);
+    EXPECT_EQ(fill(cache, u"none", 12, file, n)[0], u'\0');
+    EXPECT_EQ(n, 1u);
+    EXPECT_EQ(fill(cache, u"B", 12, file, n)[0], u'\0');
+    EXPECT_EQ(n, 1u);
+
+    // A value is cut to the buffer, its zero included.
+    char16_t small[4] = {u'#', u'#', u'#', u'#'};
+    EXPECT_EQ(cache.GetIniString(u"a", u"neg", u"", small, 1, file.c_str()), 0u);
+    EXPECT_EQ(small[0], u'\0');
+    EXPECT_EQ(small[1], u'#');
+    EXPECT_EQ(cache.GetIniString(u"zz", u"k", u"long default", small, 3, file.c_str()), 2u);
+    EXPECT_EQ(std::u16string(small, 4), std::u16string(u"lo\0#", 4));
+    EXPECT_EQ(cache.GetIniString(u"a", u"k", u"", small, 0, file.c_str()), 0u);
+}
+
+TEST(IniCache, SeesAChangedFileOnlyAfterTheInterval) {
+    TempFolder dir;
+    dir.write("t.ini", "[a]\r\nk=old\r\n");
+    const std::u16string file = dir.file("t.ini");
+    IniFileCache cache(fakeTicks);
+    g_ticks = 1000;
+    EXPECT_EQ(getString(cache, u"a", u"k", file), u"old");
+
+    dir.write("t.ini", "[a]\r\nk=new\r\n");
+    touchLater(dir, "t.ini", 10);
+    g_ticks = 1000 + 4999;
+    EXPECT_EQ(getString(cache, u"a", u"k", file), u"old");
+    g_ticks = 1000 + 5000;
+    EXPECT_EQ(getString(cache, u"a", u"k", file), u"new");
+
+    // The interval counts from the last look at the time stamp, across the counter's wrap.
+    dir.write("t.ini", "[a]\r\nk=newer\r\n");
+    touchLater(dir, "t.ini", 20);
+    g_ticks = 0xFFFFF000u;
+    EXPECT_EQ(getString(cache, u"a", u"k", file), u"newer");
+    dir.write("t.ini", "[a]\r\nk=newest\r\n");
+    touchLater(dir, "t.ini", 30);
+    g_ticks = 0xFFFFF000u + 4999u;  // wrapped
+    EXPECT_EQ(getString(cache, u"a", u"k", file), u"newer");
+    g_ticks = 0xFFFFF000u + 5000u;
+    EXPECT_EQ(getString(cache, u"a", u"k", file), u"newest");
+
+    // Rewritten within the same second, the stamp doesn't change and the cache keeps what it has.
+    const std::string unchanged = dir.read("t.ini");
+    const auto stamp = std::filesystem::last_write_time(dir.path() / "t.ini");
+    dir.write("t.ini", "[a]\r\nk=unseen\r\n");
+    std::filesystem::last_write_time(dir.path() / "t.ini", stamp);
+    g_ticks += 10000;
+    EXPECT_EQ(getString(cache, u"a", u"k", file), u"newest");
+    EXPECT_EQ(cache.files.size(), 1u);
+}
+
+TEST(IniCache, AMissingFileStaysAsAnEmptyRecordUntilItAppears) {
+    TempFolder dir;
+    const std::u16string file = dir.file("late.ini");
+    IniFileCache cache(fakeTicks);
+    g_ticks = 50000;
+    EXPECT_EQ(getString(cache, u"a", u"k", file), u"<default>");
+    EXPECT_EQ(cache.GetIniInt(u"a", u"k", 9, file.c_str()), 9);
+    ASSERT_EQ(cache.files.size(), 1u);
+    EXPECT_TRUE(cache.files[0].sections.empty());
+
+    // No file named at all answers like a missing file.
+    char16_t buffer[8];
+    EXPECT_EQ(cache.GetIniString(u"a", u"k", u"dflt", buffer, 8, nullptr), 4u);
+    EXPECT_EQ(std::u16string{buffer}, u"dflt");
+    EXPECT_EQ(cache.GetIniInt(u"a", u"k", 9, nullptr), 9);
+
+    dir.write("late.ini", "[a]\r\nk=here\r\n");
+    EXPECT_EQ(getString(cache, u"a", u"k", file), u"<default>");
+    g_ticks += 5000;
+    EXPECT_EQ(getString(cache, u"a", u"k", file), u"here");
+}
+
+TEST(IniCache, TwoSpellingsOfAPathAreOneFile) {
+    TempFolder dir;
+    dir.write("x.ini", "[a]\r\nk=1\r\n");
+    IniFileCache cache(fakeTicks);
+    EXPECT_EQ(getString(cache, u"a", u"k", dir.file("x.ini")), u"1");
+    EXPECT_EQ(getString(cache, u"a", u"k", dir.file("sub") + u"\\..\\.\\X.INI"), u"1");
+    EXPECT_EQ(getString(cache, u"a", u"k", dir.file("sub") + u"/../x.ini"), u"1");
+    EXPECT_EQ(cache.files.size(), 1u);
+}
+
+TEST(IniCache, WriteDropsTheFileSoTheNextReadSeesIt) {
+    TempFolder dir;
+    dir.write("w.ini", "[a]\r\nk=old\r\n");
+    const std::u16string file = dir.file("w.ini");
+    IniFileCache cache(fakeTicks);
+    g_ticks = 7;
+    EXPECT_EQ(getString(cache, u"a", u"k", file), u"old");
+    EXPECT_TRUE(cache.WriteIniString(u"a", u"k", u"new", (dir.path() / "." / "w.ini").u16string().c_str()));
+    EXPECT_TRUE(cache.files.empty());
+    EXPECT_EQ(getString(cache, u"a", u"k", file), u"new");  // no interval to wait for
+    EXPECT_FALSE(cache.WriteIniString(u"a", u"k", u"v", dir.file("no/folder/w.ini").c_str()));
+}
+
+TEST(IniCache, DisabledReadsGoToThePlatform) {
+    TempFolder dir;
+    dir.write("q.ini", "[a]\r\nq=\"quoted\"\r\n");
+    const std::u16string file = dir.file("q.ini");
+    IniFileCache cache(fakeTicks);
+    EXPECT_EQ(getString(cache, u"a", u"q", file), u"\"quoted\"");  // the cache keeps quotes
+    cache.enabled = 0;
+    EXPECT_EQ(getString(cache, u"a", u"q", file), u"quoted");      // the platform takes them off
+    EXPECT_EQ(getString(cache, u"a", u"none", file), u"<default>");
+    EXPECT_EQ(cache.GetIniInt(u"a", u"none", 5, file.c_str()), 5);
+}
+
+TEST(IniCache, FlushSavesDirtyRecordsInTheCacheFormat) {
+    TempFolder dir;
+    dir.write("d.ini", "before\r\n[a]\r\nk = v\r\n;c\r\n");
+    const std::u16string file = dir.file("d.ini");
+    IniFileCache cache(fakeTicks);
+    EXPECT_EQ(getString(cache, u"a", u"k", file), u" v");
+    cache.OnTimer();  // nothing dirty: the file is not touched
+    EXPECT_EQ(dir.read("d.ini"), "before\r\n[a]\r\nk = v\r\n;c\r\n");
+    cache.files[0].dirty = true;
+    cache.OnTimer();
+    EXPECT_EQ(dir.read("d.ini"), "[a]\r\nk= v\r\n;c\r\n");
+    EXPECT_FALSE(cache.files[0].dirty);
+}
+
+// The same writes through the cache in both builds leave the same bytes: the file Windows wrote.
+TEST(IniCache, WritesGiveTheSameFileInBothBuilds) {
+    TempFolder dir;
+    const std::u16string file = dir.file("sequence.ini");
+    const auto check = [&](const char16_t* section, const char16_t* key, const char16_t* expected) {
+        char16_t buffer[64];
+        GetIniString(section, key, u"<default>", buffer, 64, file.c_str());
+        EXPECT_EQ(std::u16string{buffer}, expected);
+    };
+    EXPECT_TRUE(WriteIniString(u"Session", u"Host", u"alpha", file.c_str()));  // new file and section
+    check(u"Session", u"Host", u"alpha");
+    EXPECT_TRUE(WriteIniString(u"Session", u"Port", u"23", file.c_str()));     // new key
+    check(u"Session", u"Port", u"23");
+    EXPECT_TRUE(WriteIniString(u"Display", u"Rows", u"24", file.c_str()));     // second section
+    EXPECT_TRUE(WriteIniString(u"session", u"HOST", u"beta", file.c_str()));   // replaced value
+    check(u"Session", u"Host", u"beta");
+    EXPECT_TRUE(WriteIniString(u"Session", u"Port", nullptr, file.c_str()));   // deleted key
+    check(u"Session", u"Port", u"");
+    EXPECT_TRUE(WriteIniString(u"Old", u"x", u"1", file.c_str()));
+    EXPECT_TRUE(WriteIniString(u"Old", nullptr, nullptr, file.c_str()));       // deleted section
+    check(u"Old", u"x", u"<default>");
+
+    std::ifstream in(std::string{QRL_SOURCE_DIR} + "/tests/data/locale/profile_sequence.ini", std::ios::binary);
+    const std::string expected{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+    ASSERT_FALSE(expected.empty());
+    EXPECT_EQ(dir.read("sequence.ini"), expected);
+}
