@@ -1,0 +1,69 @@
+// Storage of a parsed document: nodes and strings are cut from large chunks that the document frees
+// all at once. A request of ten megabytes has hundreds of thousands of nodes; allocating each one
+// from the heap would cost more than reading the text, and twice the memory.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+namespace AdvXMLParser::detail {
+
+// A name with its length in front, so that a node needs one pointer for it. Tag and attribute
+// names of a parsed document are stored once per distinct name and shared by all nodes.
+struct NameRec {
+    std::uint32_t length;
+
+    const char16_t* Chars() const { return reinterpret_cast<const char16_t*>(this + 1); }
+    char16_t* Chars() { return reinterpret_cast<char16_t*>(this + 1); }
+    std::u16string_view View() const { return {Chars(), length}; }
+};
+
+NameRec* NewHeapName(std::u16string_view name);  // owned by the node; free with FreeHeapName
+void FreeHeapName(const NameRec* name);
+const NameRec* EmptyName();
+
+// Nodes are cut upwards from the low end of the current chunk (8-aligned), strings downwards from
+// the high end, so neither pays for the other's alignment.
+class Arena {
+public:
+    explicit Arena(std::size_t chunkBytes);
+    ~Arena();
+    Arena(const Arena&) = delete;
+    Arena& operator=(const Arena&) = delete;
+
+    void* AllocNode(std::size_t bytes) {
+        bytes = (bytes + 7) & ~std::size_t{7};
+        if (static_cast<std::size_t>(high_ - low_) < bytes) return AllocNodeSlow(bytes);
+        void* p = low_;
+        low_ += bytes;
+        return p;
+    }
+    char16_t* AllocChars(std::size_t count) {
+        const std::size_t bytes = count * sizeof(char16_t);
+        if (static_cast<std::size_t>(high_ - low_) < bytes) return AllocCharsSlow(bytes);
+        high_ -= bytes;
+        return reinterpret_cast<char16_t*>(high_);
+    }
+    const char16_t* CopyChars(const char16_t* text, std::size_t count);
+    NameRec* AllocName(std::u16string_view name);
+
+    std::size_t BytesReserved() const { return reserved_; }
+
+private:
+    struct Chunk {
+        Chunk* next;
+        std::size_t pad;  // keeps the data 16-aligned
+    };
+    char* NewChunk(std::size_t bytes);  // returns the data area, links the chunk
+    void* AllocNodeSlow(std::size_t bytes);
+    char16_t* AllocCharsSlow(std::size_t bytes);
+
+    char* low_ = nullptr;
+    char* high_ = nullptr;
+    Chunk* chunks_ = nullptr;
+    std::size_t chunkBytes_;
+    std::size_t reserved_ = 0;
+};
+
+}  // namespace AdvXMLParser::detail

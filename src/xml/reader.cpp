@@ -1,0 +1,483 @@
+// The reader: prolog, elements, attributes, content, references, comments, CDATA and processing
+// instructions. The document type declaration is in dtd.cpp.
+#include "xml/reader.h"
+
+#include <cstring>
+#include <stdexcept>
+
+#include "text/textutil.h"
+
+namespace AdvXMLParser {
+
+const char* ParsingException::what() const noexcept { return "XML parsing error"; }
+
+std::unique_ptr<Document> Parser::Parse(const char16_t* text, std::size_t length) {
+    detail::Reader reader;
+    return reader.Run(text, length);
+}
+
+namespace detail {
+
+namespace {
+
+bool IsDigit(char16_t c) { return c >= u'0' && c <= u'9'; }
+bool IsHexDigit(char16_t c) {
+    return IsDigit(c) || (c >= u'a' && c <= u'f') || (c >= u'A' && c <= u'F');
+}
+unsigned HexValue(char16_t c) {
+    if (IsDigit(c)) return c - u'0';
+    return (c | 0x20) - u'a' + 10;
+}
+bool IsAsciiLetter(char16_t c) { return (c >= u'A' && c <= u'Z') || (c >= u'a' && c <= u'z'); }
+bool IsVersionChar(char16_t c) {
+    return IsAsciiLetter(c) || IsDigit(c) || c == u'_' || c == u'.' || c == u':' || c == u'-';
+}
+bool IsEncodingChar(char16_t c) {
+    return IsAsciiLetter(c) || IsDigit(c) || c == u'_' || c == u'.' || c == u'-';
+}
+bool IsQuote(char16_t c) { return c == u'"' || c == u'\''; }
+
+// Above this the 32-bit lengths and positions of the tree would not hold.
+constexpr std::size_t kMaxLength = 0x7FFFFFFF;
+
+}  // namespace
+
+void Reader::Fail(int number) const {
+    throw ParsingException(number, static_cast<int>(line_), static_cast<int>(col_));
+}
+
+std::unique_ptr<Document> Reader::Run(const char16_t* text, std::size_t length) {
+    if (length > kMaxLength) throw std::length_error("XML text too long");
+    if (!text) length = 0;
+    Reset(text, length);
+
+    // Chunks of an eighth of the text keep the unused tail of the last chunk small at every size.
+    std::size_t chunk = length * sizeof(char16_t) / 8;
+    if (chunk < 4096) chunk = 4096;
+    if (chunk > (std::size_t{1} << 20)) chunk = std::size_t{1} << 20;
+    std::unique_ptr<Document> doc = Impl::NewParsedDocument(chunk);
+    doc_ = doc.get();
+    arena_ = &Impl::ArenaOf(*doc);
+    names_.assign(256, InternEntry{0, nullptr});
+    open_.push_back({doc_, nullptr, 0});
+
+    XmlDeclaration();
+    Misc();
+    if (Match(u"<!DOCTYPE")) {
+        Doctype();
+        Misc();
+    }
+    if (Get() != u'<') Fail(kErrNoRoot);
+    if (!IsNameStart(Get())) Fail(kErrNoName);
+    StartTag(true);
+    if (open_.size() > 1) Content();
+    Misc();
+    Get();
+    if (!PastEnd()) Fail(kErrAfterRoot);
+    CloseFrame();
+    return doc;
+}
+
+void Reader::Eq(int failNumber) {
+    SkipSpace();
+    if (Get() != u'=') Fail(failNumber);
+    SkipSpace();
+}
+
+// "<?xml" is tested as a literal only, so any processing instruction at the very start whose
+// target begins with xml is read as a declaration and fails.
+void Reader::XmlDeclaration() {
+    if (!Match(u"<?xml")) return;
+    if (!SkipSpace() || !Match(u"version")) Fail(kErrVersion);
+    Eq(kErrVersion);
+    char16_t quote = Get();
+    if (!IsQuote(quote)) Fail(kErrVersion);
+    const char16_t* from = Position();
+    char16_t c = Get();
+    if (!IsVersionChar(c)) Fail(kErrVersion);
+    while (IsVersionChar(c = Get())) {
+    }
+    if (c != quote) Fail(kErrVersion);
+    const std::u16string_view version(from, static_cast<std::size_t>(Position() - 1 - from));
+
+    std::u16string_view encoding = u"UTF-8";
+    State s = Save();
+    if (SkipSpace() && Match(u"encoding")) {
+        Eq(kErrEncodingQuote);
+        quote = Get();
+        if (!IsQuote(quote)) Fail(kErrEncodingQuote);
+        from = Position();
+        if (!IsAsciiLetter(Get())) Fail(kErrEncodingName);
+        while (IsEncodingChar(c = Get())) {
+        }
+        if (c != quote) Fail(kErrEncodingName);
+        encoding = std::u16string_view(from, static_cast<std::size_t>(Position() - 1 - from));
+    } else {
+        Restore(s);
+    }
+
+    bool standalone = true;
+    s = Save();
+    if (SkipSpace() && Match(u"standalone")) {
+        Eq(kErrStandaloneQuote);
+        quote = Get();
+        if (!IsQuote(quote)) Fail(kErrStandaloneQuote);
+        if (Match(u"yes"))
+            standalone = true;
+        else if (Match(u"no"))
+            standalone = false;
+        else
+            Fail(kErrStandaloneValue);
+        if (Get() != quote) Fail(kErrStandaloneValue);
+    } else {
+        Restore(s);
+    }
+    SkipSpace();
+    if (!Match(u"?>")) Fail(kErrDeclNotClosed);
+    Impl::SetDeclaration(*doc_, version, encoding, standalone);
+}
+
+void Reader::Misc() {
+    for (;;) {
+        SkipSpace();
+        if (Match(u"<!--"))
+            CommentNode();
+        else if (Match(u"<?"))
+            PiNode();
+        else
+            return;
+    }
+}
+
+namespace {
+bool SameChars(const char16_t* a, const char16_t* b, std::size_t n) {
+    for (std::size_t i = 0; i < n; ++i)
+        if (a[i] != b[i]) return false;
+    return true;
+}
+}  // namespace
+
+// Tag and attribute names repeat throughout a document: a small cache by length and end
+// characters answers nearly every lookup; the hash table behind it keeps unusual texts fast.
+const NameRec* Reader::Intern(const char16_t* from, const char16_t* to) {
+    const std::size_t length = static_cast<std::size_t>(to - from);
+    const std::size_t slot = (length * 7 + from[0] + (static_cast<std::size_t>(to[-1]) << 3)) % recent_.size();
+    const NameRec* recent = recent_[slot];
+    if (recent && recent->length == length && SameChars(recent->Chars(), from, length)) return recent;
+
+    std::uint32_t hash = 2166136261u;
+    for (const char16_t* p = from; p != to; ++p) hash = (hash ^ *p) * 16777619u;
+    std::size_t mask = names_.size() - 1;
+    for (std::size_t i = hash & mask;; i = (i + 1) & mask) {
+        const InternEntry& e = names_[i];
+        if (!e.name) break;
+        if (e.hash == hash && e.name->length == length && SameChars(e.name->Chars(), from, length))
+            return recent_[slot] = e.name;
+    }
+    const NameRec* name = arena_->AllocName(std::u16string_view(from, length));
+    if (2 * (nameCount_ + 1) > names_.size()) {
+        std::vector<InternEntry> bigger(names_.size() * 2, InternEntry{0, nullptr});
+        mask = bigger.size() - 1;
+        for (const InternEntry& e : names_) {
+            if (!e.name) continue;
+            std::size_t i = e.hash & mask;
+            while (bigger[i].name) i = (i + 1) & mask;
+            bigger[i] = e;
+        }
+        names_.swap(bigger);
+    }
+    std::size_t i = hash & mask;
+    while (names_[i].name) i = (i + 1) & mask;
+    names_[i] = {hash, name};
+    ++nameCount_;
+    return recent_[slot] = name;
+}
+
+// Called with the first character of the name read.
+void Reader::StartTag(bool root) {
+    const char16_t* from = Position() - 1;
+    ScanNameRest();
+    const NameRec* name = Intern(from, Position());
+    Element* element = Impl::NewElement(*arena_, name, Owner());
+    children_.push_back(element);
+    if (root) Impl::SetRoot(*doc_, element);
+    ReadAttributes(*element);
+    const char16_t c = Get();
+    if (c == u'/') {
+        if (Get() != u'>') Fail(kErrSlashNoGt);
+    } else if (c == u'>') {
+        open_.push_back({element, name, children_.size()});
+    } else {
+        Fail(kErrTagNotClosed);
+    }
+}
+
+void Reader::ReadAttributes(Element& element) {
+    attributes_.clear();
+    valueNodes_.clear();
+    for (;;) {
+        if (!SkipSpace()) break;
+        const char16_t* from = Position();
+        if (!TryName()) break;
+        PendingAttribute pending{Intern(from, Position()), nullptr, 0, 0, 0, true};
+        Eq(kErrNoEq);
+        const char16_t quote = Get();
+        if (!IsQuote(quote)) Fail(kErrValueNotQuoted);
+        AttributeValue(quote, &pending);
+        attributes_.push_back(pending);
+    }
+    const std::size_t count = attributes_.size();
+    if (count == 0) return;
+
+    char* storage = static_cast<char*>(arena_->AllocNode(sizeof(Attribute) * count));
+    Attribute* first = nullptr;
+    for (std::size_t i = 0; i < count; ++i) {
+        const PendingAttribute& p = attributes_[i];
+        Attribute* a = Impl::NewAttributeAt(storage + i * sizeof(Attribute), p.name, &element);
+        if (i == 0) first = a;
+        if (p.inlineValue) {
+            Impl::SetInlineValue(*a, p.text, p.length);
+        } else {
+            Node** list = static_cast<Node**>(arena_->AllocNode(sizeof(Node*) * p.childCount));
+            for (std::uint32_t k = 0; k < p.childCount; ++k) {
+                list[k] = valueNodes_[p.firstChild + k];
+                Impl::SetOwner(*list[k], a);
+            }
+            Impl::SetChildren(*a, list, p.childCount);
+        }
+        if (p.name->View() == u"xml:space") Impl::SetPreserve(element, a->GetText() == u"preserve");
+    }
+    Impl::SetAttributes(element, first, count);
+}
+
+// With pending null the value is only checked (attribute defaults in the DTD).
+void Reader::AttributeValue(char16_t quote, PendingAttribute* pending) {
+    const char16_t* run = Position();
+    const std::uint32_t firstChild = static_cast<std::uint32_t>(valueNodes_.size());
+    bool single = true;
+    auto flush = [&](const char16_t* to) {
+        if (!pending || to == run) return;
+        const std::uint32_t n = static_cast<std::uint32_t>(to - run);
+        valueNodes_.push_back(Impl::NewTextual(*arena_, Impl::Kind::Text, arena_->CopyChars(run, n), n, nullptr));
+    };
+    for (;;) {
+        ScanRun<kStopAttr>();
+        const char16_t c = Get();
+        if (c == quote) break;
+        if (c == u'&') {
+            flush(Position() - 1);
+            const Ref r = Reference();
+            if (pending) valueNodes_.push_back(Impl::NewReference(*arena_, r.entity, r.character, nullptr));
+            single = false;
+            run = Position();
+        } else if (c == u'<') {
+            Fail(kErrLtInValue);
+        } else if (PastEnd()) {
+            Fail(kErrEndOfText);
+        } else if (IsControl(c)) {
+            Fail(kErrControl);
+        }
+        // else the other quote character, which is plain text here
+    }
+    if (!pending) return;
+    const char16_t* to = Position() - 1;
+    if (single) {
+        pending->length = static_cast<std::uint32_t>(to - run);
+        pending->text = arena_->CopyChars(run, pending->length);
+        return;
+    }
+    flush(to);
+    pending->inlineValue = false;
+    pending->firstChild = firstChild;
+    pending->childCount = static_cast<std::uint32_t>(valueNodes_.size() - firstChild);
+}
+
+// After '&'. A character reference keeps the low 16 bits of its number.
+Reader::Ref Reader::Reference() {
+    char16_t c = Get();
+    if (c == u'#') {
+        std::uint32_t value = 0;
+        c = Get();
+        if (c == u'x') {
+            c = Get();
+            if (!IsHexDigit(c)) Fail(kErrNoHexDigit);
+            do {
+                value = value * 16 + HexValue(c);
+                c = Get();
+            } while (IsHexDigit(c));
+        } else {
+            if (!IsDigit(c)) Fail(kErrNoDigit);
+            do {
+                value = value * 10 + (c - u'0');
+                c = Get();
+            } while (IsDigit(c));
+        }
+        if (c != u';') Fail(kErrReference);
+        const char16_t character = static_cast<char16_t>(value & 0xFFFF);
+        if (IsControl(character)) Fail(kErrControl);
+        return {false, character};
+    }
+    if (!IsNameStart(c)) Fail(kErrReference);
+    const char16_t* from = Position() - 1;
+    ScanNameRest();
+    const std::u16string_view name(from, static_cast<std::size_t>(Position() - from));
+    if (Get() != u';') Fail(kErrReference);
+    // Only the predefined entities exist, whatever the document type declaration declared.
+    const Entity* e = FindEntity(name);
+    if (!e) Fail(kErrUnknownEntity);
+    return {true, e->character};
+}
+
+void Reader::AddText(const char16_t* from, const char16_t* to) {
+    const std::size_t n = static_cast<std::size_t>(to - from);
+    const char16_t* text = nullptr;
+    if (n < spaceRuns_.size()) {
+        std::size_t i = 0;
+        while (i < n && IsSpace(from[i])) ++i;
+        if (i == n) {
+            const char16_t* known = spaceRuns_[n];
+            if (known && std::memcmp(known, from, n * sizeof(char16_t)) == 0)
+                text = known;
+            else
+                text = spaceRuns_[n] = arena_->CopyChars(from, n);
+        }
+    }
+    if (!text) text = arena_->CopyChars(from, n);
+    children_.push_back(Impl::NewTextual(*arena_, Impl::Kind::Text, text, static_cast<std::uint32_t>(n), Owner()));
+}
+
+void Reader::Content() {
+    for (;;) {
+        const char16_t* run = Position();
+        ScanRun<kStopText>();
+        if (Position() != run) AddText(run, Position());
+        const char16_t c = Get();
+        if (c == u'<') {
+            if (Match(u"/")) {
+                EndTag();
+                if (open_.size() == 1) return;  // the root is closed
+            } else if (Match(u"!--")) {
+                CommentNode();
+            } else if (Match(u"![CDATA[")) {
+                CDataNode();
+            } else if (Match(u"?")) {
+                PiNode();
+            } else {
+                if (!IsNameStart(Get())) Fail(kErrBadLt);
+                StartTag(false);
+            }
+        } else if (c == u'&') {
+            const Ref r = Reference();
+            children_.push_back(Impl::NewReference(*arena_, r.entity, r.character, Owner()));
+        } else if (c == u']') {
+            Match(u"]>");  // the run stopped here only because "]]>" begins
+            Fail(kErrCDataEnd);
+        } else if (PastEnd()) {
+            Fail(kErrEndOfText);
+        } else {
+            Fail(kErrControl);
+        }
+    }
+}
+
+void Reader::EndTag() {
+    if (!IsNameStart(Get())) Fail(kErrNoName);
+    const char16_t* from = Position() - 1;
+    ScanNameRest();
+    const std::u16string_view name(from, static_cast<std::size_t>(Position() - from));
+    if (name != open_.back().name->View()) Fail(kErrEndTagMismatch);
+    SkipSpace();
+    if (Get() != u'>') Fail(kErrTagNotClosed);
+    CloseFrame();
+}
+
+void Reader::CloseFrame() {
+    const Frame& f = open_.back();
+    const std::size_t count = children_.size() - f.firstChild;
+    if (count > 0) {
+        Node** list = static_cast<Node**>(arena_->AllocNode(sizeof(Node*) * count));
+        std::memcpy(list, children_.data() + f.firstChild, sizeof(Node*) * count);
+        Impl::SetChildren(*f.node, list, count);
+    }
+    children_.resize(f.firstChild);
+    open_.pop_back();
+}
+
+// After "<!--". End of text reads as the character 0, which the control check refuses.
+void Reader::CommentNode() {
+    const char16_t* from = Position();
+    for (;;) {
+        ScanRun<kStopComment>();
+        const char16_t c = Get();
+        if (c == u'-') {
+            if (!Match(u"-")) continue;
+            const char16_t* to = Position() - 2;
+            if (Get() != u'>') Fail(kErrDoubleHyphen);
+            const std::uint32_t n = static_cast<std::uint32_t>(to - from);
+            children_.push_back(
+                Impl::NewTextual(*arena_, Impl::Kind::Comment, arena_->CopyChars(from, n), n, Owner()));
+            return;
+        }
+        Fail(kErrControl);
+    }
+}
+
+void Reader::CDataNode() {
+    const char16_t* from = Position();
+    for (;;) {
+        ScanRun<kStopCData>();
+        const char16_t c = Get();
+        if (c == u']') {
+            if (!Match(u"]>")) continue;
+            const std::uint32_t n = static_cast<std::uint32_t>(Position() - 3 - from);
+            children_.push_back(
+                Impl::NewTextual(*arena_, Impl::Kind::CData, arena_->CopyChars(from, n), n, Owner()));
+            return;
+        }
+        Fail(kErrControl);
+    }
+}
+
+void Reader::PiNode() {
+    if (!IsNameStart(Get())) Fail(kErrPiTarget);
+    const char16_t* targetFrom = Position() - 1;
+    ScanNameRest();
+    const std::u16string_view target(targetFrom, static_cast<std::size_t>(Position() - targetFrom));
+    if (qrl::iequals(target, u"xml")) Fail(kErrPiXml);
+    SkipSpace();
+    const char16_t* from = Position();
+    for (;;) {
+        ScanRun<kStopPi>();
+        const char16_t c = Get();
+        if (c == u'?') {
+            if (!Match(u">")) continue;
+            const std::uint32_t n = static_cast<std::uint32_t>(Position() - 2 - from);
+            children_.push_back(Impl::NewPi(*arena_, Intern(targetFrom, targetFrom + target.size()),
+                                            arena_->CopyChars(from, n), n, Owner()));
+            return;
+        }
+        Fail(kErrControl);
+    }
+}
+
+std::u16string_view Reader::TakeName(int failNumber) {
+    if (!IsNameStart(Get())) Fail(failNumber);
+    const char16_t* from = Position() - 1;
+    ScanNameRest();
+    return {from, static_cast<std::size_t>(Position() - from)};
+}
+
+bool Reader::TryName() {
+    if (!IsNameStart(LookAhead())) return false;
+    ScanNameRest();
+    return true;
+}
+
+bool Reader::TryNmtoken() {
+    if (!IsNameChar(LookAhead())) return false;
+    ScanNameRest();
+    return true;
+}
+
+}  // namespace detail
+}  // namespace AdvXMLParser

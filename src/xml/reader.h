@@ -1,0 +1,148 @@
+// The reader behind Parser::Parse. Element nesting is kept on an explicit stack of open elements,
+// and the children of open elements wait in one shared list until their end tag gives each its
+// exact-size array in the document's arena. Internal to the XML layer.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+#include "xml/cursor.h"
+#include "xml/impl.h"
+#include "xml/parser.h"
+
+namespace AdvXMLParser::detail {
+
+// Numbers of ParsingException.
+enum ErrorNumber : int {
+    kErrEndOfText = 1,
+    kErrControl = 2,
+    kErrNoEq = 3,
+    kErrValueNotQuoted = 4,
+    kErrLtInValue = 5,
+    kErrReference = 6,
+    kErrNoHexDigit = 7,
+    kErrNoDigit = 8,
+    kErrUnknownEntity = 9,
+    kErrNoName = 10,
+    kErrSlashNoGt = 11,
+    kErrTagNotClosed = 12,
+    kErrEndTagMismatch = 13,
+    kErrBadLt = 14,
+    kErrCDataEnd = 15,
+    kErrNoRoot = 16,
+    kErrVersion = 17,
+    kErrDeclNotClosed = 18,
+    kErrEncodingQuote = 19,
+    kErrEncodingName = 20,
+    kErrStandaloneQuote = 21,
+    kErrStandaloneValue = 22,
+    kErrDoubleHyphen = 23,
+    kErrPiTarget = 24,
+    kErrPiXml = 25,
+    kErrDoctype = 26,
+    kErrPeReference = 27,
+    kErrPublicChar = 28,
+    kErrElementDecl = 29,
+    kErrMixed = 30,
+    kErrSeparator = 31,
+    kErrParticle = 32,
+    kErrAttlist = 33,
+    kErrAttDef = 34,
+    kErrNotationType = 35,
+    kErrEnumeration = 36,
+    kErrFixed = 37,
+    kErrEntityDecl = 38,
+    kErrNData = 39,
+    kErrNotationDecl = 40,
+    kErrExternalId = 41,
+    kErrNotationPublic = 42,
+    kErrAfterRoot = 43,
+};
+
+class Reader : private Cursor {
+public:
+    std::unique_ptr<Document> Run(const char16_t* text, std::size_t length);
+
+private:
+    struct Frame {
+        NodeContainer* node;
+        const NameRec* name;    // of an element, for its end tag
+        std::size_t firstChild;  // index into children_
+    };
+    struct PendingAttribute {
+        const NameRec* name;
+        const char16_t* text;  // the value when it is one literal run
+        std::uint32_t length;
+        std::uint32_t firstChild;  // else its Text and Reference nodes in valueNodes_
+        std::uint32_t childCount;
+        bool inlineValue;
+    };
+    struct Ref {
+        bool entity;
+        char16_t character;
+    };
+    struct InternEntry {
+        std::uint32_t hash;
+        const NameRec* name;
+    };
+
+    [[noreturn]] void Fail(int number) const;
+
+    // Document and content (reader.cpp).
+    void XmlDeclaration();
+    void Eq(int failNumber);
+    void Misc();
+    void StartTag(bool root);
+    void ReadAttributes(Element& element);
+    void Content();
+    void EndTag();
+    void CloseFrame();
+    void AttributeValue(char16_t quote, PendingAttribute* pending);
+    Ref Reference();
+    void AddText(const char16_t* from, const char16_t* to);
+    void CommentNode();
+    void CDataNode();
+    void PiNode();
+    const NameRec* Intern(const char16_t* from, const char16_t* to);
+    Node* Owner() const { return open_.back().node; }
+
+    // Names for the declarations (dtd.cpp and reader.cpp).
+    std::u16string_view TakeName(int failNumber);
+    bool TryName();
+    bool TryNmtoken();
+
+    // Document type declaration, read and thrown away (dtd.cpp).
+    void Doctype();
+    void InternalSubset();
+    void ElementDecl();
+    void ChildrenModel();
+    void Occurrence();
+    void AttlistDecl();
+    void AttType();
+    void DefaultDecl();
+    void EntityDecl();
+    void EntityValue(char16_t quote);
+    void NotationDecl();
+    bool ExternalId();
+    void SystemLiteral();
+    void PublicLiteral(int notQuotedNumber);
+    void PeReference();
+
+    Document* doc_ = nullptr;
+    Arena* arena_ = nullptr;
+    std::vector<Frame> open_;
+    std::vector<Node*> children_;
+    std::vector<PendingAttribute> attributes_;
+    std::vector<Node*> valueNodes_;
+    std::vector<InternEntry> names_;
+    std::size_t nameCount_ = 0;
+    std::array<const NameRec*, 256> recent_{};
+    // Runs of white space between tags repeat endlessly; each length keeps its last copy.
+    std::array<const char16_t*, 129> spaceRuns_{};
+};
+
+}  // namespace AdvXMLParser::detail

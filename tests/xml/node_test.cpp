@@ -1,0 +1,217 @@
+#include <gtest/gtest.h>
+
+#include "xml_testing.h"
+
+using namespace AdvXMLParser;
+using xmltest::Parse;
+using xmltest::WrittenCompact;
+
+namespace {
+
+TEST(XmlNodes, TextOfAttributesIsTrimmed) {
+    auto doc = Parse(u"<a b=\"  x  y  \" c=\" \t\r\n \" d=\" &#32;x&#32; \"/>");
+    EXPECT_EQ(doc->Root()->GetAttribute(u"b").GetText(), u"x  y");  // the inner run stays
+    EXPECT_EQ(doc->Root()->GetAttribute(u"b").GetValue(), u"x  y");
+    EXPECT_EQ(doc->Root()->GetAttribute(u"c").GetText(), u"");
+    EXPECT_EQ(doc->Root()->GetAttribute(u"d").GetText(), u"x");  // trimmed after joining the references
+}
+
+TEST(XmlNodes, TextOfElementsCollapsesWhiteSpaceUnlessPreserved) {
+    EXPECT_EQ(Parse(u"<a> x   y </a>")->Root()->GetText(), u"x y");
+    EXPECT_EQ(Parse(u"<a xml:space=\"preserve\"> x   y </a>")->Root()->GetText(), u" x   y ");
+    EXPECT_EQ(Parse(u"<a>\r\n\tx\r\n</a>")->Root()->GetText(), u"x");
+    EXPECT_EQ(Parse(u"<a>  </a>")->Root()->GetText(), u"");
+    // A child element gives its own finished text: its trimmed ends no longer separate words.
+    EXPECT_EQ(Parse(u"<a>x<b> y </b></a>")->Root()->GetText(), u"xy");
+    EXPECT_EQ(Parse(u"<a>x <b xml:space='preserve'> y  </b></a>")->Root()->GetText(), u"x y");
+    // Every child counts, comments and instructions too; attributes do not.
+    EXPECT_EQ(Parse(u"<a k='v'>x<!--c-->y<?p q?>&amp;<![CDATA[ z ]]></a>")->Root()->GetText(), u"xcyq& z");
+    EXPECT_EQ(Parse(u"<a/>")->Root()->GetValue(), u"");
+    EXPECT_EQ(Parse(u"<a>x</a>")->Root()->GetValue(), u"");
+}
+
+TEST(XmlNodes, TextOfDocumentsAlwaysCollapses) {
+    auto doc = Parse(u"<!--  c  --><a xml:space='preserve'> x  y </a>");
+    EXPECT_EQ(doc->GetText(), u"c x y");
+    EXPECT_EQ(doc->GetValue(), u"");
+}
+
+TEST(XmlNodes, NamesAndTypes) {
+    auto doc = Parse(u"<a b='1'>t<![CDATA[c]]><!--m--><?p x?>&amp;&#65;</a>");
+    const Element& a = *doc->Root();
+    EXPECT_EQ(doc->GetName(), u"#document");
+    EXPECT_EQ(a.GetChild(0).GetName(), u"#text");
+    EXPECT_EQ(a.GetChild(1).GetName(), u"#cdata-section");
+    EXPECT_EQ(a.GetChild(2).GetName(), u"#comment");
+    EXPECT_EQ(a.GetChild(3).GetName(), u"p");
+    EXPECT_EQ(a.GetChild(4).GetName(), u"amp");
+    const int types[] = {kText, kCData, kComment, kPi, kReference, kReference};
+    for (std::size_t i = 0; i < 6; ++i) {
+        for (int t = 0; t <= 10; ++t) EXPECT_EQ(a.GetChild(i).IsOfType(t), t == types[i]) << i << " " << t;
+        EXPECT_EQ(a.GetChild(i).AsElement(), nullptr);
+    }
+    const char16_t* texts[] = {u"t", u"c", u"m", u"x", u"&", u"A"};
+    for (std::size_t i = 0; i < 6; ++i) {
+        EXPECT_EQ(a.GetChild(i).GetText(), texts[i]) << i;
+        EXPECT_EQ(a.GetChild(i).GetValue(), texts[i]) << i;
+    }
+    EXPECT_TRUE(doc->IsOfType(kDocument));
+    EXPECT_TRUE(a.IsOfType(kElement));
+    EXPECT_TRUE(a.GetAttribute(u"b").IsOfType(kAttribute));
+    EXPECT_EQ(a.AsElement(), &a);
+}
+
+TEST(XmlNodes, SharedEmptyNodesReadEmptyAndNeverChange) {
+    auto doc = Parse(u"<a/>");
+    const Element& root = *doc->Root();
+    const Node& missing = root.GetChild(3);
+    ASSERT_NE(missing.AsElement(), nullptr);
+    EXPECT_TRUE(missing.AsElement()->IsSharedEmpty());
+    EXPECT_EQ(missing.AsElement()->GetChild(0).AsElement()->GetAttribute(u"x").GetText(), u"");
+    EXPECT_EQ(&root.GetAttributeAt(7), &EmptyAttribute());
+
+    Element& empty = EmptyElement();
+    EXPECT_EQ(&empty.AddElement(u"x"), &empty);
+    EXPECT_EQ(&empty.SetAttribute(u"y"), &EmptyAttribute());
+    empty.Add(std::make_unique<Text>(u"z"));
+    empty.AddText(u"w");
+    EmptyAttribute().SetText(u"v");
+    EmptyAttribute().AddText(u"v");
+    EXPECT_EQ(empty.GetChildCount(), 0u);
+    EXPECT_EQ(empty.GetAttributeCount(), 0u);
+    EXPECT_EQ(EmptyAttribute().GetChildCount(), 0u);
+    EXPECT_EQ(EmptyAttribute().GetText(), u"");
+    EXPECT_EQ(EmptyComment().GetText(), u"");
+    EXPECT_EQ(EmptyPi().GetText(), u"");
+    EXPECT_EQ(EmptyCData().GetText(), u"");
+    EXPECT_FALSE(Element(u"x").IsSharedEmpty());
+}
+
+TEST(XmlNodes, AddTextJoinsOnlyADirectlyPrecedingText) {
+    Element e(u"e");
+    e.AddText(u"a");
+    e.AddText(u"bc");
+    ASSERT_EQ(e.GetChildCount(), 1u);
+    EXPECT_EQ(e.GetChild(0).GetValue(), u"abc");
+    e.Add(std::make_unique<Comment>(u"x"));
+    e.AddText(u"d");
+    ASSERT_EQ(e.GetChildCount(), 3u);
+    e.Add(std::make_unique<Text>(u"e"));  // an added Text is the last text again
+    e.AddText(u"f");
+    ASSERT_EQ(e.GetChildCount(), 4u);
+    EXPECT_EQ(e.GetChild(3).GetValue(), u"ef");
+    EXPECT_EQ(e.GetChild(3).GetOwner(), &e);
+
+    std::u16string expected;
+    Element big(u"big");
+    for (int i = 0; i < 300; ++i) {  // grows through several capacities
+        const std::u16string piece(static_cast<std::size_t>(i % 7), static_cast<char16_t>(u'a' + i % 26));
+        big.AddText(piece);
+        expected += piece;
+    }
+    EXPECT_EQ(big.GetChild(0).GetValue(), expected);
+}
+
+TEST(XmlNodes, SetAttributeReusesTheNameAndSetTextReplaces) {
+    Element e(u"e");
+    e.SetAttribute(u"k").SetText(u"1");
+    e.SetAttribute(u"k").SetText(u"2");
+    Attribute& other = e.SetAttribute(u"m");
+    for (int i = 0; i < 20; ++i) e.SetAttribute(u"n" + std::u16string(1, static_cast<char16_t>(u'a' + i)));
+    other.SetText(u"still valid");  // references stay good while the list grows
+    EXPECT_EQ(e.GetAttributeCount(), 22u);
+    EXPECT_EQ(e.GetAttribute(u"k").GetChildCount(), 1u);
+    EXPECT_EQ(e.GetAttribute(u"k").GetText(), u"2");
+    EXPECT_EQ(e.GetAttribute(u"m").GetText(), u"still valid");
+    EXPECT_EQ(e.GetAttribute(u"k").GetOwner(), &e);
+}
+
+TEST(XmlNodes, EntityRefsOnlyForPredefinedNames) {
+    EXPECT_THROW(EntityRef(u"nbsp"), InvalidRefException);
+    EXPECT_THROW(EntityRef(u""), InvalidRefException);
+    EXPECT_EQ(EntityRef(u"apos").GetValue(), u"'");
+    EXPECT_EQ(EntityRef(u"quot").GetName(), u"quot");
+    EXPECT_EQ(CharRef(u'\u00e9').GetText(), u"\u00e9");
+    EXPECT_THROW(EntityRef(u"x"), Exception);  // callers may catch the base class
+}
+
+TEST(XmlNodes, DocumentsMadeByCallers) {
+    Document d(u"Config");
+    ASSERT_NE(d.Root(), nullptr);
+    EXPECT_EQ(d.Root()->GetName(), u"Config");
+    EXPECT_EQ(d.GetChildCount(), 1u);
+    EXPECT_EQ(d.GetVersion(), u"1.0");
+    EXPECT_EQ(d.GetEncoding(), u"UTF-8");
+    d.Clear();
+    EXPECT_EQ(d.Root(), nullptr);
+    Document empty;
+    EXPECT_EQ(empty.Root(), nullptr);
+    empty.Add(std::make_unique<Comment>(u"c"));
+    empty.Add(std::make_unique<Element>(u"r"));
+    ASSERT_NE(empty.Root(), nullptr);
+    EXPECT_EQ(empty.Root()->GetName(), u"r");
+}
+
+TEST(XmlNodes, CloneIsDeepAndIndependentOfTheSource) {
+    std::unique_ptr<Node> copy;
+    std::unique_ptr<Node> docCopy;
+    Element holder(u"holder");
+    {
+        auto doc = Parse(u"<?xml version='1.1' encoding='x'?><!--c--><a xml:space='preserve' b='1&lt;2' c='v'>"
+                         u"<b>t</b><?p q?></a>");
+        copy = doc->Root()->Clone(&holder);
+        docCopy = doc->Clone(nullptr);
+        EXPECT_EQ(WrittenCompact(*copy), WrittenCompact(*doc->Root()));
+    }  // the source is gone: the copies own everything they show
+    EXPECT_EQ(copy->GetOwner(), &holder);
+    Element& a = *copy->AsElement();
+    EXPECT_TRUE(a.IsPreserve());
+    EXPECT_EQ(a.GetAttribute(u"b").GetChildCount(), 3u);
+    EXPECT_EQ(a.GetAttribute(u"b").GetText(), u"1<2");
+    EXPECT_EQ(a.GetAttribute(u"c").GetChild(0).GetValue(), u"v");
+    EXPECT_EQ(a.GetChild(0).GetOwner(), &a);
+    a.SetAttribute(u"c").SetText(u"changed");
+    EXPECT_EQ(WrittenCompact(a), u"<a xml:space=\"preserve\" b=\"1&lt;2\" c=\"changed\"><b>t</b><?p q?></a>");
+
+    const Document& d = static_cast<const Document&>(*docCopy);
+    EXPECT_EQ(d.GetVersion(), u"1.1");
+    EXPECT_EQ(d.GetEncoding(), u"x");
+    ASSERT_NE(d.Root(), nullptr);
+    EXPECT_EQ(d.Root(), &d.GetChild(1));
+    EXPECT_EQ(d.Root()->GetOwner(), &d);
+    holder.Add(std::move(copy));
+    EXPECT_EQ(holder.GetChild(0).GetName(), u"a");
+}
+
+TEST(XmlNodes, CloneOfSingleNodes) {
+    auto doc = Parse(u"<a b=' v '>t<?p q?>&gt;&#66;<![CDATA[c]]><!--m--></a>");
+    Element holder(u"h");
+    for (std::size_t i = 0; i < doc->Root()->GetChildCount(); ++i)
+        holder.Add(doc->Root()->GetChild(i).Clone(&holder));
+    holder.Add(doc->Root()->GetAttribute(u"b").Clone(nullptr));  // an attribute as a child: odd but allowed
+    doc.reset();
+    EXPECT_EQ(WrittenCompact(holder), u"<h>t<?p q?>&gt;&#x42;<![CDATA[c]]><!--m-->b=\" v \"</h>");
+    EXPECT_EQ(holder.GetChild(6).GetText(), u"v");
+    EXPECT_EQ(holder.GetChild(1).GetName(), u"p");
+}
+
+TEST(XmlNodes, ParsedTreesCanBeChanged) {
+    // Changing a parsed tree gives arena nodes heap parts; the sanitizer build checks that the
+    // document frees them and nothing else.
+    auto doc = Parse(u"<r a='1' b='x&amp;y'><e>t</e>text</r>");
+    Element& r = *doc->Root();
+    r.SetAttribute(u"a").SetText(u"2");
+    r.SetAttribute(u"c").SetText(u"3");
+    r.GetChild(0).AsElement()->AddElement(u"f").SetAttribute(u"g").AddText(u"h");
+    r.AddText(u" more");
+    Node& bValueStart = const_cast<Node&>(r.GetAttribute(u"b").GetChild(0));
+    EXPECT_EQ(bValueStart.GetValue(), u"x");
+    EXPECT_EQ(WrittenCompact(r), u"<r a=\"2\" b=\"x&amp;y\" c=\"3\"><e>t<f g=\"h\"/></e>text more</r>");
+    r.GetChild(0).AsElement()->Clear();
+    EXPECT_EQ(r.GetChild(0).AsElement()->GetChildCount(), 0u);
+    EXPECT_EQ(r.GetAttributeCount(), 3u);  // Clear leaves the attributes
+    doc->Add(std::make_unique<Comment>(u"end"));
+    EXPECT_EQ(doc->GetChildCount(), 2u);
+}
+
+}  // namespace
