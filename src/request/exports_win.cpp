@@ -11,6 +11,7 @@
 #include "forms/runform.h"
 #include "locale/inicache.h"
 #include "request/module_win.h"
+#include "request/reply.h"
 #include "request/run.h"
 #include "request/session.h"
 

@@ -1,5 +1,6 @@
 #include "request/hooks.h"
 
+#include "forms/formdef.h"
 #include "hotspots/hotspotdata.h"
 #include "keyboard/keymapdata.h"
 
@@ -31,6 +32,8 @@ void InstallRequestHooks(TRequestHooks& hooks) {
     // Each subsystem that reads a share of the request installs its readers and writers here, e.g.
     //   hooks.interfaceReader = &ReadInterface;   hooks.groupsReader = &ReadGroups;
     //   hooks.SetDataKind(u"keymaplist", {&ReadKeyMapItem, &WriteKeyMapItem});
+    hooks.interfaceReader = &ReadInterface;
+    hooks.groupsReader = &ReadGroups;
     InstallKeyDataHooks(hooks);
     InstallHotspotHooks(hooks);
 }

@@ -76,6 +76,23 @@ std::u16string HostLink::EmulationName() const {
     return terminatedText(name, kMostNameLength);
 }
 
+uint64_t HostLink::AttributeColours(THostAttributeColourRecord& record) const {
+    return Send(HostCode::AttributeColours, 0, LinkAddress(&record));
+}
+
+uint64_t HostLink::DeleteLanguage(std::u16string_view name) const {
+    const std::u16string text(name);
+    return Send(HostCode::DeleteLanguage, 0, LinkAddress(text.c_str()));
+}
+
+uint64_t HostLink::AddLanguage(std::u16string_view name, std::u16string_view base) const {
+    const std::u16string nameText(name), baseText(base);
+    THostAddLanguageRecord record;
+    record.name = LinkAddress(nameText.c_str());
+    record.base = LinkAddress(baseText.c_str());
+    return Send(HostCode::AddLanguage, 0, LinkAddress(&record));
+}
+
 void ReadLinkAttributes(HostLink& link, std::u16string_view type, std::u16string_view value,
                         std::u16string_view msgid) {
     if (type != u"HWND") return;

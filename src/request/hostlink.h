@@ -96,6 +96,15 @@ public:
     std::u16string AuthDirectory() const;
     // Code 8204: the current emulation's name, copied; empty when the host gives none.
     std::u16string EmulationName() const;
+    // Code 1: the host's colours for an attribute, written into `record` (kind and attributes set
+    // by the caller). The result is ignored by the callers.
+    uint64_t AttributeColours(THostAttributeColourRecord& record) const;
+    // Code 8438: the character maps were saved.
+    void MapsSaved() const { Send(HostCode::MapsSaved, 0, 0); }
+    // Code 8439: delete a language; 0 is success (also without a link).
+    uint64_t DeleteLanguage(std::u16string_view name) const;
+    // Code 8440: create a language from `base` (empty: the default); 0 is success.
+    uint64_t AddLanguage(std::u16string_view name, std::u16string_view base) const;
 };
 
 // Reads the attributes of `Link` into the link. Only `type` "HWND" (case counting) switches it on.

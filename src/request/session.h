@@ -120,13 +120,15 @@ public:
     // The readers and writers this session uses: the process-wide set unless a test gives its own.
     const TRequestHooks* hooks;
 
+    // Lists authFileDirectory anew into authFiles (also after a key file was imported into it).
+    void ReadAuthFiles();
+
 private:
     void ReadChild(const AdvXMLParser::Element& child);
     void ReadData(const AdvXMLParser::Element& data);
     void ReadModuleList(const AdvXMLParser::Element& node);
     void ReadHelp(const AdvXMLParser::Element& node);
     void ReadLink(const AdvXMLParser::Element& node);
-    void ReadAuthFiles();
     void CatchUpIndex() const;
 
     // Elements are indexed lazily up to the count seen, so appends from anywhere are found too.

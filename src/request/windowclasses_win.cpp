@@ -1,5 +1,8 @@
 #include "request/module_win.h"
 
+#include "forms/pleasewait.h"
+#include "forms/samplectl.h"
+
 namespace qrl {
 
 namespace {
@@ -12,11 +15,11 @@ struct TWindowClassEntry {
 
 // The order is fixed: qrsample, qrpalette, qrcolpatch, PressKeyWin, PleaseWaitWin, qrkeyb4.
 const TWindowClassEntry kWindowClasses[] = {
-    {L"qrsample", nullptr, nullptr},       // colour sample control (forms, colours)
+    {L"qrsample", &RegisterSampleClass, &UnregisterSampleClass},  // colour sample control (forms, colours)
     {L"qrpalette", nullptr, nullptr},      // palette control (colours)
     {L"qrcolpatch", nullptr, nullptr},     // colour patch control (colours)
     {L"PressKeyWin", nullptr, nullptr},    // key capture window (keyboard)
-    {L"PleaseWaitWin", nullptr, nullptr},  // please-wait window (forms)
+    {L"PleaseWaitWin", &RegisterPleaseWaitClass, &UnregisterPleaseWaitClass},  // please-wait window (forms)
     {L"qrkeyb4", nullptr, nullptr},        // keyboard picture (keyboard)
 };
 

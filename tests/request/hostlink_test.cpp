@@ -180,3 +180,46 @@ TEST(HostLinkQueries, AuthDirectoryAndEmulationName) {
 
 }  // namespace
 }  // namespace qrl
+
+namespace qrl {
+namespace {
+
+TEST(HostLinkQueries, LanguagesAndColours) {
+    TFakeHost host;
+    const HostLink link = linkTo(host);
+    std::vector<std::u16string> texts;
+    host.answer = [&](const THostLinkRecord& r) -> uint64_t {
+        if (r.code == 8440) {
+            const auto* add = reinterpret_cast<const THostAddLanguageRecord*>(static_cast<uintptr_t>(r.second));
+            texts.push_back(TFakeHost::TextAt(add->name) + u"<" + TFakeHost::TextAt(add->base));
+            return 3;
+        }
+        if (r.code == 8439) texts.push_back(TFakeHost::TextAt(r.second));
+        if (r.code == 1) {
+            auto* colours = reinterpret_cast<THostAttributeColourRecord*>(static_cast<uintptr_t>(r.second));
+            colours->foreground = colours->kind == 4 ? 0xFF : 0;
+            colours->background = colours->attribute1;
+        }
+        return 0;
+    };
+    EXPECT_EQ(link.AddLanguage(u"Klingon", u""), 3u);
+    EXPECT_EQ(link.DeleteLanguage(u"Klingon"), 0u);
+    link.MapsSaved();
+    EXPECT_EQ(texts, (std::vector<std::u16string>{u"Klingon<", u"Klingon"}));
+    THostAttributeColourRecord colours;
+    colours.kind = 4;
+    colours.attribute1 = 0x22;
+    link.AttributeColours(colours);
+    EXPECT_EQ(colours.foreground, 0xFFu);
+    EXPECT_EQ(colours.background, 0x22u);
+    ASSERT_EQ(host.calls.size(), 4u);
+    EXPECT_EQ(host.calls[2].record.code, 8438u);
+
+    // Without a link both language operations report success.
+    HostLink none;
+    EXPECT_EQ(none.AddLanguage(u"x", u"y"), 0u);
+    EXPECT_EQ(none.DeleteLanguage(u"x"), 0u);
+}
+
+}  // namespace
+}  // namespace qrl

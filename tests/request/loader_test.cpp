@@ -57,7 +57,7 @@ TEST(Loader, ErrorTexts) {
     EXPECT_EQ(loadError(u"<Config><DTD><Element Name=\"  \"/></DTD></Config>"),
               u"tag <Element> : Name not specified");
     EXPECT_EQ(loadError(u"<Config>\n<DTD>\n<Element Name=\"a\">\n</DTD></Config>"), u"XML parsing error : line 4");
-    EXPECT_EQ(loadError(u""), u"root node must be <Config>");
+    EXPECT_EQ(loadError(u""), u"XML parsing error : line 1");  // no root at all is a syntax error
     // Unknown children of the root are passed over, unknown children of Data are not.
     EXPECT_EQ(loadError(u"<Config><Other><x/></Other><!-- c --><?pi x?>text</Config>"), u"no error");
 }
@@ -125,7 +125,7 @@ protected:
 TEST_F(LoaderLanguage, ElementKeysUseTheHelpFileReadSoFar) {
     ParseLanguageText(
         "h.hlp.G.N_1=Eins\n"
-        "h.hlp.G.N_2=Zwei,Drei\n"
+        "h.hlp.G.N_2=\"Zwei\"\n"
         "h.hlp.G.N_0=Beschreibung\n"
         "h.hlp.G.M=Ohne Liste\n"
         ".G.L_0=Frueh\n");
@@ -135,10 +135,10 @@ TEST_F(LoaderLanguage, ElementKeysUseTheHelpFileReadSoFar) {
         u"<Element Name=\"N\" group=\"G\" Type=\"stringset\" strings=\"one,two\" descr=\"Description\"/>"
         u"<Element Name=\"M\" group=\"G\" descr=\"Plain\"/>"
         u"</DTD><Help help_file=\"\" topic_name=\"u\"/></Config>");
-    // A translated item with a comma in it becomes two items.
+    // A stringset stores the translated texts as its values.
     using L = std::vector<std::u16string>;
-    EXPECT_EQ(s.elements[0].strings, (L{u"Eins", u"Zwei", u"Drei"}));
-    EXPECT_EQ(s.elements[0].values, (L{u"Eins", u"Zwei", u"Drei"}));
+    EXPECT_EQ(s.elements[0].strings, (L{u"Eins", u"Zwei"}));
+    EXPECT_EQ(s.elements[0].values, (L{u"Eins", u"Zwei"}));
     EXPECT_EQ(s.elements[0].description, u"Beschreibung");
     EXPECT_EQ(s.elements[0].defaultHelpFile, u"h.hlp");
     EXPECT_EQ(s.elements[1].description, u"Ohne Liste");
@@ -219,8 +219,11 @@ THookLog g_hookLog;
 void noteItem(TConfigSession&, const TElementDef& def, const AdvXMLParser::Element& item) {
     g_hookLog.seen.push_back(def.name + u"=" + item.GetAttribute(u"Value").GetText());
 }
-void noteChild(TConfigSession& session, const AdvXMLParser::Element& node) {
+void noteChild(TConfigSession&, const AdvXMLParser::Element& node) {
     g_hookLog.seen.push_back(std::u16string(node.GetName()));
+}
+void readStartForm(TConfigSession& session, const AdvXMLParser::Element& node) {
+    noteChild(session, node);
     session.startForm = node.GetAttribute(u"StartForm").GetText();
 }
 
@@ -230,7 +233,7 @@ TEST(Loader, ListItemsGoToTheirHooksAndSetTheirFlags) {
     EXPECT_FALSE(hooks.SetDataKind(u"nonsense", TDataKind{&noteItem, nullptr}));
     EXPECT_TRUE(hooks.SetDataKind(u"KEYLIST", TDataKind{&noteItem, nullptr}));
     EXPECT_TRUE(hooks.SetDataKind(u"mousemap", TDataKind{&noteItem, nullptr}));
-    hooks.interfaceReader = &noteChild;
+    hooks.interfaceReader = &readStartForm;
     hooks.groupsReader = &noteChild;
     g_hookLog.seen.clear();
 

@@ -43,10 +43,15 @@ TEST(Reply, ChangedValuesOnly) {
          u"<Data><Item Element=\"a\" Value=\"abc\"/><Item Element=\"A\" Value=\"other\"/>"
          u"<Item Element=\"B\" Value=\"b\"/><Item Element=\"pw\" Value=\"secret\"/><Item Element=\"Extra\" Value=\"e\"/>"
          u"</Data></Config>");
-    // Nothing changed: only C, which the request never sent, is written, though it holds its default.
+    // A holds the last of its two items but is compared with the first, so it counts as changed; C,
+    // which the request never sent, is written although it holds its default.
+    EXPECT_EQ(WriteDataReply(s, true), dataReply(u"    <Item Element=\"A\" Value=\"other\"/>\n"
+                                                 u"    <Item Element=\"C\" Value=\"c\"/>\n"));
+
+    s.FindElement(u"A")->value = u"abc";  // back to the first item's value: unchanged
     EXPECT_EQ(WriteDataReply(s, true), dataReply(u"    <Item Element=\"C\" Value=\"c\"/>\n"));
 
-    s.FindElement(u"A")->value = u"ABC";   // a change of case is a change, against the first item
+    s.FindElement(u"A")->value = u"ABC";   // a change of case is a change
     s.FindElement(u"Pw")->value = u"<&>";  // written in clear, escaped
     s.FindElement(u"Extra")->value = u"f";
     EXPECT_EQ(WriteDataReply(s, true),

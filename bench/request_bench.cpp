@@ -1,0 +1,83 @@
+// Loading, applying and replying must stay linear in the size of a request: names are looked up
+// through first-wins indexes, not by walking lists. Reported per element: compare the sizes.
+#include <benchmark/benchmark.h>
+
+#include <memory>
+
+#include "../tools/genrequest/generate.h"
+#include "request/reply.h"
+#include "request/session.h"
+#include "xml/node.h"
+#include "xml/parser.h"
+
+namespace {
+
+// CPU time per element (the machine is shared, wall time is not ours): an inverted rate.
+void finish(benchmark::State& state, std::size_t count) {
+    state.SetItemsProcessed(static_cast<int64_t>(state.iterations() * count));
+    state.counters["per_element"] = benchmark::Counter(static_cast<double>(state.iterations() * count),
+                                                       benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
+}
+
+// The whole general route without the dialog: parse, load, apply, change a few values, reply.
+void BM_RequestRoundTrip(benchmark::State& state) {
+    const auto count = static_cast<std::size_t>(state.range(0));
+    const std::u16string request = qrl::gen::MakeRequest(count);
+    std::size_t replyLength = 0;
+    for (auto _ : state) {
+        qrl::TConfigSession session;
+        session.LoadRequestText(request);
+        session.ApplyDataValues();
+        for (std::size_t i = 0; i < session.elements.size(); i += 10) session.elements[i].value += u"!";
+        const std::u16string reply = qrl::WriteDataReply(session, true);
+        replyLength = reply.size();
+        benchmark::DoNotOptimize(replyLength);
+    }
+    finish(state, count);
+}
+
+void BM_LoadOnly(benchmark::State& state) {
+    const auto count = static_cast<std::size_t>(state.range(0));
+    const std::u16string request = qrl::gen::MakeRequest(count);
+    AdvXMLParser::Parser parser;
+    const std::unique_ptr<AdvXMLParser::Document> document = parser.Parse(request.data(), request.size());
+    for (auto _ : state) {
+        qrl::TConfigSession session;
+        session.LoadRequest(*document->Root());
+        benchmark::DoNotOptimize(session.elements.size());
+    }
+    finish(state, count);
+}
+
+void BM_Apply(benchmark::State& state) {
+    const auto count = static_cast<std::size_t>(state.range(0));
+    qrl::TConfigSession session;
+    session.LoadRequestText(qrl::gen::MakeRequest(count));
+    for (auto _ : state) {
+        session.ApplyDataValues();
+        benchmark::DoNotOptimize(session.elements.back().value.size());
+    }
+    finish(state, count);
+}
+
+void BM_Reply(benchmark::State& state) {
+    const auto count = static_cast<std::size_t>(state.range(0));
+    qrl::TConfigSession session;
+    session.LoadRequestText(qrl::gen::MakeRequest(count));
+    session.ApplyDataValues();
+    for (std::size_t i = 0; i < session.elements.size(); i += 10) session.elements[i].value += u"!";
+    for (auto _ : state) {
+        const std::u16string reply = qrl::WriteDataReply(session, true);
+        benchmark::DoNotOptimize(reply.size());
+    }
+    finish(state, count);
+}
+
+}  // namespace
+
+BENCHMARK(BM_RequestRoundTrip)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_LoadOnly)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Apply)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Reply)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
+
+BENCHMARK_MAIN();

@@ -1,0 +1,106 @@
+// The small framework under the dialogs: TBaseDialog with subclassed TBaseControl objects (used by
+// the keyboard dialogs), and the helpers that every dialog uses. Win32 only.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+#include <vector>
+
+namespace qrl {
+
+class TBaseControl;
+
+class TBaseDialog {
+public:
+    TBaseDialog(HINSTANCE instance, HWND parent, int templateId);
+    virtual ~TBaseDialog();
+    TBaseDialog(const TBaseDialog&) = delete;
+    TBaseDialog& operator=(const TBaseDialog&) = delete;
+
+    // Runs the dialog modally; a template that can't be loaded gives the platform's result.
+    INT_PTR DoModal();
+
+    // Called at WM_INITDIALOG: subclasses each registered control found in the dialog.
+    virtual void AttachControls(WPARAM wParam, TBaseDialog* self);
+    // Every message but WM_INITDIALOG. The base ends the dialog on ids 1 and 2.
+    virtual INT_PTR OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
+    // Called once after AttachControls.
+    virtual void OnInit() {}
+
+    HWND Window() const { return window_; }
+    void Register(TBaseControl* control) { controls_.push_back(control); }
+
+protected:
+    HINSTANCE instance_;
+    HWND parent_;
+    int templateId_;
+    std::vector<TBaseControl*> controls_;  // owned
+    HWND window_ = nullptr;
+
+private:
+    static INT_PTR CALLBACK DialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+};
+
+class TBaseControl {
+public:
+    // Registers with the dialog, which then owns it; make controls in the dialog's constructor.
+    TBaseControl(TBaseDialog* dialog, int id);
+    virtual ~TBaseControl() = default;
+    TBaseControl(const TBaseControl&) = delete;
+    TBaseControl& operator=(const TBaseControl&) = delete;
+
+    virtual LRESULT WndProc(UINT message, WPARAM wParam, LPARAM lParam);
+
+    int Id() const { return id_; }
+    HWND Window() const { return window_; }
+    // Subclasses the control's window; called by TBaseDialog::AttachControls.
+    void Attach(HWND window);
+
+protected:
+    int id_;
+    TBaseDialog* dialog_;
+    WNDPROC previous_ = nullptr;
+    HWND window_ = nullptr;
+
+private:
+    static LRESULT CALLBACK ControlProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+};
+
+class TComboBox : public TBaseControl {
+public:
+    using TBaseControl::TBaseControl;
+    void SetCurSel(int index);
+    void AddString(const std::u16string& text);
+    int GetCurSel() const;  // -1 while there is no window
+};
+
+// Helpers; each takes the dialog's window first and skips a control id that has no window.
+void EnableControl(HWND dialog, int id, bool enable);
+void EnableCheck(HWND dialog, int id, bool enable);  // a disabled check box is never left checked
+void ShowControl(HWND dialog, int id, bool show);
+void SetControlNumber(HWND dialog, int id, int value);
+std::u16string GetControlText(HWND dialog, int id);
+std::u16string GetWindowText16(HWND window);
+void SetControlText(HWND dialog, int id, const std::u16string& text);
+void SetStyleBits(HWND control, LONG mask, LONG bits);
+RECT ControlRect(HWND control);
+int MoveAtBottom(HWND control, const RECT& rect, int left, int bottom);
+void MoveClipped(HWND control, const RECT& rect, int left, int top, int rightLimit);
+HWND TopLevelOf(HWND window);
+// First call of every dialog at WM_INITDIALOG: ends the please-wait window, clears the scroll range.
+void ResetDialogScroll(HWND dialog);
+// The WM_VSCROLL rule of forms.
+void HandleDialogScroll(HWND dialog, WPARAM wParam);
+
+// 16-bit text at the Win32 boundary: wchar_t is 16-bit here, the one place where pointers convert.
+inline const wchar_t* W(const std::u16string& text) { return reinterpret_cast<const wchar_t*>(text.c_str()); }
+inline const wchar_t* W(const char16_t* text) { return reinterpret_cast<const wchar_t*>(text); }
+inline std::u16string U16(const wchar_t* text) {
+    return text ? std::u16string(reinterpret_cast<const char16_t*>(text)) : std::u16string();
+}
+
+// The module that holds our resources and window classes (the DLL, or a test program linked with us).
+HINSTANCE FormsInstance();
+
+}  // namespace qrl

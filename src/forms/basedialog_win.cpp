@@ -1,0 +1,210 @@
+#include "forms/basedialog.h"
+
+#include "forms/pleasewait.h"
+#include "forms/scrollrule.h"
+#include "request/module_win.h"
+
+namespace qrl {
+
+// ---- TBaseDialog
+
+TBaseDialog::TBaseDialog(HINSTANCE instance, HWND parent, int templateId)
+    : instance_(instance), parent_(parent), templateId_(templateId) {}
+
+TBaseDialog::~TBaseDialog() {
+    for (TBaseControl* control : controls_) delete control;
+}
+
+INT_PTR TBaseDialog::DoModal() {
+    return DialogBoxParamW(instance_, MAKEINTRESOURCEW(templateId_), parent_, DialogProc,
+                           reinterpret_cast<LPARAM>(this));
+}
+
+void TBaseDialog::AttachControls(WPARAM, TBaseDialog*) {
+    for (TBaseControl* control : controls_)
+        if (HWND w = GetDlgItem(window_, control->Id())) control->Attach(w);
+}
+
+INT_PTR TBaseDialog::OnMessage(UINT message, WPARAM wParam, LPARAM) {
+    if (message == WM_COMMAND) {
+        const int id = LOWORD(wParam);
+        if (id == IDOK || id == IDCANCEL) EndDialog(window_, id);
+    }
+    return 0;
+}
+
+INT_PTR CALLBACK TBaseDialog::DialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    try {
+        if (message == WM_INITDIALOG) {
+            auto* self = reinterpret_cast<TBaseDialog*>(lParam);
+            SetWindowLongPtrW(window, GWLP_USERDATA, lParam);
+            self->window_ = window;
+            self->AttachControls(wParam, self);
+            self->OnInit();
+            return TRUE;
+        }
+        auto* self = reinterpret_cast<TBaseDialog*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+        if (self == nullptr) return 0;
+        const INT_PTR result = self->OnMessage(message, wParam, lParam);
+        if (message == WM_NCDESTROY) {
+            SetWindowLongPtrW(window, GWLP_USERDATA, 0);
+            self->window_ = nullptr;
+        }
+        return result;
+    } catch (...) {
+        // Nothing may unwind through the dialog manager.
+        return 0;
+    }
+}
+
+// ---- TBaseControl
+
+TBaseControl::TBaseControl(TBaseDialog* dialog, int id) : id_(id), dialog_(dialog) {
+    if (dialog_) dialog_->Register(this);
+}
+
+void TBaseControl::Attach(HWND window) {
+    window_ = window;
+    SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    previous_ = reinterpret_cast<WNDPROC>(GetWindowLongPtrW(window, GWLP_WNDPROC));
+    SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(ControlProc));
+}
+
+LRESULT TBaseControl::WndProc(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (previous_) return CallWindowProcW(previous_, window_, message, wParam, lParam);
+    return DefWindowProcW(window_, message, wParam, lParam);
+}
+
+LRESULT CALLBACK TBaseControl::ControlProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    auto* self = reinterpret_cast<TBaseControl*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    if (self == nullptr) return DefWindowProcW(window, message, wParam, lParam);
+    try {
+        const LRESULT result = self->WndProc(message, wParam, lParam);
+        if (message == WM_NCDESTROY) {
+            SetWindowLongPtrW(window, GWLP_USERDATA, 0);
+            self->window_ = nullptr;
+        }
+        return result;
+    } catch (...) {
+        return 0;
+    }
+}
+
+void TComboBox::SetCurSel(int index) {
+    if (window_) SendMessageW(window_, CB_SETCURSEL, static_cast<WPARAM>(index), 0);
+}
+
+void TComboBox::AddString(const std::u16string& text) {
+    if (window_) SendMessageW(window_, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(W(text)));
+}
+
+int TComboBox::GetCurSel() const {
+    if (!window_) return -1;
+    return static_cast<int>(SendMessageW(window_, CB_GETCURSEL, 0, 0));
+}
+
+// ---- helpers
+
+void EnableControl(HWND dialog, int id, bool enable) {
+    if (HWND w = GetDlgItem(dialog, id)) EnableWindow(w, enable);
+}
+
+void EnableCheck(HWND dialog, int id, bool enable) {
+    HWND w = GetDlgItem(dialog, id);
+    if (!w) return;
+    if (!enable) SendMessageW(w, BM_SETCHECK, BST_UNCHECKED, 0);
+    EnableWindow(w, enable);
+}
+
+void ShowControl(HWND dialog, int id, bool show) {
+    if (HWND w = GetDlgItem(dialog, id)) ShowWindow(w, show ? SW_SHOW : SW_HIDE);
+}
+
+void SetControlNumber(HWND dialog, int id, int value) {
+    HWND w = GetDlgItem(dialog, id);
+    if (!w) return;
+    SetWindowTextW(w, std::to_wstring(value).c_str());
+    SendMessageW(w, EM_SETMODIFY, 0, 0);
+}
+
+std::u16string GetWindowText16(HWND window) {
+    if (!window) return {};
+    const LRESULT length = SendMessageW(window, WM_GETTEXTLENGTH, 0, 0);
+    if (length <= 0) return {};
+    std::u16string text(static_cast<std::size_t>(length) + 1, u'\0');
+    const LRESULT got = SendMessageW(window, WM_GETTEXT, static_cast<WPARAM>(length + 1),
+                                     reinterpret_cast<LPARAM>(text.data()));
+    text.resize(got > 0 && got <= length ? static_cast<std::size_t>(got) : 0);
+    return text;
+}
+
+std::u16string GetControlText(HWND dialog, int id) { return GetWindowText16(GetDlgItem(dialog, id)); }
+
+void SetControlText(HWND dialog, int id, const std::u16string& text) { SetDlgItemTextW(dialog, id, W(text)); }
+
+void SetStyleBits(HWND control, LONG mask, LONG bits) {
+    const LONG style = GetWindowLongW(control, GWL_STYLE);
+    SetWindowLongW(control, GWL_STYLE, (style & ~mask) | (mask & bits));
+}
+
+RECT ControlRect(HWND control) {
+    RECT r{};
+    GetWindowRect(control, &r);
+    MapWindowPoints(HWND_DESKTOP, GetParent(control), reinterpret_cast<POINT*>(&r), 2);
+    return r;
+}
+
+int MoveAtBottom(HWND control, const RECT& rect, int left, int bottom) {
+    const int width = rect.right - rect.left;
+    const int height = rect.bottom - rect.top;
+    MoveWindow(control, left, bottom - height, width, height, TRUE);
+    return left + width;
+}
+
+void MoveClipped(HWND control, const RECT& rect, int left, int top, int rightLimit) {
+    int width = rect.right - rect.left;
+    if (left + width > rightLimit) width = rightLimit - left;
+    MoveWindow(control, left, top, width, rect.bottom - rect.top, TRUE);
+}
+
+HWND TopLevelOf(HWND window) {
+    HWND w = window;
+    while (w && !(GetWindowLongW(w, GWL_STYLE) & WS_POPUP)) w = GetParent(w);
+    return w ? w : window;
+}
+
+void ResetDialogScroll(HWND dialog) {
+    ClosePleaseWait();
+    SCROLLINFO info{};
+    info.cbSize = sizeof info;
+    info.fMask = SIF_RANGE;
+    info.nMin = 0;
+    info.nMax = 0;
+    SetScrollInfo(dialog, SB_VERT, &info, TRUE);
+}
+
+void HandleDialogScroll(HWND dialog, WPARAM wParam) {
+    SCROLLINFO info{};
+    info.cbSize = sizeof info;
+    info.fMask = SIF_ALL;
+    if (!GetScrollInfo(dialog, SB_VERT, &info)) return;
+    const int wanted = ScrollTarget(info.nPos, static_cast<int>(info.nPage), info.nMax, LOWORD(wParam),
+                                    HIWORD(wParam));
+    if (wanted == info.nPos) return;
+    const int old = info.nPos;
+    info.fMask = SIF_POS;
+    info.nPos = wanted;
+    SetScrollInfo(dialog, SB_VERT, &info, TRUE);
+    ScrollWindowEx(dialog, 0, old - wanted, nullptr, nullptr, nullptr, nullptr, SW_SCROLLCHILDREN | SW_INVALIDATE);
+}
+
+HINSTANCE FormsInstance() {
+    if (HINSTANCE instance = ModuleInstance()) return instance;
+    // Not loaded as the DLL (a test program linked with us): the module that holds this code.
+    HMODULE module = nullptr;
+    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                       reinterpret_cast<LPCWSTR>(&FormsInstance), &module);
+    return module;
+}
+
+}  // namespace qrl

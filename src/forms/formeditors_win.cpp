@@ -1,0 +1,335 @@
+// The built-in form's lower half: the value editor that suits the selected element, and the
+// handlers that write each change into the element at once.
+#include "forms/basedialog.h"
+#include "forms/fieldrules.h"
+#include "forms/formdef.h"
+#include "forms/formdlg.h"
+#include "forms/formeditor.h"
+#include "forms/forms_rc.h"
+#include "forms/formvalues.h"
+#include "forms/samplemodel.h"
+#include "locale/language.h"
+#include "properties/font.h"
+#include "request/run.h"
+#include "request/session.h"
+#include "text/textutil.h"
+
+#include <commdlg.h>
+#include <shlobj.h>
+
+#include <algorithm>
+#include <cstdio>
+
+namespace qrl {
+
+namespace {
+
+// The dialog's own changes of controls must not count as the user's.
+class BusyScope {
+public:
+    explicit BusyScope(TFormRun& run) : run_(run), was_(run.busy) { run_.busy = true; }
+    ~BusyScope() { run_.busy = was_; }
+    BusyScope(const BusyScope&) = delete;
+    BusyScope& operator=(const BusyScope&) = delete;
+
+private:
+    TFormRun& run_;
+    bool was_;
+};
+
+void FillCombo(HWND dialog, const std::vector<std::u16string>& entries) {
+    HWND combo = GetDlgItem(dialog, IDC_VALUE_COMBO);
+    if (!combo) return;
+    SendMessageW(combo, CB_RESETCONTENT, 0, 0);
+    for (const std::u16string& entry : entries)
+        SendMessageW(combo, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(W(entry)));
+}
+
+std::u16string ColourText(std::uint32_t colour) {
+    char buffer[16];
+    std::snprintf(buffer, sizeof buffer, "%6.6x", static_cast<unsigned>(colour));
+    return toU16(buffer);
+}
+
+void ApplyEditor(HWND dialog, TFormRun& run, const EditorView& view) {
+    const TElementDef& element = *run.form.currentElement;
+    SetControlText(dialog, IDC_VALUE_LABEL, view.label);
+    if (view.editText) {
+        HWND edit = GetDlgItem(dialog, IDC_VALUE_EDIT);
+        SetControlText(dialog, IDC_VALUE_EDIT, *view.editText);
+        SendMessageW(edit, EM_LIMITTEXT, static_cast<WPARAM>(std::max(view.editLimit, 0)), 0);
+        SendMessageW(edit, EM_SETPASSWORDCHAR, view.passwordChar ? L'*' : 0, 0);
+        SetStyleBits(edit, ES_NUMBER, view.numbersOnly ? ES_NUMBER : 0);
+        InvalidateRect(edit, nullptr, TRUE);
+    }
+    if (std::find(view.shown.begin(), view.shown.end(), IDC_VALUE_CHECK) != view.shown.end()) {
+        SetControlText(dialog, IDC_VALUE_CHECK, view.checkText);
+        CheckDlgButton(dialog, IDC_VALUE_CHECK, view.checked ? BST_CHECKED : BST_UNCHECKED);
+    }
+    if (std::find(view.shown.begin(), view.shown.end(), IDC_VALUE_COMBO) != view.shown.end()) {
+        if (view.comboAuthFiles) {
+            FillCombo(dialog, run.session.authFiles);
+            SendDlgItemMessageW(dialog, IDC_VALUE_COMBO, CB_SELECTSTRING, static_cast<WPARAM>(-1),
+                                reinterpret_cast<LPARAM>(W(view.comboSelectText)));
+        } else {
+            FillCombo(dialog, view.comboEntries);
+            SendDlgItemMessageW(dialog, IDC_VALUE_COMBO, CB_SETCURSEL, static_cast<WPARAM>(view.comboSelection), 0);
+        }
+    }
+    if (view.colour) {
+        SetControlText(dialog, IDC_COLOUR_SAMPLE, u"");
+        SendDlgItemMessageW(dialog, IDC_COLOUR_SAMPLE, kSampleSetBackground, 0, static_cast<LPARAM>(*view.colour));
+    }
+    if (view.fontText) SetControlText(dialog, IDC_FONT_TEXT, *view.fontText);
+    if (view.printerText) SetControlText(dialog, IDC_PRINTER_TEXT, *view.printerText);
+
+    // Every control is shown or hidden, so what an earlier element showed goes away again.
+    for (int id : kValueControls) {
+        const bool shown = id != IDC_DIR_BROWSE && std::find(view.shown.begin(), view.shown.end(), id) != view.shown.end();
+        ShowControl(dialog, id, shown);
+        if (!shown) continue;
+        const bool guarded = std::find(view.guarded.begin(), view.guarded.end(), id) != view.guarded.end();
+        EnableControl(dialog, id, !(guarded && element.readOnly));
+    }
+}
+
+// ---- change handlers: each writes the value at once and renews the tree label
+
+void OnEditChanged(HWND dialog, TFormRun& run) {
+    run.form.currentElement->value = GetControlText(dialog, IDC_VALUE_EDIT);
+    RefreshTreeItem(dialog, run);
+}
+
+void OnCheckClicked(HWND dialog, TFormRun& run) {
+    SetBool(*run.form.currentElement, IsDlgButtonChecked(dialog, IDC_VALUE_CHECK) == BST_CHECKED);
+    RefreshTreeItem(dialog, run);
+}
+
+void OnComboChanged(HWND dialog, TFormRun& run) {
+    TElementDef& element = *run.form.currentElement;
+    if (element.type == ElementType::SshAuthFile) {
+        element.value = GetControlText(dialog, IDC_VALUE_COMBO);
+    } else {
+        const int position = static_cast<int>(SendDlgItemMessageW(dialog, IDC_VALUE_COMBO, CB_GETCURSEL, 0, 0));
+        if (position == CB_ERR) return;
+        element.value = ChoiceValue(element, position);
+    }
+    RefreshTreeItem(dialog, run);
+}
+
+void OnChooseColour(HWND dialog, TFormRun& run) {
+    TElementDef& element = *run.form.currentElement;
+    COLORREF custom[16];
+    std::copy(run.form.customColours.begin(), run.form.customColours.end(), custom);
+    CHOOSECOLORW choose{};
+    choose.lStructSize = sizeof choose;
+    choose.hwndOwner = dialog;
+    choose.rgbResult = wcstoulBase16(element.value);
+    choose.lpCustColors = custom;
+    choose.Flags = CC_RGBINIT | CC_FULLOPEN | CC_SOLIDCOLOR | CC_ANYCOLOR;
+    const BOOL chosen = ChooseColorW(&choose);
+    std::copy(std::begin(custom), std::end(custom), run.form.customColours.begin());
+    if (!chosen) return;
+    element.value = ColourText(choose.rgbResult);
+    SendDlgItemMessageW(dialog, IDC_COLOUR_SAMPLE, kSampleSetBackground, 0, static_cast<LPARAM>(choose.rgbResult));
+    RefreshTreeItem(dialog, run);
+}
+
+DWORD FontFlags(const std::u16string& name) {
+    if (name == u"BaseFont" || name == u"DBCSFont") return 0x24041;  // screen, fixed pitch, scalable
+    if (name == u"PrinterFont") return 0x24043;                       // and printer fonts
+    return 0x43;                                                       // screen and printer fonts
+}
+
+void OnChooseFont(HWND dialog, TFormRun& run) {
+    TElementDef& element = *run.form.currentElement;
+    TFontDescription font;
+    ParseFont(element.value, font);
+    LOGFONTW logFont{};
+    logFont.lfHeight = font.height;
+    logFont.lfWidth = font.width;
+    logFont.lfEscapement = font.escapement;
+    logFont.lfOrientation = font.orientation;
+    logFont.lfWeight = font.weight;
+    logFont.lfItalic = font.italic;
+    logFont.lfUnderline = font.underline;
+    logFont.lfStrikeOut = font.strikeOut;
+    logFont.lfCharSet = font.charSet;
+    logFont.lfOutPrecision = font.outPrecision;
+    logFont.lfClipPrecision = font.clipPrecision;
+    logFont.lfQuality = font.quality;
+    logFont.lfPitchAndFamily = font.pitchAndFamily;
+    const std::size_t faceLength = std::min(font.faceName.size(), TFontDescription::kFaceNameMax);
+    std::copy_n(font.faceName.begin(), faceLength, logFont.lfFaceName);
+
+    CHOOSEFONTW choose{};
+    choose.lStructSize = sizeof choose;
+    choose.hwndOwner = dialog;
+    choose.lpLogFont = &logFont;
+    choose.Flags = FontFlags(element.name);
+    if (!ChooseFontW(&choose)) return;
+
+    font.height = logFont.lfHeight;
+    font.width = logFont.lfWidth;
+    font.escapement = logFont.lfEscapement;
+    font.orientation = logFont.lfOrientation;
+    font.weight = logFont.lfWeight;
+    font.italic = logFont.lfItalic;
+    font.underline = logFont.lfUnderline;
+    font.strikeOut = logFont.lfStrikeOut;
+    font.charSet = logFont.lfCharSet;
+    font.outPrecision = logFont.lfOutPrecision;
+    font.clipPrecision = logFont.lfClipPrecision;
+    font.quality = logFont.lfQuality;
+    font.pitchAndFamily = logFont.lfPitchAndFamily;
+    logFont.lfFaceName[LF_FACESIZE - 1] = 0;
+    font.faceName = U16(logFont.lfFaceName);
+    element.value = FontToText(font);
+    SetControlText(dialog, IDC_FONT_TEXT, font.faceName);
+    RefreshTreeItem(dialog, run);
+}
+
+void OnBrowse(HWND dialog, TFormRun& run) {
+    TElementDef& element = *run.form.currentElement;
+    const std::u16string filter =
+        BuildBrowseFilter(element.fileFilter, Translate(u"run_cpp_2486", u"|All files (*.*)|*.*|"));
+    const std::u16string title = Translate(u"run_cpp_2503", u"Browse");
+    wchar_t file[MAX_PATH] = {};
+    const std::u16string initial = BrowseInitialFile(element.value);
+    std::copy(initial.begin(), initial.end(), file);
+    OPENFILENAMEW open{};
+    open.lStructSize = sizeof open;
+    open.hwndOwner = dialog;
+    open.lpstrFilter = W(filter);
+    open.nFilterIndex = 1;
+    open.lpstrFile = file;
+    open.nMaxFile = MAX_PATH;
+    open.lpstrTitle = W(title);
+    if (!GetOpenFileNameW(&open)) return;
+    element.value = U16(file);
+    {
+        BusyScope busy(run);
+        SetControlText(dialog, IDC_VALUE_EDIT, element.value);
+    }
+    RefreshTreeItem(dialog, run);
+}
+
+bool PathExists(const std::u16string& path) { return GetFileAttributesW(W(path)) != INVALID_FILE_ATTRIBUTES; }
+
+void OnImportKey(HWND dialog, TFormRun& run) {
+    TElementDef& element = *run.form.currentElement;
+    TConfigSession& session = run.session;
+    const std::u16string title = Translate(u"run_cpp_2548", u"Select an SSH key file");
+    wchar_t file[MAX_PATH] = {};
+    OPENFILENAMEW open{};
+    open.lStructSize = sizeof open;
+    open.hwndOwner = dialog;
+    open.lpstrFile = file;
+    open.nMaxFile = MAX_PATH;
+    open.lpstrTitle = W(title);
+    open.Flags = OFN_FILEMUSTEXIST;
+    if (!GetOpenFileNameW(&open)) return;
+    const std::u16string chosen = U16(file);
+    const ImportPlan plan = PlanKeyImport(session.authFileDirectory, chosen, PathExists);
+    if (plan.copy) {
+        // The directory call wants back slashes and no separator at the end.
+        std::u16string directory = plan.directory;
+        std::replace(directory.begin(), directory.end(), u'/', u'\\');
+        while (directory.size() > 1 && directory.back() == u'\\') directory.pop_back();
+        SHCreateDirectoryExW(nullptr, W(directory), nullptr);
+        if (!CopyFileW(W(chosen), W(plan.target), TRUE)) {
+            // One key stands for all three texts of this handler.
+            const std::u16string text = Translate(u"run_cpp_2548", u"Could not create \"") + plan.target + u"\"";
+            const std::u16string caption = Translate(u"run_cpp_2548", u"Error");
+            MessageBoxW(dialog, W(text), W(caption), MB_OK);
+            return;
+        }
+    }
+    session.ReadAuthFiles();
+    {
+        BusyScope busy(run);
+        FillCombo(dialog, session.authFiles);
+        SendDlgItemMessageW(dialog, IDC_VALUE_COMBO, CB_SELECTSTRING, static_cast<WPARAM>(-1),
+                            reinterpret_cast<LPARAM>(W(plan.name)));
+    }
+    element.value = plan.name;
+    RefreshTreeItem(dialog, run);
+}
+
+void OnDeleteLanguage(HWND dialog, TFormRun& run) {
+    TElementDef& element = *run.form.currentElement;
+    if (element.value.empty()) return;
+    const std::u16string language = element.value;
+    const std::u16string text = Translate(u"run_cpp_2785", u"Delete language ") + language + u"?";
+    const std::u16string caption = Translate(u"run_cpp_2786", u"Confirm Delete language");
+    if (MessageBoxW(dialog, W(text), W(caption), MB_OKCANCEL | MB_ICONWARNING | MB_DEFBUTTON2) != IDOK) return;
+    if (run.session.link.Send(HostCode::DeleteLanguage, 0, LinkAddress(language.c_str())) != 0) return;
+    TElementDef* list = run.session.FindElement(u"LanguageName");
+    if (!list) return;
+    const int old = static_cast<int>(SendDlgItemMessageW(dialog, IDC_VALUE_COMBO, CB_GETCURSEL, 0, 0));
+    RemoveLanguageEntry(list->strings, list->values, language);
+    const int selection = SelectionAfterDelete(old, list->strings.size());
+    {
+        BusyScope busy(run);
+        FillCombo(dialog, list->strings);
+        SendDlgItemMessageW(dialog, IDC_VALUE_COMBO, CB_SETCURSEL, static_cast<WPARAM>(selection), 0);
+    }
+    element.value = selection >= 0 ? list->strings[static_cast<std::size_t>(selection)] : std::u16string();
+    RefreshTreeItem(dialog, run);
+}
+
+}  // namespace
+
+void HideEditors(HWND dialog) {
+    for (int id : kValueControls) ShowControl(dialog, id, false);
+}
+
+void ShowEditor(HWND dialog, TFormRun& run, bool byKeyboard) {
+    const TElementDef* element = run.form.currentElement;
+    if (!element) return;
+    const EditorView view = DescribeEditor(*element, MacroAssistEnabled());
+    {
+        BusyScope busy(run);
+        ApplyEditor(dialog, run, view);
+    }
+    // A mouse click goes on to the field; arrow keys stay in the tree.
+    if (view.focus != 0 && !byKeyboard)
+        PostMessageW(dialog, WM_FORM_SETFOCUS, 0, reinterpret_cast<LPARAM>(GetDlgItem(dialog, view.focus)));
+}
+
+bool OnEditorCommand(HWND dialog, TFormRun& run, int id, int code) {
+    if (id < IDC_VALUE_EDIT || id > IDC_SSH_IMPORT) return false;
+    if (run.busy || run.form.currentElement == nullptr) return true;
+    switch (id) {
+    case IDC_VALUE_EDIT:
+        if (code == EN_CHANGE) OnEditChanged(dialog, run);
+        break;
+    case IDC_VALUE_CHECK:
+        if (code == BN_CLICKED) OnCheckClicked(dialog, run);
+        break;
+    case IDC_VALUE_COMBO:
+        if (code == CBN_SELCHANGE) OnComboChanged(dialog, run);
+        break;
+    case IDC_COLOUR_EDIT:
+        if (code == BN_CLICKED) OnChooseColour(dialog, run);
+        break;
+    case IDC_FONT_EDIT:
+        if (code == BN_CLICKED) OnChooseFont(dialog, run);
+        break;
+    case IDC_FILE_BROWSE:
+        if (code == BN_CLICKED) OnBrowse(dialog, run);
+        break;
+    case IDC_SSH_IMPORT:
+        if (code == BN_CLICKED) OnImportKey(dialog, run);
+        break;
+    case IDC_LANG_DELETE:
+        if (code == BN_CLICKED) OnDeleteLanguage(dialog, run);
+        break;
+    // 3009/3012 printer, 3013 special values, 3014 add language and 3016 the Macro Assistant open
+    // editors of their own; 3011 does nothing by design.
+    default: break;
+    }
+    return true;
+}
+
+}  // namespace qrl

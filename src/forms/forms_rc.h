@@ -1,0 +1,49 @@
+// Control and resource ids of the form engine: the module selection dialog (resource), the fixed
+// controls of the built-in form (template made at run time) and the form's private messages.
+// Included by the resource script as well, so plain #defines only.
+#pragma once
+
+// Module selection dialog
+#define IDD_SELECTMODULE 101
+#define IDC_MODULELIST 104
+
+// Built-in form: value editors inside the frame
+#define IDC_VALUE_EDIT 3000
+#define IDC_VALUE_CHECK 3001
+#define IDC_VALUE_COMBO 3002
+#define IDC_VALUE_LABEL 3003
+#define IDC_COLOUR_SAMPLE 3004
+#define IDC_COLOUR_EDIT 3005
+#define IDC_FONT_TEXT 3006
+#define IDC_FONT_EDIT 3007
+#define IDC_PRINTER_TEXT 3008
+#define IDC_PRINTER_EDIT 3009
+#define IDC_FILE_BROWSE 3010
+#define IDC_DIR_BROWSE 3011
+#define IDC_PRINTER_DEFAULT 3012
+#define IDC_SPECIAL_EDIT 3013
+#define IDC_LANG_ADD 3014
+#define IDC_LANG_DELETE 3015
+#define IDC_MACRO_ASSIST 3016
+#define IDC_SSH_IMPORT 3017
+
+// Built-in form: frame, tree, tab control; the action buttons
+#define IDC_MODULE_SELECT 4900
+#define IDC_CONNECT 4901
+#define IDC_VALUE_FRAME 4996
+#define IDC_TREE 4997
+#define IDC_TABS 4998
+#define IDC_FORM_HELP 9
+#define IDC_FORM_OK 1
+#define IDC_FORM_CANCEL 2
+
+// First id given to form items that have neither an action id nor an id of their own.
+#define FORM_FIRST_ITEM_ID 5000
+
+// Dialog results beyond OK and Cancel
+#define FORM_RESULT_MODULE 4900
+#define FORM_RESULT_CONNECT 4901
+
+// Messages a form posts to itself, so that they run after the notification that caused them.
+#define WM_FORM_SHOWVALIDATION 1165
+#define WM_FORM_SETFOCUS 1166

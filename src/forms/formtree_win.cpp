@@ -1,0 +1,222 @@
+// The built-in form's upper half: layout, the tree with its blue value texts, the selection and
+// its memory in the registry, and the check on leaving an integer field.
+#include "forms/basedialog.h"
+#include "forms/fieldrules.h"
+#include "forms/formdef.h"
+#include "forms/formdlg.h"
+#include "forms/forms_rc.h"
+#include "forms/formtree.h"
+#include "forms/formvalues.h"
+#include "forms/layout.h"
+#include "request/session.h"
+
+#include <commctrl.h>
+
+#include <algorithm>
+#include <cstring>
+
+namespace qrl {
+
+namespace {
+
+constexpr int kLaidOutIds[] = {
+    IDC_FORM_OK,      IDC_FORM_CANCEL,   IDC_CONNECT,      IDC_MODULE_SELECT, IDC_FORM_HELP,
+    IDC_VALUE_FRAME,  IDC_TREE,          IDC_VALUE_LABEL,  IDC_VALUE_EDIT,    IDC_FILE_BROWSE,
+    IDC_MACRO_ASSIST, IDC_DIR_BROWSE,    IDC_VALUE_COMBO,  IDC_SSH_IMPORT,    IDC_VALUE_CHECK,
+    IDC_COLOUR_SAMPLE, IDC_COLOUR_EDIT,  IDC_FONT_TEXT,    IDC_FONT_EDIT,     IDC_PRINTER_TEXT,
+    IDC_PRINTER_EDIT, IDC_PRINTER_DEFAULT, IDC_SPECIAL_EDIT, IDC_LANG_ADD,    IDC_LANG_DELETE};
+
+TRect ToTRect(const RECT& r) { return TRect{r.left, r.top, r.right, r.bottom}; }
+
+const TTreeNode* NodeAt(const TFormDef& form, LPARAM param) {
+    if (param < 0 || static_cast<std::size_t>(param) >= form.treeIndex.size()) return nullptr;
+    return &form.treeIndex[static_cast<std::size_t>(param)];
+}
+
+// Closes each key it opened, also when a later step fails.
+class RegistryPath {
+public:
+    RegistryPath() {
+        HKEY current = HKEY_CURRENT_USER;
+        for (const wchar_t* part : {L"Software", L"Marlowick", L"Quorl4", L"qrl4cfg"}) {
+            HKEY next = nullptr;
+            if (RegCreateKeyExW(current, part, 0, nullptr, 0, KEY_READ | KEY_WRITE, nullptr, &next, nullptr) !=
+                ERROR_SUCCESS) {
+                Close(current);
+                return;
+            }
+            Close(current);
+            current = next;
+        }
+        key_ = current;
+    }
+    ~RegistryPath() { Close(key_); }
+    RegistryPath(const RegistryPath&) = delete;
+    RegistryPath& operator=(const RegistryPath&) = delete;
+    HKEY get() const { return key_; }
+
+private:
+    static void Close(HKEY key) {
+        if (key && key != HKEY_CURRENT_USER) RegCloseKey(key);
+    }
+    HKEY key_ = nullptr;
+};
+
+std::u16string SelectionValueName(const std::u16string& moduleType) { return moduleType + u".CurrentProperty"; }
+
+}  // namespace
+
+void LayOutBuiltInForm(HWND dialog) {
+    ControlRects controls;
+    for (int id : kLaidOutIds) {
+        HWND w = GetDlgItem(dialog, id);
+        if (!w) continue;
+        RECT r = ControlRect(w);
+        if (id == IDC_VALUE_COMBO) {
+            // A drop-down's window rectangle is its closed height; keep the height of the opened
+            // list, or moving it would shrink the list to nothing.
+            RECT dropped{};
+            if (SendMessageW(w, CB_GETDROPPEDCONTROLRECT, 0, reinterpret_cast<LPARAM>(&dropped)))
+                r.bottom = r.top + (dropped.bottom - dropped.top);
+        }
+        controls[id] = ToTRect(r);
+    }
+    RECT client{};
+    GetClientRect(dialog, &client);
+    const ControlRects moved = LayoutBuiltInForm(ToTRect(client), GetSystemMetrics(SM_CXVSCROLL), controls);
+    for (const auto& [id, r] : moved)
+        MoveWindow(GetDlgItem(dialog, id), r.left, r.top, r.Width(), r.Height(), TRUE);
+}
+
+void FillTree(HWND dialog, TFormRun& run) {
+    HWND tree = GetDlgItem(dialog, IDC_TREE);
+    if (!tree) return;
+    TFormDef& form = run.form;
+    const std::vector<TreeInsertion> plan = BuildTreeIndex(form, run.session);
+    SendMessageW(tree, WM_SETREDRAW, FALSE, 0);
+    for (const TreeInsertion& step : plan) {
+        TVINSERTSTRUCTW insert{};
+        insert.hParent = step.parent < 0 ? TVI_ROOT
+                                         : static_cast<HTREEITEM>(form.treeIndex[static_cast<std::size_t>(step.parent)].treeItem);
+        insert.hInsertAfter = TVI_LAST;
+        insert.item.mask = TVIF_TEXT | TVIF_PARAM;
+        insert.item.pszText = const_cast<wchar_t*>(W(step.text));
+        insert.item.lParam = static_cast<LPARAM>(step.node);
+        if (step.isGroup) {
+            insert.item.mask |= TVIF_STATE;
+            insert.item.stateMask = TVIS_EXPANDED;
+            insert.item.state = step.expanded ? TVIS_EXPANDED : 0;
+        }
+        form.treeIndex[step.node].treeItem =
+            reinterpret_cast<void*>(SendMessageW(tree, TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&insert)));
+    }
+    if (!form.treeIndex.empty() && form.treeIndex.front().treeItem)
+        SendMessageW(tree, TVM_EXPAND, TVE_EXPAND | TVE_EXPANDPARTIAL,
+                     reinterpret_cast<LPARAM>(form.treeIndex.front().treeItem));
+    SendMessageW(tree, WM_SETREDRAW, TRUE, 0);
+    InvalidateRect(tree, nullptr, TRUE);
+}
+
+bool ReadSelectionKey(const std::u16string& moduleType, std::u16string& key) {
+    RegistryPath path;
+    if (!path.get()) return false;
+    wchar_t buffer[200 + 1] = {};
+    DWORD size = 400;  // bytes, at most
+    const std::u16string name = SelectionValueName(moduleType);
+    if (RegQueryValueExW(path.get(), W(name), nullptr, nullptr, reinterpret_cast<BYTE*>(buffer), &size) !=
+        ERROR_SUCCESS)
+        return false;
+    buffer[std::min<DWORD>(size / 2, 200)] = 0;  // a value stored without its terminator ends here
+    key = U16(buffer);
+    return true;
+}
+
+void WriteSelectionKey(const std::u16string& moduleType, const std::u16string& key) {
+    RegistryPath path;
+    if (!path.get()) return;
+    const std::u16string name = SelectionValueName(moduleType);
+    RegSetValueExW(path.get(), W(name), 0, REG_SZ, reinterpret_cast<const BYTE*>(key.c_str()),
+                   static_cast<DWORD>((key.size() + 1) * sizeof(char16_t)));
+}
+
+void RecallSelection(HWND dialog, TFormRun& run) {
+    std::u16string key;
+    if (!ReadSelectionKey(run.session.moduleType, key)) return;
+    const std::ptrdiff_t node = FindTreeNode(run.form, key);
+    if (node < 0) return;
+    if (void* item = run.form.treeIndex[static_cast<std::size_t>(node)].treeItem)
+        SendDlgItemMessageW(dialog, IDC_TREE, TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(item));
+}
+
+void StoreSelection(TFormRun& run) {
+    const TTreeNode* node = run.form.currentNode;
+    WriteSelectionKey(run.session.moduleType, node ? node->key : std::u16string());
+}
+
+void RefreshTreeItem(HWND dialog, TFormRun& run) {
+    TFormDef& form = run.form;
+    if (!form.currentTreeItem || !form.currentElement) return;
+    const std::u16string text = ElementTreeText(*form.currentElement);
+    TVITEMW item{};
+    item.mask = TVIF_TEXT | TVIF_HANDLE;
+    item.hItem = static_cast<HTREEITEM>(form.currentTreeItem);
+    item.pszText = const_cast<wchar_t*>(W(text));
+    SendDlgItemMessageW(dialog, IDC_TREE, TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+}
+
+LRESULT OnTreeCustomDraw(TFormRun& run, LPARAM lParam) {
+    auto* draw = reinterpret_cast<NMTVCUSTOMDRAW*>(lParam);
+    switch (draw->nmcd.dwDrawStage) {
+    case CDDS_PREPAINT: return CDRF_NOTIFYITEMDRAW | CDRF_NOTIFYPOSTPAINT;
+    case CDDS_ITEMPREPAINT: return CDRF_NOTIFYPOSTPAINT;
+    case CDDS_ITEMPOSTPAINT: break;
+    default: return CDRF_DODEFAULT;
+    }
+    const TTreeNode* node = NodeAt(run.form, draw->nmcd.lItemlParam);
+    if (!node || node->kind != TreeNodeKind::Element || !node->element) return CDRF_DODEFAULT;
+    // The label stays in the tree's colour; the value behind it is drawn again in blue.
+    // TVM_GETITEMRECT takes the item handle in the rectangle it fills.
+    RECT textRect{};
+    const HTREEITEM item = reinterpret_cast<HTREEITEM>(draw->nmcd.dwItemSpec);
+    std::memcpy(&textRect, &item, sizeof item);
+    if (!SendMessageW(draw->nmcd.hdr.hwndFrom, TVM_GETITEMRECT, TRUE, reinterpret_cast<LPARAM>(&textRect)))
+        return CDRF_DODEFAULT;
+    HDC dc = draw->nmcd.hdc;
+    const std::u16string label = ElementLabel(*node->element);
+    const std::u16string value = u" " + ElementValueToText(*node->element);
+    SIZE labelSize{};
+    GetTextExtentPoint32W(dc, W(label), static_cast<int>(label.size()), &labelSize);
+    RECT valueRect = textRect;
+    valueRect.left = std::min<LONG>(textRect.left + 2 + labelSize.cx, textRect.right);
+    const COLORREF oldText = SetTextColor(dc, 0xFF0000);
+    const COLORREF oldBack = SetBkColor(dc, draw->clrTextBk);
+    const int y = textRect.top + ((textRect.bottom - textRect.top) - labelSize.cy) / 2;
+    ExtTextOutW(dc, valueRect.left, y, ETO_CLIPPED | ETO_OPAQUE, &valueRect, W(value),
+                static_cast<UINT>(value.size()), nullptr);
+    SetTextColor(dc, oldText);
+    SetBkColor(dc, oldBack);
+    return CDRF_DODEFAULT;
+}
+
+void OnTreeSelChanged(HWND dialog, TFormRun& run, LPARAM lParam) {
+    const auto* change = reinterpret_cast<const NMTREEVIEWW*>(lParam);
+    TFormDef& form = run.form;
+    form.currentTreeItem = change->itemNew.hItem;
+    const TTreeNode* node = change->itemNew.hItem ? NodeAt(form, change->itemNew.lParam) : nullptr;
+    form.currentNode = const_cast<TTreeNode*>(node);
+    form.currentElement = nullptr;
+    if (!node || node->kind != TreeNodeKind::Element || !node->element) {
+        HideEditors(dialog);
+        return;
+    }
+    form.currentElement = node->element;
+    ShowEditor(dialog, run, change->action == TVC_BYKEYBOARD);
+}
+
+bool ValidateCurrent(TFormRun& run) {
+    const TElementDef* element = run.form.currentElement;
+    if (!element || element->type != ElementType::Int) return true;
+    return CheckIntegerText(element->value, element->min, element->max, run.form.validationMessage);
+}
+
+}  // namespace qrl

@@ -1,0 +1,131 @@
+#include "forms/layout.h"
+
+#include "forms/forms_rc.h"
+
+#include <algorithm>
+
+namespace qrl {
+
+TRect MoveAtBottomRect(const TRect& rect, std::int32_t left, std::int32_t bottom) {
+    return TRect{left, bottom - rect.Height(), left + rect.Width(), bottom};
+}
+
+TRect MoveClippedRect(const TRect& rect, std::int32_t left, std::int32_t top, std::int32_t rightLimit) {
+    std::int32_t width = rect.Width();
+    if (left + width > rightLimit) width = rightLimit - left;
+    return TRect{left, top, left + width, top + rect.Height()};
+}
+
+namespace {
+
+class Layout {
+public:
+    Layout(const ControlRects& controls) : in_(controls) {}
+
+    const TRect* Find(int id) const {
+        auto it = out_.find(id);
+        if (it != out_.end()) return &it->second;
+        auto jt = in_.find(id);
+        return jt == in_.end() ? nullptr : &jt->second;
+    }
+    // Moves control `id` clipped; returns its new rectangle, or null if it doesn't exist.
+    const TRect* Clip(int id, std::int32_t left, std::int32_t top, std::int32_t rightLimit) {
+        const TRect* r = Find(id);
+        if (!r) return nullptr;
+        TRect moved = MoveClippedRect(*r, left, top, rightLimit);
+        return &(out_[id] = moved);
+    }
+    // Moves `id` 4 pixels to the right of `anchor`, at the anchor's top.
+    const TRect* ClipRightOf(int id, const TRect* anchor, std::int32_t rightLimit) {
+        if (!anchor) return nullptr;
+        return Clip(id, anchor->right + 4, anchor->top, rightLimit);
+    }
+    void Set(int id, const TRect& r) { out_[id] = r; }
+    ControlRects Result() const { return out_; }
+
+private:
+    const ControlRects& in_;
+    ControlRects out_;
+};
+
+}  // namespace
+
+ControlRects LayoutBuiltInForm(const TRect& client, std::int32_t scrollBarWidth, const ControlRects& controls) {
+    Layout lay(controls);
+    const std::int32_t margin = scrollBarWidth + 10;
+    const std::int32_t bottom = std::max(client.bottom - 10, 200);
+
+    // The row of buttons along the bottom.
+    std::int32_t x = client.left + 10;
+    std::int32_t h = 0;
+    for (int id : {IDC_FORM_OK, IDC_FORM_CANCEL, IDC_CONNECT, IDC_MODULE_SELECT, IDC_FORM_HELP}) {
+        const TRect* r = lay.Find(id);
+        if (!r) continue;
+        TRect moved = MoveAtBottomRect(*r, x, bottom);
+        lay.Set(id, moved);
+        x = moved.right + 4;
+        h = std::max(h, moved.Height());
+    }
+    std::int32_t y = bottom - h;
+    if (h > 0) y -= 8;
+
+    // Frame above the buttons, tree above the frame, both across the client width.
+    const std::int32_t left = client.left + 10;
+    const std::int32_t right = client.right - margin;
+    if (const TRect* f = lay.Find(IDC_VALUE_FRAME)) {
+        TRect frame{left, y - f->Height(), right, y};
+        lay.Set(IDC_VALUE_FRAME, frame);
+        y = frame.top;
+    }
+    if (lay.Find(IDC_TREE)) lay.Set(IDC_TREE, TRect{left, 10, right, y - 14});
+
+    const TRect* framePtr = lay.Find(IDC_VALUE_FRAME);
+    if (!framePtr) return lay.Result();
+    const TRect frame = *framePtr;
+    const std::int32_t r = frame.right - margin;
+    const std::int32_t x0 = frame.left + 20;
+
+    std::int32_t y2 = frame.top + 12;
+    if (const TRect* label = lay.Clip(IDC_VALUE_LABEL, x0, frame.top + 12, r)) y2 = label->bottom + 4;
+
+    if (const TRect* edit = lay.Clip(IDC_VALUE_EDIT, x0, y2, r - 44)) {
+        const TRect e = *edit;
+        for (int id : {IDC_FILE_BROWSE, IDC_MACRO_ASSIST, IDC_DIR_BROWSE}) lay.ClipRightOf(id, &e, r);
+    }
+    if (const TRect* combo = lay.Clip(IDC_VALUE_COMBO, x0, y2, r - 80)) {
+        const TRect c = *combo;
+        lay.ClipRightOf(IDC_SSH_IMPORT, &c, r);
+    }
+    lay.Clip(IDC_VALUE_CHECK, x0, frame.top + 16, r);
+    if (const TRect* sample = lay.Clip(IDC_COLOUR_SAMPLE, x0, y2, r - 44)) {
+        const TRect s = *sample;
+        lay.ClipRightOf(IDC_COLOUR_EDIT, &s, r);
+    }
+    if (const TRect* font = lay.Clip(IDC_FONT_TEXT, x0, y2, r - 44)) {
+        const TRect f = *font;
+        lay.ClipRightOf(IDC_FONT_EDIT, &f, r);
+    }
+    if (const TRect* printer = lay.Clip(IDC_PRINTER_TEXT, x0, y2, r - 98)) {
+        const TRect p = *printer;
+        if (const TRect* edit = lay.ClipRightOf(IDC_PRINTER_EDIT, &p, r - 54)) {
+            const TRect e = *edit;
+            lay.ClipRightOf(IDC_PRINTER_DEFAULT, &e, r);
+        }
+    }
+    lay.Clip(IDC_SPECIAL_EDIT, x0, y2, r);
+
+    const TRect* add = lay.Find(IDC_LANG_ADD);
+    if (add && lay.Find(IDC_LANG_DELETE)) {
+        const std::int32_t addWidth = add->Width();
+        if (const TRect* combo = lay.Clip(IDC_VALUE_COMBO, x0, y2, r - 8 - 2 * addWidth)) {
+            const TRect c = *combo;
+            if (const TRect* a = lay.ClipRightOf(IDC_LANG_ADD, &c, r)) {
+                const TRect aa = *a;
+                lay.ClipRightOf(IDC_LANG_DELETE, &aa, r);
+            }
+        }
+    }
+    return lay.Result();
+}
+
+}  // namespace qrl

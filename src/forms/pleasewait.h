@@ -1,0 +1,20 @@
+// The please-wait window that a host may open before a long request; the first dialog closes it.
+#pragma once
+
+#include <windows.h>
+
+namespace qrl {
+
+inline constexpr wchar_t kPleaseWaitClass[] = L"PleaseWaitWin";
+
+// Opens the window centred on `parent` unless one is open.
+void OpenPleaseWait(HWND parent);
+// Posts WM_CLOSE to the open window, if any, and forgets it.
+void ClosePleaseWait();
+// The open window, or null.
+HWND PleaseWaitWindow();
+
+bool RegisterPleaseWaitClass(HINSTANCE instance);
+void UnregisterPleaseWaitClass(HINSTANCE instance);
+
+}  // namespace qrl

@@ -1,0 +1,52 @@
+#include "forms/runform.h"
+
+#include "forms/basedialog.h"
+#include "forms/builtinform.h"
+#include "forms/formdef.h"
+#include "forms/formdlg.h"
+#include "forms/formtemplate.h"
+
+#include <commctrl.h>
+
+#include <algorithm>
+#include <cstring>
+
+namespace qrl {
+
+namespace {
+
+// The template block has always been a zeroed global block of this size. A form of many items
+// needs more; the block grows with it rather than being overrun.
+constexpr std::size_t kTemplateBlock = 8092;
+
+}  // namespace
+
+int RunForm(TConfigSession& session, TFormDef* form, HWND parent) {
+    if (form == nullptr) {
+        BuildDefaultForm(session);
+        form = FindForm(session, DefaultFormName());
+        if (form == nullptr) return 0;
+    }
+    const TemplateBytes bytes = BuildDialogTemplate(session, *form);
+    HGLOBAL block = GlobalAlloc(GMEM_FIXED | GMEM_ZEROINIT, std::max(kTemplateBlock, bytes.size()));
+    if (!block) return 0;
+    void* memory = GlobalLock(block);
+    if (!memory) {
+        GlobalFree(block);
+        return 0;
+    }
+    std::memcpy(memory, bytes.data(), bytes.size());
+
+    // The tree needs its class; the entry point registers only the tab control's.
+    INITCOMMONCONTROLSEX classes{sizeof classes, ICC_TREEVIEW_CLASSES | ICC_TAB_CLASSES};
+    InitCommonControlsEx(&classes);
+
+    TFormRun run{*form, session};
+    const INT_PTR result = DialogBoxIndirectParamW(FormsInstance(), static_cast<LPCDLGTEMPLATEW>(memory), parent,
+                                                   FormDlgProc, reinterpret_cast<LPARAM>(&run));
+    GlobalUnlock(block);
+    GlobalFree(block);
+    return static_cast<int>(result);
+}
+
+}  // namespace qrl

@@ -1,0 +1,126 @@
+#include "forms/builtinform.h"
+
+#include "forms/formdef.h"
+#include "forms/formtemplate.h"
+#include "request/session.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+
+namespace qrl {
+namespace {
+
+const TFormItem* ItemWithId(const TFormDef& form, int id) {
+    for (const TFormItem& item : form.items)
+        if (item.controlId == id) return &item;
+    return nullptr;
+}
+
+TFormDef& Built(TConfigSession& session) {
+    BuildDefaultForm(session);
+    TFormDef* form = FindForm(session, u"__Default__");
+    EXPECT_NE(form, nullptr);
+    return *form;
+}
+
+TEST(BuiltInForm, ItemsTitleAndButtonRowForComms) {
+    TConfigSession session;
+    session.moduleType = u"Comms";
+    session.moduleLists.push_back({u"Comms", u"tcp", {{u"serial", u"Serial line"}, {u"TCP", u"Telnet over TCP"}}});
+    TFormDef& form = Built(session);
+    EXPECT_TRUE(form.usesTree);
+    EXPECT_EQ(form.title, u"Configure  Telnet over TCP");
+    EXPECT_EQ(form.fontName, u"Helv");
+    EXPECT_EQ(form.fontSize, 8);
+    EXPECT_EQ(form.width, 300);
+    EXPECT_EQ(form.height, 170);
+
+    const int ids[] = {4997, 4996, 3000, 3003, 3010, 3016, 3017, 3011, 3001, 3002, 3004, 3005,
+                       3006, 3007, 3013, 3008, 3009, 3012, 3014, 3015, 1,    2,    4901, 4900};
+    ASSERT_EQ(form.items.size(), std::size(ids));
+    for (std::size_t i = 0; i < std::size(ids); ++i) EXPECT_EQ(form.items[i].controlId, ids[i]) << i;
+    EXPECT_EQ(form.items[0].kind, ItemKind::Tree);
+    EXPECT_EQ(form.items[10].kind, ItemKind::Sample);
+    EXPECT_EQ(form.items[12].kind, ItemKind::ReadOnlyEdit);
+    EXPECT_EQ(ItemWithId(form, 3003)->caption, u"label");
+    EXPECT_EQ(ItemWithId(form, 3012)->caption, u"Default...");
+    EXPECT_EQ(ItemWithId(form, 1)->caption, u"&Ok");
+
+    const TFormItem* connect = ItemWithId(form, 4901);
+    EXPECT_EQ(connect->left, 120);
+    EXPECT_EQ(connect->caption, u"Co&nnect");
+    EXPECT_EQ(connect->action, FormAction::Connect);
+    const TFormItem* change = ItemWithId(form, 4900);
+    EXPECT_EQ(change->left, 176);
+    EXPECT_EQ(change->width, 65);
+    EXPECT_EQ(change->caption, u"Change Comms");
+    EXPECT_EQ(ItemWithId(form, 9), nullptr);  // no help file
+
+    // Built once per session.
+    BuildDefaultForm(session);
+    EXPECT_EQ(session.Part<TFormStore>().forms.size(), 1u);
+}
+
+TEST(BuiltInForm, ModuleTypesAndHelp) {
+    TConfigSession emul;
+    emul.moduleType = u"Emul";
+    TFormDef& e = Built(emul);
+    EXPECT_EQ(e.title, u"Configure  ");  // no module list: the blanks stay
+    EXPECT_EQ(ItemWithId(e, 4901), nullptr);
+    ASSERT_NE(ItemWithId(e, 4900), nullptr);
+    EXPECT_EQ(ItemWithId(e, 4900)->left, 120);
+    EXPECT_EQ(ItemWithId(e, 4900)->width, 68);
+
+    TConfigSession fx;
+    fx.moduleType = u"FXfer";
+    EXPECT_EQ(ItemWithId(Built(fx), 4900)->width, 80);
+
+    // A module type compared exactly: "comms" is none of the three.
+    TConfigSession other;
+    other.moduleType = u"comms";
+    const auto dir = std::filesystem::temp_directory_path() / "qrl_forms_help_test";
+    std::filesystem::create_directories(dir);
+    const auto help = dir / "help.chm";
+    std::ofstream(help) << "x";
+    other.helpBaseFile = help.u16string();
+    TFormDef& o = Built(other);
+    EXPECT_EQ(ItemWithId(o, 4900), nullptr);
+    EXPECT_EQ(ItemWithId(o, 4901), nullptr);
+    EXPECT_TRUE(o.hasHelp);
+    ASSERT_NE(ItemWithId(o, 9), nullptr);
+    EXPECT_EQ(ItemWithId(o, 9)->left, 120);
+    EXPECT_EQ(ItemWithId(o, 9)->action, FormAction::Help);
+    std::filesystem::remove_all(dir);
+
+    TConfigSession comms;
+    comms.moduleType = u"Comms";
+    comms.helpBaseFile = u"/no/such/file.chm";
+    EXPECT_FALSE(Built(comms).hasHelp);
+}
+
+TEST(BuiltInForm, TemplateOfTheBuiltInForm) {
+    TConfigSession session;
+    session.moduleType = u"Comms";
+    TFormDef& form = Built(session);
+    const TemplateBytes bytes = BuildDialogTemplate(session, form);
+    TemplateDialog dialog;
+    std::vector<TemplateItem> items;
+    ASSERT_TRUE(ReadTemplate(bytes.data(), bytes.size(), dialog, items));
+    EXPECT_EQ(dialog.style, 0x90C800C0u);
+    EXPECT_EQ(dialog.fontName, u"Helv");
+    ASSERT_EQ(items.size(), form.items.size());
+    EXPECT_EQ(items[0].className, u"SysTreeView32");
+    EXPECT_EQ(items[0].style, 0x10810007u | kWsGroup);
+    EXPECT_EQ(items[10].className, u"qrsample");
+    EXPECT_EQ(items[20].id, 1);
+    EXPECT_EQ(items[20].style, kDefaultButtonStyle);  // a run of buttons: no new group
+    EXPECT_EQ(items[21].style, 0x10010000u);
+    // The built-in ids stay what they are.
+    EXPECT_EQ(items[2].id, 3000);
+    EXPECT_EQ(items[23].id, 4900);
+}
+
+}  // namespace
+}  // namespace qrl

@@ -1,0 +1,64 @@
+// The test's side of the product: qrl4cfg.dll loaded as a host loads it, its entry points, and a
+// host link window that answers the link messages on the dialog thread.
+#pragma once
+
+#include <windows.h>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace qrl::test {
+
+struct RunResult {
+    int code = -1;
+    uint32_t status = 0xFFFFFFFF;
+    std::u16string reply;
+};
+
+class Product {
+public:
+    // The DLL of this build; loaded once per process.
+    static Product& Get();
+    bool Loaded() const { return module_ != nullptr; }
+
+    RunResult RunConfig2W(const std::u16string& request, HWND parent = nullptr, uint64_t capacity = 65536);
+    int OpenWait(HWND parent, unsigned char flags);
+    HMODULE Module() const { return module_; }
+
+private:
+    Product();
+    HMODULE module_ = nullptr;
+    using RunConfig2WFn = int (*)(wchar_t*, HWND, wchar_t*, uint64_t, uint32_t*);
+    using OpenWaitFn = int (*)(HWND, unsigned char);
+    RunConfig2WFn runConfig2W_ = nullptr;
+    OpenWaitFn openWait_ = nullptr;
+};
+
+// A hidden window of the calling thread that plays the host's side of the link.
+class HostWindow {
+public:
+    static constexpr UINT kMessage = 0x8123;
+
+    HostWindow();
+    ~HostWindow();
+    HostWindow(const HostWindow&) = delete;
+    HostWindow& operator=(const HostWindow&) = delete;
+
+    // `<Link type="HWND" value=".." msgid=".."/>` for this window.
+    std::u16string LinkElement() const;
+
+    struct Call {
+        uint32_t code;
+        std::u16string text;  // the text the second value points at, for 2094 and 8439
+    };
+    std::vector<Call> calls;
+    std::u16string authDirectory;  // answered to code 123
+    uint64_t deleteResult = 0;     // answered to code 8439
+
+private:
+    static LRESULT CALLBACK Proc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    HWND window_ = nullptr;
+};
+
+}  // namespace qrl::test

@@ -1,0 +1,91 @@
+#include "dllhost.h"
+
+#include "text/textutil.h"
+
+#include <cstring>
+
+namespace qrl::test {
+
+Product& Product::Get() {
+    static Product product;
+    return product;
+}
+
+Product::Product() {
+    // The DLL is built beside the tests: <build>/src/qrl4cfg.dll, the tests in <build>/tests.
+    wchar_t path[MAX_PATH] = {};
+    GetModuleFileNameW(nullptr, path, MAX_PATH);
+    std::wstring dll(path);
+    dll = dll.substr(0, dll.find_last_of(L"\\/"));
+    dll = dll.substr(0, dll.find_last_of(L"\\/")) + L"\\src\\qrl4cfg.dll";
+    module_ = LoadLibraryW(dll.c_str());
+    if (!module_) return;
+    runConfig2W_ = reinterpret_cast<RunConfig2WFn>(reinterpret_cast<void*>(GetProcAddress(module_, "fnRunConfig2W")));
+    openWait_ = reinterpret_cast<OpenWaitFn>(reinterpret_cast<void*>(GetProcAddress(module_, "fnOpenWait")));
+    if (!runConfig2W_ || !openWait_) module_ = nullptr;
+}
+
+RunResult Product::RunConfig2W(const std::u16string& request, HWND parent, uint64_t capacity) {
+    RunResult result;
+    std::u16string text = request;
+    std::vector<wchar_t> buffer(static_cast<std::size_t>(capacity) + 1, L'#');
+    result.code = runConfig2W_(reinterpret_cast<wchar_t*>(text.data()), parent, buffer.data(), capacity, &result.status);
+    if (result.code == 0) result.reply = std::u16string(reinterpret_cast<const char16_t*>(buffer.data()));
+    return result;
+}
+
+int Product::OpenWait(HWND parent, unsigned char flags) { return openWait_(parent, flags); }
+
+HostWindow::HostWindow() {
+    static const bool registered = [] {
+        WNDCLASSW wc{};
+        wc.lpfnWndProc = Proc;
+        wc.hInstance = GetModuleHandleW(nullptr);
+        wc.lpszClassName = L"QrlTestHost";
+        return RegisterClassW(&wc) != 0;
+    }();
+    (void)registered;
+    window_ = CreateWindowExW(0, L"QrlTestHost", L"host", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
+                              GetModuleHandleW(nullptr), nullptr);
+    SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+}
+
+HostWindow::~HostWindow() {
+    if (window_) DestroyWindow(window_);
+}
+
+std::u16string HostWindow::LinkElement() const {
+    return u"<Link type=\"HWND\" value=\"" + hexUpper(static_cast<uint32_t>(reinterpret_cast<uintptr_t>(window_))) +
+           u"\" msgid=\"" + hexUpper(kMessage) + u"\"/>";
+}
+
+LRESULT CALLBACK HostWindow::Proc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    auto* self = reinterpret_cast<HostWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    if (message != kMessage || !self) return DefWindowProcW(window, message, wParam, lParam);
+#pragma pack(push, 1)
+    struct Record {
+        uint32_t code;
+        uint64_t first;
+        uint64_t second;
+    };
+#pragma pack(pop)
+    Record record;
+    std::memcpy(&record, reinterpret_cast<const void*>(lParam), sizeof record);
+    Call call{record.code, {}};
+    switch (record.code) {
+    case 123: {
+        auto* buffer = reinterpret_cast<char16_t*>(static_cast<uintptr_t>(record.second));
+        const std::size_t n = std::min<std::size_t>(self->authDirectory.size(), record.first - 1);
+        std::memcpy(buffer, self->authDirectory.data(), n * sizeof(char16_t));
+        buffer[n] = 0;
+        break;
+    }
+    case 2094:
+    case 8439: call.text = reinterpret_cast<const char16_t*>(static_cast<uintptr_t>(record.second)); break;
+    default: break;
+    }
+    self->calls.push_back(call);
+    return record.code == 8439 ? static_cast<LRESULT>(self->deleteResult) : 0;
+}
+
+}  // namespace qrl::test

@@ -1,0 +1,75 @@
+// Driving real dialogs from a second thread, the way a user would: wait for a window to be
+// visible, select tree items, type, tick, choose, press buttons, answer message boxes. The dialog
+// runs on the test's main thread; the script runs on a helper thread and never lets the main
+// thread hang: when the script fails or ends with a dialog still open, every window of the dialog
+// thread is cancelled.
+#pragma once
+
+#include <windows.h>
+#include <commctrl.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace qrl::test {
+
+// Thrown inside a script when something the script waits for does not come.
+struct DriverFailure {
+    std::string what;
+};
+
+class Driver {
+public:
+    explicit Driver(DWORD dialogThread) : thread_(dialogThread) {}
+
+    // A visible top-level window of the dialog thread with this title (class "#32770").
+    HWND WaitForDialog(const std::wstring& title, int timeoutMs = 15000);
+    // A visible dialog of the dialog thread, other than those in `known`, owned by `owner`.
+    HWND WaitForPopup(HWND owner, int timeoutMs = 15000);
+    // Waits until `window` is gone.
+    void WaitGone(HWND window, int timeoutMs = 15000);
+
+    static std::wstring Text(HWND window);
+    // Texts of the static controls of a message box, joined by "\n".
+    static std::wstring MessageText(HWND box);
+
+    // Tree: the item whose text starts with `prefix`, searched depth first; fails when none.
+    static HTREEITEM FindTreeItem(HWND tree, const std::wstring& prefix);
+    static std::wstring TreeItemText(HWND tree, HTREEITEM item);
+    static HTREEITEM SelectedTreeItem(HWND tree);
+    static void SelectTreeItem(HWND tree, HTREEITEM item);
+
+    // Replaces the edit's text by typing it, one WM_CHAR per character.
+    static void Type(HWND edit, const std::wstring& text);
+    // Replaces the edit's text as a paste does (EM_REPLACESEL), past any ES_NUMBER filter.
+    static void Paste(HWND edit, const std::wstring& text);
+    // Chooses a row of a drop-down and tells the dialog, as a user's pick does.
+    static void Choose(HWND dialog, int comboId, int row);
+    // Clicks a button or check box (posted, so that a modal box it opens doesn't block us).
+    static void Click(HWND button);
+    static void Click(HWND dialog, int id) { Click(GetDlgItem(dialog, id)); }
+
+    // Waits until the dialog thread has nothing left to do for the moment.
+    void Settle(int ms = 50) const;
+
+    DWORD DialogThread() const { return thread_; }
+
+private:
+    DWORD thread_;
+};
+
+// Runs `dialogCall` on this thread while `script` drives it from a helper thread. Returns the
+// script's failures (empty when it went through).
+std::vector<std::string> RunDriven(const std::function<void()>& dialogCall,
+                                   const std::function<void(Driver&)>& script);
+
+// Every visible or hidden top-level window of a thread.
+std::vector<HWND> ThreadWindows(DWORD thread);
+
+// Reads a UTF-8 file into 16-bit text; empty when it can't be read.
+std::u16string ReadUtf8File(const std::string& path);
+// Replaces the first `from` in `text`.
+std::u16string ReplaceFirst(std::u16string text, std::u16string_view from, std::u16string_view to);
+
+}  // namespace qrl::test

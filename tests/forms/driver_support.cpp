@@ -1,0 +1,213 @@
+#include "driver.h"
+
+#include "text/textutil.h"
+
+#include <commctrl.h>
+
+#include <chrono>
+#include <fstream>
+#include <sstream>
+#include <thread>
+
+namespace qrl::test {
+
+namespace {
+
+constexpr int kPollMs = 10;
+
+[[noreturn]] void Fail(const std::string& what) { throw DriverFailure{what}; }
+
+std::string Narrow(const std::wstring& text) {
+    return utf16ToUtf8(std::u16string(text.begin(), text.end()));
+}
+
+bool IsDialog(HWND window) {
+    wchar_t name[64] = {};
+    GetClassNameW(window, name, 64);
+    return std::wstring(name) == L"#32770";
+}
+
+template <class Predicate>
+HWND WaitFor(DWORD thread, int timeoutMs, Predicate found) {
+    const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(timeoutMs);
+    while (std::chrono::steady_clock::now() < end) {
+        for (HWND w : ThreadWindows(thread))
+            if (found(w)) return w;
+        Sleep(kPollMs);
+    }
+    return nullptr;
+}
+
+}  // namespace
+
+std::vector<HWND> ThreadWindows(DWORD thread) {
+    std::vector<HWND> windows;
+    EnumThreadWindows(
+        thread,
+        [](HWND w, LPARAM p) -> BOOL {
+            reinterpret_cast<std::vector<HWND>*>(p)->push_back(w);
+            return TRUE;
+        },
+        reinterpret_cast<LPARAM>(&windows));
+    return windows;
+}
+
+HWND Driver::WaitForDialog(const std::wstring& title, int timeoutMs) {
+    // A dialog is findable before WM_INITDIALOG has run; it becomes visible only after.
+    HWND w = WaitFor(thread_, timeoutMs,
+                     [&](HWND w) { return IsDialog(w) && IsWindowVisible(w) && Text(w) == title; });
+    if (!w) Fail("no dialog titled \"" + Narrow(title) + "\"");
+    Settle();
+    return w;
+}
+
+HWND Driver::WaitForPopup(HWND owner, int timeoutMs) {
+    HWND w = WaitFor(thread_, timeoutMs, [&](HWND w) {
+        return w != owner && IsDialog(w) && IsWindowVisible(w) && GetWindow(w, GW_OWNER) == owner;
+    });
+    if (!w) Fail("no popup over \"" + Narrow(Text(owner)) + "\"");
+    Settle();
+    return w;
+}
+
+void Driver::WaitGone(HWND window, int timeoutMs) {
+    const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(timeoutMs);
+    while (IsWindow(window)) {
+        if (std::chrono::steady_clock::now() > end) Fail("window stays: \"" + Narrow(Text(window)) + "\"");
+        Sleep(kPollMs);
+    }
+}
+
+std::wstring Driver::Text(HWND window) {
+    const LRESULT length = SendMessageW(window, WM_GETTEXTLENGTH, 0, 0);
+    std::wstring text(static_cast<std::size_t>(length > 0 ? length : 0) + 1, L'\0');
+    SendMessageW(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()));
+    text.resize(wcslen(text.c_str()));
+    return text;
+}
+
+std::wstring Driver::MessageText(HWND box) {
+    std::wstring text;
+    for (HWND child = GetWindow(box, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+        wchar_t name[32] = {};
+        GetClassNameW(child, name, 32);
+        if (_wcsicmp(name, L"Static") != 0) continue;
+        const std::wstring t = Text(child);
+        if (t.empty()) continue;
+        if (!text.empty()) text += L"\n";
+        text += t;
+    }
+    return text;
+}
+
+std::wstring Driver::TreeItemText(HWND tree, HTREEITEM item) {
+    wchar_t buffer[1024] = {};
+    TVITEMW tv{};
+    tv.mask = TVIF_TEXT | TVIF_HANDLE;
+    tv.hItem = item;
+    tv.pszText = buffer;
+    tv.cchTextMax = 1024;
+    SendMessageW(tree, TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&tv));
+    return buffer;
+}
+
+HTREEITEM Driver::FindTreeItem(HWND tree, const std::wstring& prefix) {
+    std::vector<HTREEITEM> stack;
+    if (auto root = reinterpret_cast<HTREEITEM>(SendMessageW(tree, TVM_GETNEXTITEM, TVGN_ROOT, 0))) stack.push_back(root);
+    while (!stack.empty()) {
+        HTREEITEM item = stack.back();
+        stack.pop_back();
+        if (TreeItemText(tree, item).rfind(prefix, 0) == 0) return item;
+        if (auto next = reinterpret_cast<HTREEITEM>(SendMessageW(tree, TVM_GETNEXTITEM, TVGN_NEXT, reinterpret_cast<LPARAM>(item))))
+            stack.push_back(next);
+        if (auto child = reinterpret_cast<HTREEITEM>(SendMessageW(tree, TVM_GETNEXTITEM, TVGN_CHILD, reinterpret_cast<LPARAM>(item))))
+            stack.push_back(child);
+    }
+    Fail("no tree item \"" + Narrow(prefix) + "\"");
+}
+
+HTREEITEM Driver::SelectedTreeItem(HWND tree) {
+    return reinterpret_cast<HTREEITEM>(SendMessageW(tree, TVM_GETNEXTITEM, TVGN_CARET, 0));
+}
+
+void Driver::SelectTreeItem(HWND tree, HTREEITEM item) {
+    SendMessageW(tree, TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(item));
+}
+
+void Driver::Type(HWND edit, const std::wstring& text) {
+    SendMessageW(edit, EM_SETSEL, 0, -1);
+    SendMessageW(edit, WM_CHAR, VK_BACK, 0);
+    for (wchar_t c : text) SendMessageW(edit, WM_CHAR, c, 0);
+}
+
+void Driver::Paste(HWND edit, const std::wstring& text) {
+    SendMessageW(edit, EM_SETSEL, 0, -1);
+    SendMessageW(edit, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(text.c_str()));
+}
+
+void Driver::Choose(HWND dialog, int comboId, int row) {
+    HWND combo = GetDlgItem(dialog, comboId);
+    SendMessageW(combo, CB_SETCURSEL, static_cast<WPARAM>(row), 0);
+    SendMessageW(dialog, WM_COMMAND, MAKEWPARAM(comboId, CBN_SELCHANGE), reinterpret_cast<LPARAM>(combo));
+}
+
+void Driver::Click(HWND button) {
+    if (!button) Fail("no button to click");
+    PostMessageW(button, BM_CLICK, 0, 0);
+}
+
+void Driver::Settle(int ms) const {
+    // A message sent to the dialog thread returns only once it has reached its message loop.
+    for (HWND w : ThreadWindows(thread_)) {
+        DWORD_PTR result = 0;
+        SendMessageTimeoutW(w, WM_NULL, 0, 0, SMTO_BLOCK, 5000, &result);
+        break;
+    }
+    Sleep(ms);
+}
+
+std::vector<std::string> RunDriven(const std::function<void()>& dialogCall,
+                                   const std::function<void(Driver&)>& script) {
+    std::vector<std::string> failures;
+    const DWORD dialogThread = GetCurrentThreadId();
+    std::thread helper([&] {
+        Driver driver(dialogThread);
+        try {
+            script(driver);
+        } catch (const DriverFailure& f) {
+            failures.push_back(f.what);
+        } catch (const std::exception& e) {
+            failures.push_back(e.what());
+        }
+        // Whatever the script left open is cancelled, so that the dialog call returns.
+        for (int round = 0; round < 200; ++round) {
+            bool any = false;
+            for (HWND w : ThreadWindows(dialogThread)) {
+                if (!IsWindowVisible(w) || !IsDialog(w)) continue;
+                any = true;
+                if (!failures.empty() || round > 100) PostMessageW(w, WM_COMMAND, IDCANCEL, 0);
+            }
+            if (!any) break;
+            if (round == 100) failures.push_back("the script left a dialog open");
+            Sleep(50);
+        }
+    });
+    dialogCall();
+    helper.join();
+    return failures;
+}
+
+std::u16string ReadUtf8File(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    std::stringstream buffer;
+    buffer << in.rdbuf();
+    return utf8ToUtf16(buffer.str());
+}
+
+std::u16string ReplaceFirst(std::u16string text, std::u16string_view from, std::u16string_view to) {
+    const std::size_t at = text.find(from);
+    if (at != std::u16string::npos) text.replace(at, from.size(), to);
+    return text;
+}
+
+}  // namespace qrl::test

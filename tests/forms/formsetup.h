@@ -1,0 +1,23 @@
+// Shared set-up of the dialog tests that link the form engine directly: what the DLL does at load
+// (window classes), and loading a sample request into a session as the general route does.
+#pragma once
+
+#include "request/session.h"
+
+#include <memory>
+#include <string>
+
+namespace qrl::test {
+
+// Registers the window classes once per process, as process attach does for the DLL.
+void EnsureFormClasses();
+
+// The session of a request text, loaded and with its data values applied.
+std::unique_ptr<TConfigSession> LoadSession(const std::u16string& request);
+// A sample request of samples/ as text.
+std::u16string SampleText(const std::string& name);
+
+// Clears the registry value of the last selection of a module type.
+void ForgetSelection(const std::u16string& moduleType);
+
+}  // namespace qrl::test

@@ -1,0 +1,81 @@
+#include "forms/layout.h"
+
+#include "forms/forms_rc.h"
+
+#include <gtest/gtest.h>
+
+namespace qrl {
+namespace {
+
+TRect Sized(int w, int h) { return TRect{0, 0, w, h}; }
+
+TEST(FormLayout, MoveHelpers) {
+    EXPECT_EQ(MoveAtBottomRect(TRect{5, 5, 55, 21}, 10, 300), (TRect{10, 284, 60, 300}));
+    EXPECT_EQ(MoveClippedRect(TRect{0, 0, 300, 20}, 40, 7, 200), (TRect{40, 7, 200, 27}));
+    EXPECT_EQ(MoveClippedRect(TRect{0, 0, 100, 20}, 40, 7, 200), (TRect{40, 7, 140, 27}));
+}
+
+TEST(FormLayout, ButtonsFrameAndTreeStackFromTheBottom) {
+    ControlRects c;
+    c[IDC_FORM_OK] = Sized(75, 26);
+    c[IDC_FORM_CANCEL] = Sized(75, 26);
+    c[IDC_MODULE_SELECT] = Sized(100, 28);
+    c[IDC_VALUE_FRAME] = Sized(400, 60);
+    c[IDC_TREE] = Sized(150, 150);
+    const ControlRects out = LayoutBuiltInForm(TRect{0, 0, 500, 400}, 17, c);
+    // bottom = 390, buttons from x 10, 4 apart, bottoms aligned
+    EXPECT_EQ(out.at(IDC_FORM_OK), (TRect{10, 364, 85, 390}));
+    EXPECT_EQ(out.at(IDC_FORM_CANCEL), (TRect{89, 364, 164, 390}));
+    EXPECT_EQ(out.at(IDC_MODULE_SELECT), (TRect{168, 362, 268, 390}));
+    EXPECT_EQ(out.count(IDC_CONNECT), 0u);
+    // h = 28, y = 390 - 28 - 8 = 354; margin 27: right edge 473
+    EXPECT_EQ(out.at(IDC_VALUE_FRAME), (TRect{10, 294, 473, 354}));
+    EXPECT_EQ(out.at(IDC_TREE), (TRect{10, 10, 473, 280}));
+}
+
+TEST(FormLayout, SmallClientKeepsBottomAt200AndNoButtonsMeansNoGap) {
+    ControlRects c;
+    c[IDC_VALUE_FRAME] = Sized(100, 50);
+    const ControlRects out = LayoutBuiltInForm(TRect{0, 0, 300, 50}, 17, c);
+    EXPECT_EQ(out.at(IDC_VALUE_FRAME), (TRect{10, 150, 273, 200}));
+}
+
+TEST(FormLayout, EditorsInsideTheFrame) {
+    ControlRects c;
+    c[IDC_VALUE_FRAME] = Sized(400, 60);
+    c[IDC_VALUE_LABEL] = Sized(1000, 13);
+    c[IDC_VALUE_EDIT] = Sized(300, 20);
+    c[IDC_FILE_BROWSE] = Sized(60, 20);
+    c[IDC_MACRO_ASSIST] = Sized(60, 20);
+    c[IDC_VALUE_COMBO] = Sized(300, 20);
+    c[IDC_SSH_IMPORT] = Sized(60, 20);
+    c[IDC_VALUE_CHECK] = Sized(300, 16);
+    c[IDC_PRINTER_TEXT] = Sized(300, 20);
+    c[IDC_PRINTER_EDIT] = Sized(60, 20);
+    c[IDC_PRINTER_DEFAULT] = Sized(75, 20);
+    const ControlRects out = LayoutBuiltInForm(TRect{0, 0, 500, 400}, 17, c);
+    // No buttons: y = 390; frame {10, 330, 473, 390}; R = 446
+    const TRect frame = out.at(IDC_VALUE_FRAME);
+    ASSERT_EQ(frame, (TRect{10, 330, 473, 390}));
+    EXPECT_EQ(out.at(IDC_VALUE_LABEL), (TRect{30, 342, 446, 355}));
+    EXPECT_EQ(out.at(IDC_VALUE_EDIT), (TRect{30, 359, 330, 379}));  // 30+300 < 402
+    EXPECT_EQ(out.at(IDC_FILE_BROWSE), (TRect{334, 359, 394, 379}));
+    EXPECT_EQ(out.at(IDC_MACRO_ASSIST), out.at(IDC_FILE_BROWSE));
+    EXPECT_EQ(out.at(IDC_VALUE_COMBO), (TRect{30, 359, 330, 379}));
+    EXPECT_EQ(out.at(IDC_VALUE_CHECK), (TRect{30, 346, 330, 362}));
+    // printer: text limit 348, button limit 392, default limit 446
+    EXPECT_EQ(out.at(IDC_PRINTER_TEXT), (TRect{30, 359, 330, 379}));
+    EXPECT_EQ(out.at(IDC_PRINTER_EDIT), (TRect{334, 359, 392, 379}));
+    EXPECT_EQ(out.at(IDC_PRINTER_DEFAULT), (TRect{396, 359, 446, 379}));
+
+    // The language buttons narrow the drop-down once more.
+    c[IDC_LANG_ADD] = Sized(54, 20);
+    c[IDC_LANG_DELETE] = Sized(54, 20);
+    const ControlRects lang = LayoutBuiltInForm(TRect{0, 0, 500, 400}, 17, c);
+    EXPECT_EQ(lang.at(IDC_VALUE_COMBO), (TRect{30, 359, 330, 379}));  // limit 446 - 8 - 108 = 330
+    EXPECT_EQ(lang.at(IDC_LANG_ADD), (TRect{334, 359, 388, 379}));
+    EXPECT_EQ(lang.at(IDC_LANG_DELETE), (TRect{392, 359, 446, 379}));
+}
+
+}  // namespace
+}  // namespace qrl

@@ -1,0 +1,180 @@
+// Forms that the request brings itself (the emulation sample): radio buttons, an inverted check
+// box, drop-downs bound by position, a nested form, and the action buttons.
+#include "dllhost.h"
+#include "driver.h"
+#include "formsetup.h"
+#include "forms/formdef.h"
+#include "forms/runform.h"
+#include "text/textutil.h"
+
+#include <gtest/gtest.h>
+
+namespace qrl::test {
+namespace {
+
+const std::u16string kHead = u"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Config>\n";
+
+// Control ids of the sample's start form, as the template gives them: 5000 on in item order,
+// the action buttons their own.
+enum MainIds {
+    kBlock = 5001, kUnderline = 5002, kBar = 5003, kWrap = 5004, kBell = 5005,
+    kTerminal = 5007, kColumns = 5009, kAnswerback = 5011, kMore = 5012,
+};
+enum MoreIds { kBellList = 5001, kTabs = 5003 };
+
+std::u16string Emul(const HostWindow* host = nullptr) {
+    std::u16string text = SampleText("emul_request.xml");
+    if (host) text = ReplaceFirst(text, u"</Config>", host->LinkElement() + u"\n</Config>");
+    return text;
+}
+
+bool Checked(HWND dialog, int id) { return IsDlgButtonChecked(dialog, id) == BST_CHECKED; }
+
+TEST(RequestForms, StartFormShowsCollectsAndNests) {
+    ASSERT_TRUE(Product::Get().Loaded());
+    RunResult r;
+    struct Start {
+        bool block = false, underline = true, wrap = false, bell = false;
+        LRESULT terminal = -2, columns = -2, columnCount = -2, bellRows = -2;
+        std::wstring answerback;
+    } start;
+    const auto failures = RunDriven([&] { r = Product::Get().RunConfig2W(Emul()); }, [&](Driver& d) {
+        HWND dlg = d.WaitForDialog(L"VT Settings");
+        start.block = Checked(dlg, kBlock);
+        start.underline = Checked(dlg, kUnderline);
+        start.wrap = Checked(dlg, kWrap);
+        start.bell = Checked(dlg, kBell);
+        start.terminal = SendDlgItemMessageW(dlg, kTerminal, CB_GETCURSEL, 0, 0);
+        start.columns = SendDlgItemMessageW(dlg, kColumns, CB_GETCURSEL, 0, 0);
+        start.columnCount = SendDlgItemMessageW(dlg, kColumns, CB_GETCOUNT, 0, 0);
+        start.answerback = Driver::Text(GetDlgItem(dlg, kAnswerback));
+
+        Driver::Click(dlg, kUnderline);
+        Driver::Click(dlg, kBell);
+        d.Settle();
+        Driver::Choose(dlg, kTerminal, 2);
+        Driver::Choose(dlg, kColumns, 2);
+        Driver::Type(GetDlgItem(dlg, kAnswerback), L"XY");
+
+        Driver::Click(dlg, kMore);
+        HWND more = d.WaitForDialog(L"More VT Settings");
+        start.bellRows = SendDlgItemMessageW(more, kBellList, LB_GETCOUNT, 0, 0);
+        Driver::Type(GetDlgItem(more, kTabs), L"4");
+        Driver::Click(more, IDOK);
+        d.WaitGone(more);
+        Driver::Click(dlg, IDOK);
+        d.WaitGone(dlg);
+    });
+    for (const std::string& f : failures) ADD_FAILURE() << f;
+    EXPECT_TRUE(start.block);
+    EXPECT_FALSE(start.underline);
+    EXPECT_TRUE(start.wrap);
+    EXPECT_TRUE(start.bell);  // NoBell is 0, shown inverted
+    EXPECT_EQ(start.terminal, 1);
+    EXPECT_EQ(start.columnCount, 53);  // 80 to 132
+    EXPECT_EQ(start.columns, 0);
+    EXPECT_EQ(start.answerback, L"VT");
+    EXPECT_EQ(start.bellRows, 0);  // a list is never filled from strings
+
+    EXPECT_EQ(r.code, 0);
+    EXPECT_EQ(r.status, 0u);
+    // Columns: position 2 less min 80. The list of the nested form had no selection, so Bell
+    // took its default, which is what Data sent: not in the reply.
+    EXPECT_EQ(utf16ToUtf8(r.reply), utf16ToUtf8(kHead + u"  <Data>\n"
+                                                        u"    <Item Element=\"Terminal\" Value=\"VT320\"/>\n"
+                                                        u"    <Item Element=\"Cursor\" Value=\"20\"/>\n"
+                                                        u"    <Item Element=\"Columns\" Value=\"-78\"/>\n"
+                                                        u"    <Item Element=\"Answerback\" Value=\"XY\"/>\n"
+                                                        u"    <Item Element=\"NoBell\" Value=\"1\"/>\n"
+                                                        u"    <Item Element=\"Tabs\" Value=\"4\"/>\n"
+                                                        u"  </Data>\n"
+                                                        u"</Config>"));
+}
+
+TEST(RequestForms, HelpAndModuleButtonsOfARequestForm) {
+    ASSERT_TRUE(Product::Get().Loaded());
+    HostWindow host;
+    RunResult r;
+    const auto failures = RunDriven([&] { r = Product::Get().RunConfig2W(Emul(&host)); }, [&](Driver& d) {
+        HWND dlg = d.WaitForDialog(L"VT Settings");
+        Driver::Click(dlg, 9);
+        d.Settle();
+        Driver::Click(dlg, 4900);
+        HWND select = d.WaitForDialog(L"Module Selection");
+        SendDlgItemMessageW(select, 104, LB_SETCURSEL, 1, 0);  // sorted: DEC VT, IBM 5250, Tandem 653x
+        // A double click on the list ends it like OK.
+        SendMessageW(select, WM_COMMAND, MAKEWPARAM(104, LBN_DBLCLK), reinterpret_cast<LPARAM>(GetDlgItem(select, 104)));
+        d.WaitGone(dlg);
+    });
+    for (const std::string& f : failures) ADD_FAILURE() << f;
+    bool helpSent = false;
+    for (const HostWindow::Call& call : host.calls)
+        if (call.code == 2094 && call.text == u"vt.index") helpSent = true;
+    EXPECT_TRUE(helpSent);
+    EXPECT_EQ(r.status, 3u);
+    EXPECT_EQ(utf16ToUtf8(r.reply), utf16ToUtf8(kHead + u"  <Directives>\n"
+                                                        u"    <ChangeEmul ModuleName=\"ibm5250\"/>\n"
+                                                        u"  </Directives>\n"
+                                                        u"</Config>"));
+}
+
+TEST(RequestForms, NestedOkSurvivesCancelOfTheOuterForm) {
+    EnsureFormClasses();
+    auto session = LoadSession(Emul());
+    int result = 0;
+    const auto failures = RunDriven(
+        [&] { result = RunForm(*session, FindForm(*session, session->startForm), nullptr); },
+        [&](Driver& d) {
+            HWND dlg = d.WaitForDialog(L"VT Settings");
+            Driver::Type(GetDlgItem(dlg, kAnswerback), L"lost");
+            Driver::Click(dlg, kMore);
+            HWND more = d.WaitForDialog(L"More VT Settings");
+            Driver::Type(GetDlgItem(more, kTabs), L"2");
+            Driver::Click(more, IDOK);
+            d.WaitGone(more);
+            Driver::Click(dlg, IDCANCEL);
+            d.WaitGone(dlg);
+        });
+    for (const std::string& f : failures) ADD_FAILURE() << f;
+    EXPECT_EQ(result, 2);
+    EXPECT_EQ(session->FindElement(u"Tabs")->value, u"2");       // written by the nested OK
+    EXPECT_EQ(session->FindElement(u"Answerback")->value, u"VT");  // the outer form collected nothing
+}
+
+TEST(RequestForms, AFormWithoutItemsEndsOnlyByClosingIt) {
+    EnsureFormClasses();
+    auto session = LoadSession(u"<Config><Interface StartForm='e'><Form Name='e' Title='Empty' Width='100' "
+                               u"Height='40' Font='MS Shell Dlg' FontSize='8'/></Interface></Config>");
+    int result = 0;
+    const auto failures = RunDriven([&] { result = RunForm(*session, FindForm(*session, u"E"), nullptr); },
+                                    [&](Driver& d) {
+                                        HWND dlg = d.WaitForDialog(L"Empty");
+                                        EXPECT_EQ(GetWindow(dlg, GW_CHILD), nullptr);
+                                        PostMessageW(dlg, WM_CLOSE, 0, 0);
+                                        d.WaitGone(dlg);
+                                    });
+    for (const std::string& f : failures) ADD_FAILURE() << f;
+    EXPECT_EQ(result, 2);
+}
+
+TEST(RequestForms, LongTextsAreCutAtCollection) {
+    EnsureFormClasses();
+    auto session = LoadSession(u"<Config><DTD><Element Name='T' Type='text'/></DTD><Interface StartForm='f'>"
+                               u"<Form Name='f' Title='Long' Width='200' Height='60' Font='MS Shell Dlg' FontSize='8'>"
+                               u"<Edit Element='T' Width='100' Height='12'/><Button Action='OK' Top='20' Width='40' Height='14'/>"
+                               u"</Form></Interface></Config>");
+    int result = 0;
+    const auto failures = RunDriven([&] { result = RunForm(*session, FindForm(*session, u"f"), nullptr); },
+                                    [&](Driver& d) {
+                                        HWND dlg = d.WaitForDialog(L"Long");
+                                        SetWindowTextW(GetDlgItem(dlg, 5000), std::wstring(2000, L'a').c_str());
+                                        Driver::Click(dlg, IDOK);
+                                        d.WaitGone(dlg);
+                                    });
+    for (const std::string& f : failures) ADD_FAILURE() << f;
+    EXPECT_EQ(result, 1);
+    EXPECT_EQ(session->FindElement(u"T")->value, std::u16string(1023, u'a'));
+}
+
+}  // namespace
+}  // namespace qrl::test

@@ -1,0 +1,217 @@
+// qrl4host: a small host for the configuration module. It loads the DLL by path, owns a hidden link
+// window that answers the module's link messages, runs one request file through an entry point and
+// prints the code, the status and the reply. For scripted runs it pictures each dialog and presses
+// buttons. Run without arguments for the options.
+#include <windows.h>
+#include <shellapi.h>
+
+#include <cstdio>
+#include <cwchar>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "hostwindow.h"
+#include "snapshots.h"
+#include "text/textutil.h"
+
+namespace {
+
+using qrl4host::PrintText;
+
+const char kUsage[] =
+    "usage: qrl4host [options] REQUEST\n"
+    "  REQUEST            request file, UTF-8 or UTF-16 (with or without a byte-order mark)\n"
+    "  --dll PATH         the module (default: qrl4cfg.dll beside qrl4host.exe)\n"
+    "  --entry 2W|W       fnRunConfig2W (default) or fnRunConfigW\n"
+    "  --capacity N       reply buffer in characters (default 1048576)\n"
+    "  --null-status      pass no status pointer\n"
+    "  --no-link          leave the request's Link alone (default: add one to the link window)\n"
+    "  --auth-dir DIR     answer to code 123\n"
+    "  --emulation NAME   answer to code 8204\n"
+    "  --exchange FILE    reply to code 8437, in turn (repeat for several)\n"
+    "  --result-8438 N, --result-8439 N, --result-8440 N   results of those codes (default 0)\n"
+    "  --wait             open the please-wait window before the run\n"
+    "  --pictures DIR     save a PNG picture of every dialog shown\n"
+    "  --press ID         press the control ID in the next dialog that shows (repeat in order)\n"
+    "  --settle MS        wait this long after a dialog shows before picturing it (default 600)\n"
+    "  --timeout MS       press Cancel in a dialog still open after this long (default never)\n";
+
+// Text files come as UTF-16 (marked, or recognisable by its zero bytes) or UTF-8.
+bool readText(const std::wstring& path, std::u16string& text) {
+    std::ifstream in(path.c_str(), std::ios::binary);
+    if (!in) return false;
+    std::ostringstream bytes;
+    bytes << in.rdbuf();
+    const std::string raw = bytes.str();
+    const auto byteAt = [&](std::size_t i) { return static_cast<unsigned char>(raw[i]); };
+    bool littleEndian = raw.size() >= 2 && byteAt(0) == 0xFF && byteAt(1) == 0xFE;
+    const bool bigEndian = raw.size() >= 2 && byteAt(0) == 0xFE && byteAt(1) == 0xFF;
+    std::size_t start = littleEndian || bigEndian ? 2 : 0;
+    if (!littleEndian && !bigEndian && raw.size() >= 2 && byteAt(1) == 0 && byteAt(0) != 0) littleEndian = true;
+    if (littleEndian || bigEndian) {
+        text.clear();
+        for (std::size_t i = start; i + 1 < raw.size(); i += 2) {
+            const unsigned lo = bigEndian ? byteAt(i + 1) : byteAt(i);
+            const unsigned hi = bigEndian ? byteAt(i) : byteAt(i + 1);
+            text.push_back(static_cast<char16_t>(lo | (hi << 8)));
+        }
+        return true;
+    }
+    if (raw.size() >= 3 && byteAt(0) == 0xEF && byteAt(1) == 0xBB && byteAt(2) == 0xBF) start = 3;
+    text = qrl::utf8ToUtf16(std::string_view(raw).substr(start));
+    return true;
+}
+
+// Puts a Link to our window last into the root, so that it overrides any Link the file has.
+std::u16string withLink(const std::u16string& request, HWND window) {
+    wchar_t link[128];
+    std::swprintf(link, 128, L"<Link type=\"HWND\" value=\"%llx\" msgid=\"%x\"/>",
+                  static_cast<unsigned long long>(reinterpret_cast<uintptr_t>(window)), qrl4host::kLinkMessage);
+    const std::u16string linkText(reinterpret_cast<const char16_t*>(link));
+    const std::size_t endTag = request.rfind(u"</");
+    if (endTag != std::u16string::npos) return request.substr(0, endTag) + linkText + request.substr(endTag);
+    // <Config .../> alone: open it up.
+    const std::size_t close = request.rfind(u"/>");
+    std::size_t open = request.find(u'<');
+    while (open != std::u16string::npos && open + 1 < request.size() &&
+           (request[open + 1] == u'?' || request[open + 1] == u'!'))
+        open = request.find(u'<', open + 1);
+    if (close == std::u16string::npos || open == std::u16string::npos || open > close) return request;
+    std::size_t nameEnd = open + 1;
+    while (nameEnd < close && !qrl::isXmlSpace(request[nameEnd])) ++nameEnd;
+    return request.substr(0, close) + u">" + linkText + u"</" + request.substr(open + 1, nameEnd - open - 1) + u">" +
+           request.substr(close + 2);
+}
+
+std::wstring besideProgram(const wchar_t* name) {
+    wchar_t path[MAX_PATH] = {};
+    GetModuleFileNameW(nullptr, path, MAX_PATH);
+    std::wstring folder(path);
+    folder.resize(folder.find_last_of(L"\\/") + 1);
+    return folder + name;
+}
+
+using RunConfig2W = int (*)(wchar_t*, HWND, wchar_t*, uint64_t, uint32_t*);
+using RunConfigW = int (*)(wchar_t*, HWND, wchar_t*, unsigned int);
+using OpenWait = int (*)(HWND, unsigned char);
+
+// GetProcAddress gives a generic function pointer; passing it through void(*)() says so to the compiler.
+template <class F>
+F entryPoint(HMODULE module, const char* name) {
+    return reinterpret_cast<F>(reinterpret_cast<void (*)()>(GetProcAddress(module, name)));
+}
+
+int run(int argc, wchar_t** argv) {
+    qrl4host::THostOptions host;
+    qrl4host::TSnapshotOptions shots;
+    std::wstring dllPath = besideProgram(L"qrl4cfg.dll");
+    std::wstring requestPath;
+    std::wstring entry = L"2W";
+    uint64_t capacity = 1 << 20;
+    bool nullStatus = false, addLink = true, openWait = false;
+
+    for (int i = 1; i < argc; ++i) {
+        const std::wstring arg = argv[i];
+        const auto value = [&]() -> std::wstring {
+            if (i + 1 >= argc) {
+                std::fprintf(stderr, "qrl4host: %ls needs a value\n", arg.c_str());
+                std::exit(2);
+            }
+            return argv[++i];
+        };
+        const auto toU16 = [](const std::wstring& s) { return std::u16string(reinterpret_cast<const char16_t*>(s.c_str())); };
+        if (arg == L"--dll") dllPath = value();
+        else if (arg == L"--entry") entry = value();
+        else if (arg == L"--capacity") capacity = std::wcstoull(value().c_str(), nullptr, 10);
+        else if (arg == L"--null-status") nullStatus = true;
+        else if (arg == L"--no-link") addLink = false;
+        else if (arg == L"--auth-dir") host.authDirectory = toU16(value());
+        else if (arg == L"--emulation") host.emulationName = toU16(value());
+        else if (arg == L"--exchange") {
+            std::u16string reply;
+            const std::wstring file = value();
+            if (!readText(file, reply)) {
+                std::fprintf(stderr, "qrl4host: cannot read %ls\n", file.c_str());
+                return 2;
+            }
+            host.exchangeReplies.push_back(reply);
+        } else if (arg == L"--result-8438") host.mapsSavedResult = std::wcstol(value().c_str(), nullptr, 10);
+        else if (arg == L"--result-8439") host.deleteLanguageResult = std::wcstol(value().c_str(), nullptr, 10);
+        else if (arg == L"--result-8440") host.addLanguageResult = std::wcstol(value().c_str(), nullptr, 10);
+        else if (arg == L"--wait") openWait = true;
+        else if (arg == L"--pictures") shots.directory = value();
+        else if (arg == L"--press") shots.presses.push_back(std::wcstol(value().c_str(), nullptr, 10));
+        else if (arg == L"--settle") shots.settleMs = std::wcstoul(value().c_str(), nullptr, 10);
+        else if (arg == L"--timeout") shots.timeoutMs = std::wcstoul(value().c_str(), nullptr, 10);
+        else if (!arg.empty() && arg[0] == L'-') {
+            std::fprintf(stderr, "qrl4host: unknown option %ls\n%s", arg.c_str(), kUsage);
+            return 2;
+        } else requestPath = arg;
+    }
+    if (requestPath.empty()) {
+        std::fputs(kUsage, stderr);
+        return 2;
+    }
+    std::u16string request;
+    if (!readText(requestPath, request)) {
+        std::fprintf(stderr, "qrl4host: cannot read %ls\n", requestPath.c_str());
+        return 2;
+    }
+    if (!shots.directory.empty()) CreateDirectoryW(shots.directory.c_str(), nullptr);
+
+    HMODULE module = LoadLibraryW(dllPath.c_str());
+    if (!module) {
+        std::fprintf(stderr, "qrl4host: cannot load %ls (error %lu)\n", dllPath.c_str(), GetLastError());
+        return 2;
+    }
+    const auto runConfig2W = entryPoint<RunConfig2W>(module, "fnRunConfig2W");
+    const auto runConfigW = entryPoint<RunConfigW>(module, "?fnRunConfigW@@YAHPEA_WPEAUHWND__@@0I@Z");
+    const auto openWaitEntry = entryPoint<OpenWait>(module, "fnOpenWait");
+    if (!runConfig2W || !runConfigW || !openWaitEntry) {
+        std::fprintf(stderr, "qrl4host: %ls lacks an entry point\n", dllPath.c_str());
+        return 2;
+    }
+
+    HWND linkWindow = qrl4host::CreateLinkWindow(GetModuleHandleW(nullptr), &host);
+    if (addLink) request = withLink(request, linkWindow);
+    if (openWait) openWaitEntry(nullptr, 0);
+    qrl4host::StartSnapshots(shots);
+
+    std::vector<wchar_t> text(request.begin(), request.end());
+    text.push_back(L'\0');
+    std::vector<wchar_t> reply(static_cast<std::size_t>(capacity) + 1, L'\0');
+    uint32_t status = 0xFFFFFFFF;
+    int code = 0;
+    if (entry == L"W")
+        code = runConfigW(text.data(), nullptr, reply.data(), static_cast<unsigned int>(capacity));
+    else
+        code = runConfig2W(text.data(), nullptr, reply.data(), capacity, nullStatus ? nullptr : &status);
+    qrl4host::StopSnapshots();
+
+    std::printf("code: %d\n", code);
+    if (entry == L"W" || nullStatus)
+        std::printf("status: none\n");
+    else
+        std::printf("status: %u\n", status);
+    if (code == 0) {
+        reply.back() = L'\0';
+        PrintText("reply", reinterpret_cast<const char16_t*>(reply.data()));
+    }
+    std::fflush(stdout);
+    DestroyWindow(linkWindow);
+    FreeLibrary(module);
+    return 0;
+}
+
+}  // namespace
+
+int main() {
+    int argc = 0;
+    wchar_t** argv = CommandLineToArgvW(GetCommandLineW(), &argc);
+    if (!argv) return 2;
+    const int result = run(argc, argv);
+    LocalFree(argv);
+    return result;
+}

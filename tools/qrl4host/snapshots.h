@@ -1,0 +1,23 @@
+// Watches the dialogs that the module shows on this thread: saves a picture of each one once it has
+// settled, then, for scripted runs, presses the next button of the script.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+#include <vector>
+
+namespace qrl4host {
+
+struct TSnapshotOptions {
+    std::wstring directory;     // empty: no pictures
+    std::vector<int> presses;   // control ids to press, one per dialog, in the order they appear
+    DWORD settleMs = 600;       // a dialog is pictured this long after it first shows
+    DWORD timeoutMs = 0;        // a dialog still open this long after it showed gets Cancel; 0: never
+};
+
+// Starts the watch (a thread timer; the module's modal loops dispatch it). Call once.
+void StartSnapshots(const TSnapshotOptions& options);
+void StopSnapshots();
+
+}  // namespace qrl4host
