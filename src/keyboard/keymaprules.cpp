@@ -146,4 +146,30 @@ std::u16string ClassicEmulationKeyName(const std::vector<KeyName>& emulationKeys
     return key ? key->Name : u"Unknown key (" + codeText(code) + u")";
 }
 
+std::u16string ReplacementQuestion(const TKeyData& keys, uint32_t code) {
+    constexpr std::u16string_view kLineEnd = u"\r\n";
+    std::u16string parts;
+    int count = 0;
+    const auto addPart = [&](std::u16string_view what, std::u16string_view text) {
+        parts += what;
+        parts += u'"';
+        parts += text;
+        parts += u'"';
+        parts += kLineEnd;
+        ++count;
+    };
+    if (const KeyString* global = FindKeyString(keys.globalKeyStrings, code)) addPart(u"global string ", global->Text);
+    if (const KeyString* string = FindKeyString(keys.keyStrings, code)) addPart(u"string ", string->Text);
+    if (const KeyMapEntry* entry = FindKeyMapEntry(keys.keyMap, code))
+        addPart(u"emulation key ", ClassicEmulationKeyName(keys.emulationKeys, entry->EmKey));
+    if (count == 0) return {};
+
+    std::u16string text = u"Physical key \"" + ClassicKeyName(keys.physicalKeys, code) + u"\" is already mapped to";
+    text += kLineEnd;
+    text += parts;
+    text += kLineEnd;
+    text += count == 1 ? u"This mapping will be removed. Proceed?" : u"These mappings will be removed. Proceed?";
+    return text;
+}
+
 }  // namespace qrl

@@ -68,4 +68,10 @@ std::u16string ClassicKeyName(const std::vector<KeyName>& physicalKeys, uint32_t
 // Name of an emulation code in the classic editor, or "Unknown key (code)".
 std::u16string ClassicEmulationKeyName(const std::vector<KeyName>& emulationKeys, uint32_t code);
 
+// The question the classic editor asks before a physical code takes a new emulation key: what the
+// code is mapped to now, one line per list that holds it, ending in "This mapping will be
+// removed. Proceed?" (or "These mappings ..."). Empty when the code is not mapped; UnmapKey then
+// removes what the question named.
+std::u16string ReplacementQuestion(const TKeyData& keys, uint32_t code);
+
 }  // namespace qrl

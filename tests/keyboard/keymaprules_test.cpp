@@ -129,5 +129,21 @@ TEST(KeyMapRules, NamesOfMappedKeys) {
     EXPECT_EQ(ClassicEmulationKeyName(em, 7 | kModShift), u"Unknown key (263)");  // exact code only
 }
 
+TEST(KeyMapRules, ReplacementQuestionNamesWhatWillGo) {
+    TKeyData keys;
+    keys.physicalKeys = {{u"F1", 112, 0x700}};
+    keys.emulationKeys = {{u"PF1", 7, 0}};
+    EXPECT_EQ(ReplacementQuestion(keys, kF1), u"");
+    keys.keyStrings = {{kF1, u"abc"}};
+    EXPECT_EQ(ReplacementQuestion(keys, kF1),
+              u"Physical key \"F1\" is already mapped to\r\nstring \"abc\"\r\n\r\n"
+              u"This mapping will be removed. Proceed?");
+    keys.globalKeyStrings = {{kF1, u"g"}};
+    keys.keyMap = {{kF1, 9}};
+    EXPECT_EQ(ReplacementQuestion(keys, kF1),
+              u"Physical key \"F1\" is already mapped to\r\nglobal string \"g\"\r\nstring \"abc\"\r\n"
+              u"emulation key \"Unknown key (9)\"\r\n\r\nThese mappings will be removed. Proceed?");
+}
+
 }  // namespace
 }  // namespace qrl
