@@ -39,9 +39,14 @@ bool plainName(const std::u16string& name) {
     return true;
 }
 
-// One pair of files per process, so that fuzzers running side by side keep apart.
+// One pair of files per process, so that fuzzers running side by side keep apart. Memory-backed
+// where there is such a folder: every input writes its files many times.
 std::string tempPath(const char* suffix) {
-    return (std::filesystem::temp_directory_path() / ("qrl_hsp_fuzz_" + std::to_string(getpid()) + suffix)).string();
+    std::error_code error;
+    const std::filesystem::path shm = "/dev/shm";
+    const std::filesystem::path dir =
+        std::filesystem::is_directory(shm, error) ? shm : std::filesystem::temp_directory_path();
+    return (dir / ("qrl_hsp_fuzz_" + std::to_string(getpid()) + suffix)).string();
 }
 
 }  // namespace
