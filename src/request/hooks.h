@@ -29,6 +29,7 @@ struct TDataKind {
         nullptr;
     // Appends this element's `Item`, or nothing, to `data` of a reply. Called only while the
     // presence flag of the type is set, and never for keylist and attrnames, which travel one way.
+    // Without one, hotspots writes its built-in item (the file name) and the other types nothing.
     void (*write)(const TConfigSession& session, const TElementDef& def, AdvXMLParser::Element& data) =
         nullptr;
 };

@@ -60,12 +60,13 @@ void FillDataElement(Document& document, const TConfigSession& session, bool cha
     for (const TElementDef& element : session.elements) {
         if (IsListType(element.type)) {
             if (!listIsWritten(session, element.type)) continue;
-            if (element.type == ElementType::Hotspots) {
+            if (const auto writeKind = session.hooks->DataKind(element.type).write) {
+                writeKind(session, element, data);
+            } else if (element.type == ElementType::Hotspots) {
+                // The hot spot item needs nothing but the session's own fields.
                 Element& item = data.AddElement(u"Item");
                 item.SetAttribute(u"Element").SetText(u"Hotspots");
                 addItem(item, u"filename", session.hotspotFile);
-            } else if (const auto writeKind = session.hooks->DataKind(element.type).write) {
-                writeKind(session, element, data);
             }
             continue;
         }

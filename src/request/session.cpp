@@ -94,7 +94,7 @@ void TConfigSession::LoadRequest(const Element& root) {
     for (std::size_t i = 0; i < root.GetChildCount(); ++i)
         if (const Element* child = root.GetChild(i).AsElement()) ReadChild(*child);
 
-    ReadAuthFiles();
+    AskAuthDirectory();
 }
 
 void TConfigSession::ReadChild(const Element& child) {
@@ -237,12 +237,17 @@ void TConfigSession::ReadLink(const Element& node) {
     ReadLinkAttributes(link, attr(node, u"type"), attr(node, u"value"), attr(node, u"msgid"));
 }
 
+void TConfigSession::AskAuthDirectory() {
+    std::u16string directory = link.AuthDirectory();
+    if (directory.empty()) return;  // no link, or the host has none: both stay empty
+    authFileDirectory = std::move(directory);
+    ReadAuthFiles();
+}
+
 void TConfigSession::ReadAuthFiles() {
-    const std::u16string directory = link.AuthDirectory();
-    if (directory.empty()) return;
-    authFileDirectory = directory;
     authFiles.clear();
-    std::u16string pattern = directory;
+    if (authFileDirectory.empty()) return;
+    std::u16string pattern = authFileDirectory;
     if (pattern.back() != u'\\' && pattern.back() != u'/') pattern.push_back(u'\\');
     pattern.push_back(u'*');
     authFiles = platform::listPlainFiles(pattern);

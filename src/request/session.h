@@ -129,6 +129,7 @@ private:
     void ReadModuleList(const AdvXMLParser::Element& node);
     void ReadHelp(const AdvXMLParser::Element& node);
     void ReadLink(const AdvXMLParser::Element& node);
+    void AskAuthDirectory();
     void CatchUpIndex() const;
 
     // Elements are indexed lazily up to the count seen, so appends from anywhere are found too.

@@ -299,6 +299,11 @@ TEST(Loader, AuthFilesComeFromTheHostsDirectory) {
     EXPECT_EQ(host.calls[0].message, 7u);
     EXPECT_EQ(s.authFileDirectory, dir.u16string());
     EXPECT_EQ(s.authFiles, (std::vector<std::u16string>{u"C_key", u"a_key", u"b_key"}));
+    // Listing again (after a key file was imported) takes the directory as it now stands.
+    std::ofstream(dir / "B_new") << "x";
+    s.ReadAuthFiles();
+    EXPECT_EQ(s.authFiles, (std::vector<std::u16string>{u"B_new", u"C_key", u"a_key", u"b_key"}));
+    EXPECT_EQ(host.calls.size(), 1u);
 
     // No link: nothing is asked, both stay empty.
     TConfigSession none;
