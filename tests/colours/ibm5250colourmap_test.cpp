@@ -37,10 +37,6 @@ TEST(Ibm5250ColourMap, DefaultsFollowTheTerminal) {
         EXPECT_EQ(r.foreground, 0);
         EXPECT_EQ(r.background, 0);
     }
-    // Code 3B: the last with all four features on a monochrome screen.
-    EXPECT_EQ(map.rows[0x1B].monoDefault, f5250::ColumnSeparator | f5250::Blink | f5250::HighIntensity |
-                                              f5250::Reverse);
-    EXPECT_EQ(std::u16string_view{map.rows[0x1B].colourText}, u"Blue, reverse image");
 }
 
 TEST(Ibm5250ColourMap, CanonicalTextsRoundTrip) {
@@ -159,12 +155,4 @@ TEST(Ibm5250ColourMap, EditingTouchesOnlyTheTerminalKindInForce) {
     // A row number out of range is the first row, never outside the map.
     EXPECT_EQ(map.EditOf(32, false).code, 0x20);
     EXPECT_EQ(map.EditOf(static_cast<std::size_t>(-1), true).code, 0x20);
-}
-
-TEST(Ibm5250ColourMap, ColourChoicesMapListIndexToValue) {
-    EXPECT_EQ(k5250ColourChoices[3].value, 5);
-    EXPECT_EQ(std::u16string_view{k5250ColourChoices[3].text}, u"Pink");
-    EXPECT_EQ(k5250ColourChoices[5].value, 3);
-    EXPECT_EQ(std::u16string_view{k5250ColourChoices[5].text}, u"Turquoise");
-    EXPECT_EQ(k5250ColourChoices[7].value, 6);
 }

@@ -104,6 +104,5 @@ TEST(TandemColourMap, AttributeListSkipsUnofferedIndexes) {
     EXPECT_EQ(TandemIndexOfListPosition(24), -1);
     EXPECT_EQ(TandemIndexOfListPosition(-1), -1);
     EXPECT_EQ(std::u16string_view{TandemAttributeText(20)}, u"Underscore, Invisible");
-    EXPECT_EQ(std::u16string_view{TandemAttributeText(15)}, u"Invisible, Reverse, Blinking, Dim");
     EXPECT_EQ(std::u16string_view{TandemAttributeText(24)}, u"");
 }

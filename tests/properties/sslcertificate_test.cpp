@@ -126,11 +126,3 @@ TEST(SslCertificate, ShortTextIsTheCommonName) {
     EXPECT_EQ(p.ShortText(), u"");
     EXPECT_EQ(SslShortName("CN=,x"), "");
 }
-
-TEST(SslCertificate, LibraryStoreTypes) {
-    EXPECT_EQ(LibraryStoreType(TCertStoreType::None), 0);
-    EXPECT_EQ(LibraryStoreType(TCertStoreType::System), 0);
-    EXPECT_EQ(LibraryStoreType(TCertStoreType::Pem), 6);
-    EXPECT_EQ(LibraryStoreType(TCertStoreType::Der), 8);
-    EXPECT_EQ(LibraryStoreType(TCertStoreType::Pkcs12), 2);
-}
