@@ -2,6 +2,8 @@
 
 #include "colours/colourhooks.h"
 #include "forms/formdef.h"
+#include "hotspots/hotspotdata.h"
+#include "keyboard/keymapdata.h"
 #include "mouse/mousehooks.h"
 
 namespace qrl {
@@ -36,6 +38,8 @@ void InstallRequestHooks(TRequestHooks& hooks) {
     hooks.groupsReader = &ReadGroups;
     InstallColourHooks(hooks);
     InstallMouseHooks(hooks);
+    InstallKeyDataHooks(hooks);
+    InstallHotspotHooks(hooks);
 }
 
 }  // namespace qrl

@@ -1,0 +1,34 @@
+#include "hotspots/hotspotdata.h"
+
+#include "keyboard/kdf.h"
+#include "request/hooks.h"
+#include "request/session.h"
+#include "text/textutil.h"
+#include "xml/node.h"
+
+namespace qrl {
+
+using AdvXMLParser::Element;
+
+void ReadHotspotItem(TConfigSession& session, const TElementDef&, const Element& item) {
+    for (std::size_t i = 0; i < item.GetChildCount(); ++i) {
+        const Element* child = item.GetChild(i).AsElement();
+        if (!child || !iequals(child->GetName(), u"Item")) continue;
+        const std::u16string name = child->GetAttribute(u"Element").GetText();
+        std::u16string value = child->GetAttribute(u"Value").GetText();
+        if (iequals(name, u"filename"))
+            session.hotspotFile = std::move(value);
+        else if (iequals(name, u"directory"))
+            session.hotspotDirectory = std::move(value);
+        else if (iequals(name, u"emulation"))
+            session.hotspotEmulation = std::move(value);
+    }
+}
+
+void InstallHotspotHooks(TRequestHooks& hooks) { hooks.SetDataKind(u"hotspots", {&ReadHotspotItem, nullptr}); }
+
+std::u16string HotSpotFullPath(const TConfigSession& session) {
+    return joinPath(session.hotspotDirectory, session.hotspotFile);
+}
+
+}  // namespace qrl

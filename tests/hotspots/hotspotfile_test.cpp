@@ -1,0 +1,347 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "hotspots/hotspotdata.h"
+#include "hotspots/hotspotfile.h"
+#include "keyboard/keymapdata.h"
+#include "request/session.h"
+#include "text/textutil.h"
+
+namespace qrl {
+namespace {
+
+namespace fs = std::filesystem;
+
+// Each test writes its own files, under new names, so that the process-wide ini cache never holds
+// an older text of them.
+class HotSpotFiles : public ::testing::Test {
+protected:
+    void SetUp() override {
+        dir_ = fs::temp_directory_path() /
+               ("qrl_hsp_" + std::to_string(::testing::UnitTest::GetInstance()->random_seed()) + "_" +
+                ::testing::UnitTest::GetInstance()->current_test_info()->name());
+        fs::remove_all(dir_);
+        fs::create_directories(dir_);
+    }
+    void TearDown() override { fs::remove_all(dir_); }
+
+    std::u16string file(const std::string& name, const std::string& bytes) {
+        const fs::path path = dir_ / name;
+        std::ofstream(path, std::ios::binary) << bytes;
+        return latin1ToUtf16(path.string());
+    }
+    static std::string contents(const std::u16string& path) {
+        std::ifstream in(utf16ToLatin1(path), std::ios::binary);
+        std::ostringstream out;
+        out << in.rdbuf();
+        return out.str();
+    }
+
+    fs::path dir_;
+};
+
+class CountingHotSpots : public HotSpots {
+public:
+    void Changed() override { ++changes; }
+    int changes = 0;
+};
+
+std::vector<std::u16string> descriptions(const HotSpots& set) {
+    std::vector<std::u16string> out;
+    for (const HotSpot& spot : set.spots) out.push_back(spot.description);
+    return out;
+}
+
+TEST(HotSpotColours, ReadingIsNotTheMirrorOfWriting) {
+    EXPECT_EQ(FormatColourText(kDefaultColour, u','), u"");
+    EXPECT_EQ(FormatColourText(0x1E140A, u','), u"10,20,30");
+    EXPECT_EQ(FormatColourText(0x1E140A, u'|'), u"10|20|30");
+    EXPECT_EQ(ParseColourText(u"10,20,30", u','), 0x1E140Au);
+    EXPECT_EQ(ParseColourText(u"192, 192, 192", u','), 0xC0C0C0u);
+    EXPECT_EQ(ParseColourText(u"", u'|'), kDefaultColour);
+    // With "|" the second number takes the rest and stops at the bar; blue is lost.
+    EXPECT_EQ(ParseColourText(u"10|20|30", u'|'), 0x00140Au);
+    // Each number keeps its low 8 bits, converted as far as it has digits.
+    EXPECT_EQ(ParseColourText(u"257,x,-1", u','), 0xFF0001u);
+    EXPECT_EQ(ParseColourText(u"7", u','), 7u);
+}
+
+TEST(HotSpotRecord, FieldsFixUpsAndTheOldForm) {
+    HotSpot spot;
+    ParseHotSpotRecord(u"Login,7,5,1,-3,-2,-9,-4,user:,1,1,,,44,0,0,0,{Enter},0,0,1,[,],2,1,10|20|30,,", spot);
+    EXPECT_EQ(spot.description, u"Login");
+    EXPECT_EQ(spot.recordType, 0);  // above 3
+    EXPECT_FALSE(spot.needsConversion);
+    EXPECT_EQ(spot.buttonStyle, 5);
+    EXPECT_TRUE(spot.permanent);
+    EXPECT_EQ(spot.left, 0);
+    EXPECT_EQ(spot.top, 0);
+    EXPECT_EQ(spot.right, 0);     // below left: left
+    EXPECT_EQ(spot.bottom, -4);   // not adjusted
+    EXPECT_EQ(spot.matchString, u"user:");
+    EXPECT_EQ(spot.keyCode, 0);   // read only for record type 1
+    EXPECT_EQ(spot.sendString, u"{Enter}");
+    EXPECT_TRUE(spot.wildcards);
+    EXPECT_EQ(spot.preChars, u"[");
+    EXPECT_EQ(spot.postChars, u"]");
+    EXPECT_EQ(spot.prePostMode, 2);
+    EXPECT_TRUE(spot.overrideColour);
+    EXPECT_EQ(spot.foreground, 0x00140Au);
+    EXPECT_EQ(spot.background, kDefaultColour);
+
+    // Old form: a key code, characters as codes in 12 and 13 that win over 22 and 23.
+    ParseHotSpotRecord(u",1,3,0,9,1,5,1,x,0,0,65,0,44,0,0,0,,0,0,0,pre,post,0,0,,", spot);
+    EXPECT_EQ(spot.description, u"untitled");
+    EXPECT_EQ(spot.recordType, 1);
+    EXPECT_TRUE(spot.needsConversion);
+    EXPECT_EQ(spot.keyCode, 44);
+    EXPECT_EQ(spot.right, 9);
+    EXPECT_EQ(spot.preChars, u"A");
+    EXPECT_EQ(spot.postChars, u"");  // code 0 gives no character
+    // The next record into the same blank does not inherit the old form.
+    ParseHotSpotRecord(u"d,2", spot);
+    EXPECT_FALSE(spot.needsConversion);
+    EXPECT_EQ(spot.keyCode, 0);
+    EXPECT_EQ(spot.preChars, u"");
+    EXPECT_EQ(spot.buttonStyle, 0);  // too few fields: the rest reads as 0 and empty
+
+    // A comma in a text shifts every later field by one: nothing escapes it.
+    ParseHotSpotRecord(u"a,b,2,3", spot);
+    EXPECT_EQ(spot.description, u"a");
+    EXPECT_EQ(spot.recordType, 0);
+    EXPECT_EQ(spot.buttonStyle, 2);
+}
+
+TEST(HotSpotRecord, WritesTwentySevenFieldsWithTheOldOnesBlank) {
+    HotSpot spot;
+    spot.description = u"Go";
+    spot.recordType = kRecordOldKey;
+    spot.keyCode = 44;
+    spot.left = 1;
+    spot.top = 2;
+    spot.right = 3;
+    spot.bottom = 4;
+    spot.matchString = u"m";
+    spot.sendString = u"{PF1}";
+    spot.preChars = u"<";
+    spot.foreground = 0x1E140A;
+    EXPECT_EQ(FormatHotSpotRecord(spot), u"Go,1,3,0,1,2,3,4,m,0,0,,,0,0,0,0,{PF1},0,0,0,<,,0,0,10|20|30,,");
+}
+
+TEST_F(HotSpotFiles, SetKeysAndTheirDefaults) {
+    const std::u16string path = file("a.hsp",
+                                     "[version]\r\nv=1\r\n"
+                                     "[plain]\r\nHS1=x\r\n"
+                                     "[off]\r\nOn=0\r\nBGndColour=\r\nFGndColour=1,2,3\r\n"
+                                     "[five]\r\nOn=5\r\nBGndColour=10, 20, 30\r\n");
+    HotSpots set;
+    set.Read(path.c_str(), u"plain");
+    EXPECT_TRUE(set.enabled);
+    EXPECT_EQ(set.foreground, kDefaultColour);  // the emulation's
+    EXPECT_EQ(set.background, 0xC0C0C0u);       // grey when the key is absent
+    set.Read(path.c_str(), u"off");
+    EXPECT_FALSE(set.enabled);
+    EXPECT_EQ(set.foreground, 0x030201u);
+    EXPECT_EQ(set.background, kDefaultColour);  // empty, as a write of the emulation's colour leaves it
+    EXPECT_TRUE(set.spots.empty());
+    set.Read(path.c_str(), u"five");
+    EXPECT_TRUE(set.enabled);
+    EXPECT_EQ(set.background, 0x1E140Au);
+    EXPECT_EQ(HotSpotSetNames(path), (std::vector<std::u16string>{u"plain", u"off", u"five"}));
+}
+
+TEST_F(HotSpotFiles, ListEndsAtAGapAndIsSortedByDescription) {
+    const std::u16string path = file("b.hsp",
+                                     "[IBM5250]\r\nHS1=beta,2\r\nHS2=Alpha,2\r\nHS3=alpha,2,4\r\nHS5=lost,2\r\n"
+                                     "garbage line\r\n=novalue\r\n");
+    CountingHotSpots set;
+    set.Read(path.c_str(), u"IBM5250.2");  // the emulation's name up to its dot
+    EXPECT_EQ(set.setName, u"IBM5250");
+    EXPECT_EQ(descriptions(set), (std::vector<std::u16string>{u"Alpha", u"alpha", u"beta"}));
+    EXPECT_EQ(set.count, 3);
+    EXPECT_EQ(set.nextId, 4);
+    EXPECT_EQ(set.spots.front().id, 2);  // ids in file order, before the sort
+    EXPECT_EQ(set.changes, 1);
+    EXPECT_FALSE(set.dirty);
+
+    // A missing section, a missing file or a missing argument read as an empty set.
+    set.Read(path.c_str(), u"none");
+    EXPECT_TRUE(set.spots.empty());
+    EXPECT_EQ(set.setName, u"none");
+    set.Read((dir_ / "absent.hsp").u16string().c_str(), u"IBM5250");
+    EXPECT_TRUE(set.spots.empty());
+    set.Read(path.c_str(), u"IBM5250");
+    set.Read(path.c_str(), nullptr);
+    EXPECT_EQ(set.count, 0);
+    EXPECT_EQ(set.setName, u"IBM5250");  // untouched
+    EXPECT_EQ(set.changes, 5);
+}
+
+TEST_F(HotSpotFiles, RedirectedSetIsSavedIntoTheAskedSection) {
+    const std::u16string path = file("c.hsp",
+                                     "[Tandem]\r\nSet=Shared\r\nDelay=300\r\n"
+                                     "[Shared]\r\nBGndColour=1,1,1\r\nHS1=shared one,2\r\n"
+                                     "[loop1]\r\nSet=loop2\r\n[loop2]\r\nSet=loop1.x\r\nHS1=from loop2,2\r\n");
+    HotSpots set;
+    set.Read(path.c_str(), u"Tandem");
+    EXPECT_EQ(set.setName, u"Tandem");
+    EXPECT_EQ(descriptions(set), (std::vector<std::u16string>{u"shared one"}));
+    EXPECT_EQ(set.background, 0x010101u);
+
+    set.dirty = true;
+    set.Write(path.c_str(), nullptr);
+    EXPECT_FALSE(set.dirty);
+    HotSpots again;
+    again.Read(path.c_str(), u"Tandem");
+    EXPECT_EQ(descriptions(again), (std::vector<std::u16string>{u"shared one"}));
+    const std::string text = contents(path);
+    EXPECT_EQ(text.find("Set=Shared"), std::string::npos);  // Set and Delay are gone
+    EXPECT_EQ(text.find("Delay"), std::string::npos);
+
+    // Sections that point at each other end after a few rounds, in one of the two.
+    HotSpots loop;
+    loop.Read(path.c_str(), u"loop1");
+    EXPECT_EQ(loop.setName, u"loop1");
+    EXPECT_LE(loop.count, 1);
+}
+
+TEST_F(HotSpotFiles, WriteStoresTheWholeSectionOnlyWhenDirty) {
+    const std::string original = "[keep]\r\nHS1=kept,2\r\n[s]\r\nDelay=9\r\nHS1=old,2\r\nHS2=older,2\r\n";
+    const std::u16string path = file("d.hsp", original);
+    HotSpots set;
+    set.Read(path.c_str(), u"s");
+    set.Write(path.c_str(), nullptr);  // not dirty: nothing happens
+    EXPECT_EQ(contents(path), original);
+
+    set.Clear();
+    HotSpot spot;
+    spot.description = u"new";
+    spot.recordType = kRecordText;
+    spot.sendString = u"{Enter}";
+    spot.foreground = 0x1E140A;
+    spot.background = 0x000001;
+    set.Add(spot);
+    set.background = kDefaultColour;
+    set.foreground = 0x030201;
+    set.enabled = false;
+    set.dirty = true;
+    set.Write(path.c_str(), nullptr);
+    EXPECT_EQ(contents(path),
+              "[keep]\r\nHS1=kept,2\r\n"
+              "[s]\r\nFGndColour=1,2,3\r\nBGndColour=\r\nOn=0\r\n"
+              "HS1=new,2,3,0,0,0,0,0,,0,0,,,0,0,0,0,{Enter},0,0,0,,,0,0,10|20|30,1|0|0,\r\n");
+
+    // Read back: the hotspot's colours lose their blue, the set's keep theirs.
+    HotSpots back;
+    back.Read(path.c_str(), u"s");
+    ASSERT_EQ(back.count, 1);
+    const HotSpot& read = back.spots.front();
+    EXPECT_EQ(read.sendString, u"{Enter}");
+    EXPECT_EQ(read.foreground, 0x00140Au);
+    EXPECT_EQ(read.background, 0x000001u);
+    EXPECT_EQ(back.foreground, 0x030201u);
+    EXPECT_EQ(back.background, kDefaultColour);
+    EXPECT_FALSE(back.enabled);
+
+    // Into another section by name.
+    back.dirty = true;
+    back.Write(path.c_str(), u"copy");
+    HotSpots copy;
+    copy.Read(path.c_str(), u"copy");
+    EXPECT_EQ(descriptions(copy), (std::vector<std::u16string>{u"new"}));
+}
+
+TEST_F(HotSpotFiles, MalformedRecordsReadWithoutHarm) {
+    const std::string longText(700, 'x');
+    const std::u16string path = file("e.hsp",
+                                     "HS1=before any section\r\n"
+                                     "[s]\r\n"
+                                     "HS1=" + longText + "\r\n"
+                                     "HS2=,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,,\r\n"
+                                     "HS3=n,abc,,x,99999999999999999999,5\r\n"
+                                     "HS4=\t\r\n");
+    HotSpots set;
+    set.Read(path.c_str(), u"s");
+    ASSERT_EQ(set.count, 3);  // HS4 reads as empty (white space at the end goes) and ends the list
+    std::vector<HotSpot> spots(set.spots.begin(), set.spots.end());
+    EXPECT_EQ(spots[0].description, u"n");
+    EXPECT_EQ(spots[0].recordType, 0);
+    EXPECT_GE(spots[0].left, 0);
+    EXPECT_EQ(spots[1].description, u"untitled");
+    EXPECT_EQ(spots[2].description, std::u16string(511, u'x'));  // a value is read with 512 characters
+}
+
+TEST_F(HotSpotFiles, OldFormKeysBecomeEmulationKeyNames) {
+    const std::u16string path = file("f.hsp",
+                                     "[s]\r\nHS1=found,1,3,0,0,0,0,0,,0,0,,,112,0,0,0,,\r\n"
+                                     "HS2=missing,1,3,0,0,0,0,0,,0,0,,,113,0,0,0,,\r\n"
+                                     "HS3=text,2,3,0,0,0,0,0,,0,0,,,112,0,0,0,{Clear},\r\n");
+    TKeyData keys;
+    keys.physicalKeys = {{u"F1", 112, 0}, {u"F2", 113, 0}};
+    keys.emulationKeys = {{u"PF1", 7, 0}};
+    keys.keyMap = {{112, 7}, {113, 99}};
+
+    HotSpots set;
+    set.Read(path.c_str(), u"s");
+    EXPECT_TRUE(set.needsKeyConversion);
+    set.ConvertKeys(keys);
+    EXPECT_FALSE(set.needsKeyConversion);
+    EXPECT_TRUE(set.dirty);
+    std::vector<HotSpot> spots(set.spots.begin(), set.spots.end());
+    EXPECT_EQ(spots[0].sendString, u"{PF1}");
+    EXPECT_EQ(spots[0].recordType, kRecordText);
+    EXPECT_EQ(spots[1].sendString, u"");  // no chain to a name: type 1 stays
+    EXPECT_EQ(spots[1].recordType, kRecordOldKey);
+    EXPECT_FALSE(spots[1].needsConversion);
+    EXPECT_EQ(spots[2].sendString, u"{Clear}");
+
+    set.Write(path.c_str(), nullptr);
+    HotSpots back;
+    back.Read(path.c_str(), u"s");
+    const HotSpot& missing = *std::next(back.spots.begin());
+    EXPECT_EQ(missing.description, u"missing");
+    EXPECT_EQ(missing.recordType, kRecordOldKey);
+    EXPECT_EQ(missing.keyCode, 0);  // the unconverted key is lost with the save
+}
+
+TEST_F(HotSpotFiles, SetEditingKeepsIdsAndCount) {
+    HotSpots set;
+    HotSpot spot;
+    spot.description = u"b";
+    const int32_t first = set.Add(spot);
+    spot.description = u"A";
+    const int32_t second = set.Add(spot);
+    EXPECT_EQ(second, first + 1);
+    set.Sort();
+    EXPECT_EQ(set.spots.front().id, second);
+    ASSERT_NE(set.Find(first), nullptr);
+    EXPECT_TRUE(set.Remove(first));
+    EXPECT_FALSE(set.Remove(first));
+    EXPECT_EQ(set.Find(first), nullptr);
+    EXPECT_EQ(set.count, 1);
+    EXPECT_FALSE(set.dirty);  // the editors mark changes themselves
+
+    // A hotspot that does not belong to the file survives a read and is not written.
+    set.spots.front().fromFile = false;
+    const std::u16string path = file("g.hsp", "[s]\r\nHS1=x,2\r\n");
+    set.Read(path.c_str(), u"s");
+    EXPECT_EQ(set.count, 2);
+    set.dirty = true;
+    set.Write(path.c_str(), nullptr);
+    EXPECT_EQ(contents(path).find("HS2"), std::string::npos);
+}
+
+TEST(HotSpotData, FullPathOfTheFileInUse) {
+    TConfigSession s;
+    s.hotspotDirectory = u"C:\\spots";
+    s.hotspotFile = u"a.hsp";
+    EXPECT_EQ(HotSpotFullPath(s), u"C:\\spots\\a.hsp");
+    s.hotspotFile = u"D:\\x\\b.hsp";
+    EXPECT_EQ(HotSpotFullPath(s), u"D:\\x\\b.hsp");
+}
+
+}  // namespace
+}  // namespace qrl
