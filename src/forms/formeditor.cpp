@@ -101,10 +101,13 @@ EditorView DescribeEditor(const TElementDef& e, bool macroAssistOn) {
         break;
     case ElementType::Char8: {
         ShowCombo(v);  // never disabled, even when read-only
-        const std::int32_t first = std::clamp(e.min, 0, 255);
         std::int32_t last = e.max == 0 ? 255 : e.max;
         last = std::min(last, 255);
-        for (std::int32_t code = first; code <= last; ++code) v.comboEntries.push_back(CharacterText(decimal(code)));
+        // Only the top is cut; a negative code shows as its byte. A min far below gives at most
+        // as many rows as an int range does.
+        const long long first =
+            std::max<long long>(std::min(e.min, 255), static_cast<long long>(last) - kMaxRangeRows + 1);
+        for (long long code = first; code <= last; ++code) v.comboEntries.push_back(CharacterText(decimal(code)));
         // The position is the code itself, not the code less min.
         v.comboSelection = wtoi(e.value);
         break;

@@ -84,6 +84,15 @@ TEST(EditorChoice, CheckAndChoices) {
     EXPECT_EQ(DescribeEditor(c, false).comboEntries.size(), 256u - 64u);
     c.min = 300;
     EXPECT_EQ(DescribeEditor(c, false).comboEntries.size(), 1u);  // min cut to 255
+    // Only the top is cut: a negative min lists its codes as bytes, and the rows still start at min.
+    c.min = -2;
+    c.max = 3;
+    v = DescribeEditor(c, false);
+    ASSERT_EQ(v.comboEntries.size(), 6u);
+    EXPECT_EQ(v.comboEntries[2], u"<NUL> 0x00");
+    EXPECT_EQ(v.comboEntries[1], u"\u00FF 0xFF");
+    c.min = INT32_MIN;  // a broken request still gets a dialog that opens
+    EXPECT_LE(DescribeEditor(c, false).comboEntries.size(), 65536u);
 
     TElementDef ssh = Def(ElementType::SshAuthFile, u"id_rsa");
     v = DescribeEditor(ssh, false);
