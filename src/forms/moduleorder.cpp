@@ -14,7 +14,8 @@ void SortModules(std::vector<TModuleEntry>& modules) {
 }
 
 int CurrentModulePosition(const TModuleList& list) {
-    for (std::size_t i = 0; i < list.modules.size(); ++i)
+    // The dialog selects each matching row as it adds it: of two rows of one name the later stays.
+    for (std::size_t i = list.modules.size(); i-- > 0;)
         if (iequals(list.modules[i].name, list.current)) return static_cast<int>(i);
     return -1;
 }

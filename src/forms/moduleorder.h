@@ -10,7 +10,8 @@ struct TModuleList;
 
 // Sorts the entries ascending by description, case ignored; the sort stays in the session.
 void SortModules(std::vector<TModuleEntry>& modules);
-// The position of the list's current module (name, case ignored), or -1.
+// The row the selection dialog ends up selecting: the last module of the current name (case
+// ignored), or -1.
 int CurrentModulePosition(const TModuleList& list);
 
 }  // namespace qrl
