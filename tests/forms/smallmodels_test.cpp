@@ -28,7 +28,7 @@ TEST(SampleModel, BlinkColourAndDecorations) {
     EXPECT_EQ(SampleTextColour(s), 8355711u);
     s.foreground = 1;
     s.background = 2;
-    s.features = kFeatureBlink;
+    s.features = kAttrBlink;
     EXPECT_EQ(SampleTextColour(s), 1u);  // bright half
     s.visible = 0;
     EXPECT_EQ(SampleTextColour(s), 2u);  // dark half
@@ -36,12 +36,12 @@ TEST(SampleModel, BlinkColourAndDecorations) {
     EXPECT_EQ(SampleTextColour(s), 1u);
 
     EXPECT_TRUE(SampleDecorations(0, 10, 8, 3).empty());
-    const auto lines = SampleDecorations(kFeatureUnderline | kFeatureStrikeOut | kFeatureBox, 10, 8, 3);
+    const auto lines = SampleDecorations(kAttrUnderline | kAttrStrikeOut | kFeatureBox, 10, 8, 3);
     ASSERT_EQ(lines.size(), 3u);
     EXPECT_EQ(lines[0], (std::vector<TPoint>{{4, 11}, {14, 11}}));
     EXPECT_EQ(lines[1], (std::vector<TPoint>{{4, 7}, {14, 7}}));
     EXPECT_EQ(lines[2], (std::vector<TPoint>{{3, 3}, {15, 3}, {15, 11}, {3, 11}, {3, 3}}));
-    EXPECT_EQ(SampleDecorations(kFeatureOverline, 10, 8, 3)[0], (std::vector<TPoint>{{4, 3}, {14, 3}}));
+    EXPECT_EQ(SampleDecorations(kAttrOverline, 10, 8, 3)[0], (std::vector<TPoint>{{4, 3}, {14, 3}}));
 }
 
 TEST(ModuleOrder, SortedByDescriptionCaseIgnored) {
