@@ -10,27 +10,15 @@
 #include "text/textutil.h"
 #include "xml/node.h"
 #include "xml/parser.h"
+#include "xmlfuzz.h"
 
 using AdvXMLParser::Document;
 using AdvXMLParser::Element;
 
 namespace {
 
-// The first child element, passing over the white space the writer puts between elements.
-const Element* firstElement(const Element& parent) {
-    for (std::size_t i = 0; i < parent.GetChildCount(); ++i)
-        if (const Element* e = parent.GetChild(i).AsElement()) return e;
-    return nullptr;
-}
-
-std::unique_ptr<Document> parse(const std::u16string& text) {
-    try {
-        AdvXMLParser::Parser parser;
-        return parser.Parse(text.data(), text.size());
-    } catch (const AdvXMLParser::Exception&) {
-        return nullptr;
-    }
-}
+using fuzzing::firstElement;
+using fuzzing::parse;
 
 }  // namespace
 
