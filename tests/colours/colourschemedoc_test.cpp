@@ -9,6 +9,7 @@
 #include "text/textutil.h"
 #include "xml/node.h"
 #include "xml/parser.h"
+#include "xml/xml_testing.h"
 
 using namespace qrl;
 using AdvXMLParser::Document;
@@ -16,18 +17,10 @@ using AdvXMLParser::Element;
 
 namespace {
 
-std::unique_ptr<Document> parse(std::u16string_view text) {
-    AdvXMLParser::Parser parser;
-    return parser.Parse(text.data(), text.size());
-}
+std::unique_ptr<Document> parse(std::u16string_view text) { return xmltest::Parse(text); }
 
 std::u16string reply(const TColourSchemeList& schemes) {
-    Document doc(u"Config");
-    Element& data = doc.Root()->AddElement(u"Data");
-    WriteColourSchemeListItem(data, schemes);
-    std::u16string text;
-    AdvXMLParser::WriteDocument(doc, text);
-    return text;
+    return xmltest::DataReplyOf([&](Element& data) { WriteColourSchemeListItem(data, schemes); });
 }
 
 std::u16string readData(const char* name) {

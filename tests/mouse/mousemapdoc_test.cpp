@@ -6,6 +6,7 @@
 #include "mouse/mousemapdoc.h"
 #include "xml/node.h"
 #include "xml/parser.h"
+#include "xml/xml_testing.h"
 
 using namespace qrl;
 using AdvXMLParser::Document;
@@ -13,18 +14,10 @@ using AdvXMLParser::Element;
 
 namespace {
 
-std::unique_ptr<Document> parse(std::u16string_view text) {
-    AdvXMLParser::Parser parser;
-    return parser.Parse(text.data(), text.size());
-}
+std::unique_ptr<Document> parse(std::u16string_view text) { return xmltest::Parse(text); }
 
 std::u16string reply(const TMouseMap& map) {
-    Document doc(u"Config");
-    Element& data = doc.Root()->AddElement(u"Data");
-    WriteMouseMapItem(data, map);
-    std::u16string text;
-    AdvXMLParser::WriteDocument(doc, text);
-    return text;
+    return xmltest::DataReplyOf([&](Element& data) { WriteMouseMapItem(data, map); });
 }
 
 }  // namespace

@@ -42,6 +42,14 @@ inline std::u16string Written(const AdvXMLParser::Document& d) {
     return out;
 }
 
+// The reply a block writer makes under <Config><Data>, written as the reply writers write it.
+template <class WriteBlock>
+std::u16string DataReplyOf(WriteBlock writeBlock) {
+    AdvXMLParser::Document doc(u"Config");
+    writeBlock(doc.Root()->AddElement(u"Data"));
+    return Written(doc);
+}
+
 inline std::u16string WrittenCompact(const AdvXMLParser::Node& n) {
     std::u16string out;
     AdvXMLParser::WriterState state(out, AdvXMLParser::WriterState::kCompact);
