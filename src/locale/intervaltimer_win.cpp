@@ -14,7 +14,11 @@ int g_users = 0;
 
 LRESULT CALLBACK timerWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_TIMER) {
-        TIntervalTimer::Dispatch(static_cast<uintptr_t>(wParam));
+        // A sink's exception must not unwind into the system's dispatch.
+        try {
+            TIntervalTimer::Dispatch(static_cast<uintptr_t>(wParam));
+        } catch (...) {
+        }
         return 0;
     }
     return DefWindowProcW(window, message, wParam, lParam);

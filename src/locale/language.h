@@ -21,6 +21,13 @@ TLanguageTable& languageTable();
 
 std::u16string Translate(std::u16string_view key, std::u16string_view defaultText);
 
+// A text by key with its English default, as the tables of a subsystem's texts hold it.
+struct TTextKey {
+    const char16_t* key;
+    const char16_t* defaultText;
+};
+inline std::u16string Translate(const TTextKey& text) { return Translate(text.key, text.defaultText); }
+
 void SetLanguageDir(std::u16string_view dir);
 void SetLanguageId(std::u16string_view id);
 void LoadLanguageFiles();

@@ -1,0 +1,86 @@
+// The one way a dialog is written: a class derived from TDialog, run modally from a resource or an
+// in-memory template. The kit's procedure owns the lifetime rule (the object arrives at
+// WM_INITDIALOG and is kept under GWLP_USERDATA until WM_NCDESTROY), the translation of the
+// dialog's texts, and the guard that keeps exceptions out of the dialog manager. Win32 only.
+#pragma once
+
+#include <windows.h>
+
+#include "locale/language.h"
+
+#include <span>
+
+namespace qrl {
+
+// The id under which a text table names the dialog's own title.
+inline constexpr int kDialogTitleId = 0;
+
+// One translated text of a dialog: its control (or kDialogTitleId), its key and English default.
+struct TDialogText {
+    int id;
+    TTextKey text;
+};
+
+class TDialog {
+public:
+    TDialog() = default;
+    virtual ~TDialog() = default;
+    TDialog(const TDialog&) = delete;
+    TDialog& operator=(const TDialog&) = delete;
+
+    // DialogBoxParamW on a template of `instance` (null: our module); a template that can't be
+    // loaded gives the platform's result, which callers treat as cancelled.
+    INT_PTR RunModal(HWND parent, int templateId, HINSTANCE instance = nullptr);
+    // DialogBoxIndirectParamW on a template built in memory.
+    INT_PTR RunModal(HWND parent, const DLGTEMPLATE* dialogTemplate);
+
+    // Null until WM_INITDIALOG and again after WM_NCDESTROY.
+    HWND Window() const { return window_; }
+
+protected:
+    // The texts translated at start-up, before OnInit.
+    virtual std::span<const TDialogText> Texts() const { return {}; }
+    // Before the texts: for set-up that must precede everything else (subclassing controls).
+    virtual void BeforeInit(WPARAM) {}
+    // The dialog's own start-up; the result is WM_INITDIALOG's (TRUE: the system sets the focus).
+    virtual INT_PTR OnInit() { return TRUE; }
+    // Splits the messages; a dialog that wants every message whole overrides this.
+    virtual INT_PTR Dispatch(UINT message, WPARAM wParam, LPARAM lParam);
+    virtual INT_PTR OnCommand(int id, int code);
+    virtual INT_PTR OnNotify(const NMHDR& header);
+    virtual INT_PTR OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
+    // Last call while the window still exists.
+    virtual void OnDestroy() {}
+
+    void End(INT_PTR result) const { EndDialog(window_, result); }
+    // A notification's result goes through DWLP_MSGRESULT in a dialog procedure.
+    INT_PTR NotifyResult(LRESULT result) const;
+
+private:
+    static INT_PTR CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    INT_PTR Start(HWND window, WPARAM wParam);
+
+    HWND window_ = nullptr;
+};
+
+// Sets a busy flag for a scope and puts back what it was, so that the notifications of a dialog's
+// own changes to its controls do nothing.
+class TBusyScope {
+public:
+    explicit TBusyScope(bool& flag) : flag_(flag), was_(flag) { flag_ = true; }
+    ~TBusyScope() { flag_ = was_; }
+    TBusyScope(const TBusyScope&) = delete;
+    TBusyScope& operator=(const TBusyScope&) = delete;
+
+private:
+    bool& flag_;
+    bool was_;
+};
+
+// Translates a dialog's title and control texts; a control the dialog lacks is skipped.
+void TranslateDialogTexts(HWND dialog, std::span<const TDialogText> texts);
+
+// A control tells its parent of a change by WM_COMMAND with its id and a named code.
+void NotifyParent(HWND control, int code);
+
+}  // namespace qrl

@@ -1,0 +1,78 @@
+#include "forms/dialogkit.h"
+
+#include "forms/basedialog.h"
+
+namespace qrl {
+
+INT_PTR TDialog::RunModal(HWND parent, int templateId, HINSTANCE instance) {
+    return DialogBoxParamW(instance ? instance : FormsInstance(), MAKEINTRESOURCEW(templateId), parent, Procedure,
+                           reinterpret_cast<LPARAM>(this));
+}
+
+INT_PTR TDialog::RunModal(HWND parent, const DLGTEMPLATE* dialogTemplate) {
+    return DialogBoxIndirectParamW(FormsInstance(), dialogTemplate, parent, Procedure,
+                                   reinterpret_cast<LPARAM>(this));
+}
+
+INT_PTR TDialog::Start(HWND window, WPARAM wParam) {
+    ResetDialogScroll(window);
+    SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    window_ = window;
+    BeforeInit(wParam);
+    TranslateDialogTexts(window, Texts());
+    return OnInit();
+}
+
+INT_PTR TDialog::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+    case WM_COMMAND: return OnCommand(LOWORD(wParam), HIWORD(wParam));
+    case WM_NOTIFY: return lParam ? OnNotify(*reinterpret_cast<const NMHDR*>(lParam)) : FALSE;
+    default: return OnMessage(message, wParam, lParam);
+    }
+}
+
+INT_PTR TDialog::OnCommand(int, int) { return FALSE; }
+INT_PTR TDialog::OnNotify(const NMHDR&) { return FALSE; }
+INT_PTR TDialog::OnMessage(UINT, WPARAM, LPARAM) { return FALSE; }
+
+INT_PTR TDialog::NotifyResult(LRESULT result) const {
+    SetWindowLongPtrW(window_, DWLP_MSGRESULT, result);
+    return TRUE;
+}
+
+INT_PTR CALLBACK TDialog::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    try {
+        if (message == WM_INITDIALOG) {
+            auto* self = reinterpret_cast<TDialog*>(lParam);
+            return self ? self->Start(window, wParam) : TRUE;
+        }
+        // Messages before WM_INITDIALOG (WM_SETFONT and the like) and after the end find no object.
+        auto* self = reinterpret_cast<TDialog*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+        if (self == nullptr) return FALSE;
+        if (message != WM_NCDESTROY) return self->Dispatch(message, wParam, lParam);
+        SetWindowLongPtrW(window, GWLP_USERDATA, 0);
+        self->OnDestroy();
+        self->window_ = nullptr;
+        return FALSE;
+    } catch (...) {
+        // Nothing may unwind through the dialog manager: the dialog stays as it is.
+        return FALSE;
+    }
+}
+
+void TranslateDialogTexts(HWND dialog, std::span<const TDialogText> texts) {
+    for (const TDialogText& row : texts) {
+        if (row.id == kDialogTitleId) {
+            SetWindowTextW(dialog, W(Translate(row.text)));
+        } else if (HWND control = GetDlgItem(dialog, row.id)) {
+            SetWindowTextW(control, W(Translate(row.text)));
+        }
+    }
+}
+
+void NotifyParent(HWND control, int code) {
+    const int id = GetDlgCtrlID(control);
+    SendMessageW(GetParent(control), WM_COMMAND, MAKEWPARAM(id, code), reinterpret_cast<LPARAM>(control));
+}
+
+}  // namespace qrl
