@@ -4,6 +4,9 @@
 
 #include <windows.h>
 
+#include "forms/dialogkit.h"
+
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -11,12 +14,12 @@ namespace qrl {
 
 class TBaseControl;
 
-class TBaseDialog {
+// The object style of dialog, on the kit's procedure: subclassed controls registered in the
+// constructor and owned by the dialog, and every message but WM_INITDIALOG through OnMessage.
+class TBaseDialog : public TDialog {
 public:
     TBaseDialog(HINSTANCE instance, HWND parent, int templateId);
-    virtual ~TBaseDialog();
-    TBaseDialog(const TBaseDialog&) = delete;
-    TBaseDialog& operator=(const TBaseDialog&) = delete;
+    ~TBaseDialog() override;
 
     // Runs the dialog modally; a template that can't be loaded gives the platform's result.
     INT_PTR DoModal();
@@ -24,27 +27,28 @@ public:
     // Called at WM_INITDIALOG: subclasses each registered control found in the dialog.
     virtual void AttachControls(WPARAM wParam, TBaseDialog* self);
     // Every message but WM_INITDIALOG. The base ends the dialog on ids 1 and 2.
-    virtual INT_PTR OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
+    INT_PTR OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     // Called once after AttachControls.
-    virtual void OnInit() {}
+    INT_PTR OnInit() override { return TRUE; }
 
-    HWND Window() const { return window_; }
-    void Register(TBaseControl* control) { controls_.push_back(control); }
+    void Register(std::unique_ptr<TBaseControl> control);
 
 protected:
+    void BeforeInit(WPARAM wParam) override { AttachControls(wParam, this); }
+    INT_PTR Dispatch(UINT message, WPARAM wParam, LPARAM lParam) override {
+        return OnMessage(message, wParam, lParam);
+    }
+
     HINSTANCE instance_;
     HWND parent_;
     int templateId_;
-    std::vector<TBaseControl*> controls_;  // owned
-    HWND window_ = nullptr;
-
-private:
-    static INT_PTR CALLBACK DialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    std::vector<std::unique_ptr<TBaseControl>> controls_;
 };
 
 class TBaseControl {
 public:
-    // Registers with the dialog, which then owns it; make controls in the dialog's constructor.
+    // Registers with the dialog, which then owns it: make controls with `new` in the dialog's
+    // constructor, before DoModal.
     TBaseControl(TBaseDialog* dialog, int id);
     virtual ~TBaseControl() = default;
     TBaseControl(const TBaseControl&) = delete;

@@ -12,56 +12,29 @@ namespace qrl {
 TBaseDialog::TBaseDialog(HINSTANCE instance, HWND parent, int templateId)
     : instance_(instance), parent_(parent), templateId_(templateId) {}
 
-TBaseDialog::~TBaseDialog() {
-    for (TBaseControl* control : controls_) delete control;
-}
+TBaseDialog::~TBaseDialog() = default;
 
-INT_PTR TBaseDialog::DoModal() {
-    return DialogBoxParamW(instance_, MAKEINTRESOURCEW(templateId_), parent_, DialogProc,
-                           reinterpret_cast<LPARAM>(this));
-}
+void TBaseDialog::Register(std::unique_ptr<TBaseControl> control) { controls_.push_back(std::move(control)); }
+
+INT_PTR TBaseDialog::DoModal() { return RunModal(parent_, templateId_, instance_); }
 
 void TBaseDialog::AttachControls(WPARAM, TBaseDialog*) {
-    for (TBaseControl* control : controls_)
-        if (HWND w = GetDlgItem(window_, control->Id())) control->Attach(w);
+    for (const auto& control : controls_)
+        if (HWND w = GetDlgItem(Window(), control->Id())) control->Attach(w);
 }
 
 INT_PTR TBaseDialog::OnMessage(UINT message, WPARAM wParam, LPARAM) {
     if (message == WM_COMMAND) {
         const int id = LOWORD(wParam);
-        if (id == IDOK || id == IDCANCEL) EndDialog(window_, id);
+        if (id == IDOK || id == IDCANCEL) End(id);
     }
     return 0;
-}
-
-INT_PTR CALLBACK TBaseDialog::DialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    try {
-        if (message == WM_INITDIALOG) {
-            auto* self = reinterpret_cast<TBaseDialog*>(lParam);
-            SetWindowLongPtrW(window, GWLP_USERDATA, lParam);
-            self->window_ = window;
-            self->AttachControls(wParam, self);
-            self->OnInit();
-            return TRUE;
-        }
-        auto* self = reinterpret_cast<TBaseDialog*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-        if (self == nullptr) return 0;
-        const INT_PTR result = self->OnMessage(message, wParam, lParam);
-        if (message == WM_NCDESTROY) {
-            SetWindowLongPtrW(window, GWLP_USERDATA, 0);
-            self->window_ = nullptr;
-        }
-        return result;
-    } catch (...) {
-        // Nothing may unwind through the dialog manager.
-        return 0;
-    }
 }
 
 // ---- TBaseControl
 
 TBaseControl::TBaseControl(TBaseDialog* dialog, int id) : id_(id), dialog_(dialog) {
-    if (dialog_) dialog_->Register(this);
+    if (dialog_) dialog_->Register(std::unique_ptr<TBaseControl>(this));
 }
 
 void TBaseControl::Attach(HWND window) {

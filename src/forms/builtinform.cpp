@@ -71,7 +71,7 @@ const std::u16string& DefaultFormName() { return sharedText(SharedText::DefaultF
 
 std::u16string DefaultFormTitle(const TConfigSession& session) {
     const TModuleEntry* module = CurrentModule(session);
-    return Translate(u"run_cpp_482", u"Configure ") + u" " + (module ? module->description : std::u16string());
+    return Translate(formtexts::kConfigure) + u" " + (module ? module->description : std::u16string());
 }
 
 void BuildDefaultForm(TConfigSession& session) {

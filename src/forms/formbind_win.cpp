@@ -39,8 +39,7 @@ void FillLists(HWND dialog, TFormRun& run) {
 }
 
 void ShowValues(HWND dialog, TFormRun& run) {
-    const bool wasBusy = run.busy;
-    run.busy = true;
+    TBusyScope busy(run.busy);
     for (const TFormItem& item : run.form.items) {
         const TElementDef* element = ElementOf(run, item);
         if (!element) continue;
@@ -69,7 +68,6 @@ void ShowValues(HWND dialog, TFormRun& run) {
         default: break;
         }
     }
-    run.busy = wasBusy;
 }
 
 void CollectValues(HWND dialog, TFormRun& run) {

@@ -1,8 +1,10 @@
-// The one dialog procedure behind every form, split by concern over a few files. Internal to the
+// The form dialog, split by concern over a few files. Internal to the
 // form engine: the files share the run context and these handlers.
 #pragma once
 
 #include <windows.h>
+
+#include "forms/dialogkit.h"
 
 #include <string>
 
@@ -12,16 +14,30 @@ class TConfigSession;
 class TElementDef;
 struct TFormDef;
 
-// What a running form dialog keeps: the form (the context of the procedure), its session, and a
-// busy flag set while the dialog itself changes controls, so that their notifications do nothing.
-struct TFormRun {
+// A running form dialog: the form, its session, and a busy flag set while the dialog itself changes
+// controls, so that their notifications do nothing.
+class TFormRun : public TDialog {
+public:
+    TFormRun(TFormDef& form, TConfigSession& session) : form(form), session(session) {}
+
     TFormDef& form;
     TConfigSession& session;
-    HWND window = nullptr;
     bool busy = false;
-};
 
-INT_PTR CALLBACK FormDlgProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+protected:
+    INT_PTR OnInit() override;
+    INT_PTR OnCommand(int id, int code) override;
+    INT_PTR OnNotify(const NMHDR& header) override;
+    INT_PTR OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+    void OnDestroy() override;
+
+private:
+    void OnOk();
+    void OnCancel();
+    void OnModuleSelect();
+    void OnConnect();
+    void OnNestedForm(int id);
+};
 
 // formbind_win.cpp: the three value steps of a request's form.
 void FillLists(HWND dialog, TFormRun& run);

@@ -113,17 +113,17 @@ EditorView DescribeEditor(const TElementDef& e, bool macroAssistOn) {
         break;
     }
     case ElementType::Charset:
-        v.label += Translate(u"run_cpp_2351", u" character set");
+        v.label += Translate(formtexts::kCharacterSet);
         v.shown.push_back(IDC_SPECIAL_EDIT);
         v.focus = IDC_SPECIAL_EDIT;
         break;
     case ElementType::TandemColours:
-        v.label = Translate(u"run_cpp_2361", u"Tandem colour map");
+        v.label = Translate(formtexts::kTandemColourMap);
         v.shown.push_back(IDC_SPECIAL_EDIT);
         v.focus = IDC_SPECIAL_EDIT;
         break;
     case ElementType::Ibm5250Colours:
-        v.label = Translate(u"run_cpp_2368", u"IBM5250 colour map");
+        v.label = Translate(formtexts::kIbm5250ColourMap);
         v.shown.push_back(IDC_SPECIAL_EDIT);
         v.focus = IDC_SPECIAL_EDIT;
         break;

@@ -1,6 +1,7 @@
 // The built-in form's lower half: the value editor that suits the selected element, and the
 // handlers that write each change into the element at once.
 #include "forms/basedialog.h"
+#include "forms/dialogkit.h"
 #include "forms/fieldrules.h"
 #include "forms/formdef.h"
 #include "forms/formdlg.h"
@@ -23,19 +24,6 @@
 namespace qrl {
 
 namespace {
-
-// The dialog's own changes of controls must not count as the user's.
-class BusyScope {
-public:
-    explicit BusyScope(TFormRun& run) : run_(run), was_(run.busy) { run_.busy = true; }
-    ~BusyScope() { run_.busy = was_; }
-    BusyScope(const BusyScope&) = delete;
-    BusyScope& operator=(const BusyScope&) = delete;
-
-private:
-    TFormRun& run_;
-    bool was_;
-};
 
 void FillCombo(HWND dialog, const std::vector<std::u16string>& entries) {
     HWND combo = GetDlgItem(dialog, IDC_VALUE_COMBO);
@@ -192,8 +180,8 @@ void OnChooseFont(HWND dialog, TFormRun& run) {
 void OnBrowse(HWND dialog, TFormRun& run) {
     TElementDef& element = *run.form.currentElement;
     const std::u16string filter =
-        BuildBrowseFilter(element.fileFilter, Translate(u"run_cpp_2486", u"|All files (*.*)|*.*|"));
-    const std::u16string title = Translate(u"run_cpp_2503", u"Browse");
+        BuildBrowseFilter(element.fileFilter, Translate(formtexts::kAllFilesFilter));
+    const std::u16string title = Translate(formtexts::kBrowse);
     wchar_t file[MAX_PATH] = {};
     const std::u16string initial = BrowseInitialFile(element.value);
     std::copy(initial.begin(), initial.end(), file);
@@ -208,7 +196,7 @@ void OnBrowse(HWND dialog, TFormRun& run) {
     if (!GetOpenFileNameW(&open)) return;
     element.value = U16(file);
     {
-        BusyScope busy(run);
+        TBusyScope busy(run.busy);
         SetControlText(dialog, IDC_VALUE_EDIT, element.value);
     }
     RefreshTreeItem(dialog, run);
@@ -219,7 +207,7 @@ bool PathExists(const std::u16string& path) { return GetFileAttributesW(W(path))
 void OnImportKey(HWND dialog, TFormRun& run) {
     TElementDef& element = *run.form.currentElement;
     TConfigSession& session = run.session;
-    const std::u16string title = Translate(u"run_cpp_2548", u"Select an SSH key file");
+    const std::u16string title = Translate(formtexts::kSelectSshKey);
     wchar_t file[MAX_PATH] = {};
     OPENFILENAMEW open{};
     open.lStructSize = sizeof open;
@@ -239,15 +227,15 @@ void OnImportKey(HWND dialog, TFormRun& run) {
         SHCreateDirectoryExW(nullptr, W(directory), nullptr);
         if (!CopyFileW(W(chosen), W(plan.target), TRUE)) {
             // One key stands for all three texts of this handler.
-            const std::u16string text = Translate(u"run_cpp_2548", u"Could not create \"") + plan.target + u"\"";
-            const std::u16string caption = Translate(u"run_cpp_2548", u"Error");
+            const std::u16string text = Translate(formtexts::kCouldNotCreate) + plan.target + u"\"";
+            const std::u16string caption = Translate(formtexts::kError);
             MessageBoxW(dialog, W(text), W(caption), MB_OK);
             return;
         }
     }
     session.ReadAuthFiles();
     {
-        BusyScope busy(run);
+        TBusyScope busy(run.busy);
         FillCombo(dialog, session.authFiles);
         SendDlgItemMessageW(dialog, IDC_VALUE_COMBO, CB_SELECTSTRING, static_cast<WPARAM>(-1),
                             reinterpret_cast<LPARAM>(W(plan.name)));
@@ -260,8 +248,8 @@ void OnDeleteLanguage(HWND dialog, TFormRun& run) {
     TElementDef& element = *run.form.currentElement;
     if (element.value.empty()) return;
     const std::u16string language = element.value;
-    const std::u16string text = Translate(u"run_cpp_2785", u"Delete language ") + language + u"?";
-    const std::u16string caption = Translate(u"run_cpp_2786", u"Confirm Delete language");
+    const std::u16string text = Translate(formtexts::kDeleteLanguage) + language + u"?";
+    const std::u16string caption = Translate(formtexts::kConfirmDeleteLanguage);
     if (MessageBoxW(dialog, W(text), W(caption), MB_OKCANCEL | MB_ICONWARNING | MB_DEFBUTTON2) != IDOK) return;
     if (run.session.link.DeleteLanguage(language) != 0) return;
     TElementDef* list = run.session.FindElement(u"LanguageName");
@@ -270,7 +258,7 @@ void OnDeleteLanguage(HWND dialog, TFormRun& run) {
     RemoveLanguageEntry(list->strings, list->values, language);
     const int selection = SelectionAfterDelete(old, list->strings.size());
     {
-        BusyScope busy(run);
+        TBusyScope busy(run.busy);
         FillCombo(dialog, list->strings);
         SendDlgItemMessageW(dialog, IDC_VALUE_COMBO, CB_SETCURSEL, static_cast<WPARAM>(selection), 0);
     }
@@ -289,7 +277,7 @@ void ShowEditor(HWND dialog, TFormRun& run, bool byKeyboard) {
     if (!element) return;
     const EditorView view = DescribeEditor(*element, MacroAssistEnabled());
     {
-        BusyScope busy(run);
+        TBusyScope busy(run.busy);
         ApplyEditor(dialog, run, view);
     }
     // A mouse click goes on to the field; arrow keys stay in the tree.

@@ -1,6 +1,7 @@
 // Control and resource ids of the form engine: the module selection dialog (resource), the fixed
 // controls of the built-in form (template made at run time) and the form's private messages.
-// Included by the resource script as well, so plain #defines only.
+// Included by the resource script as well: plain #defines, and the texts of the form engine by key
+// in a part the resource compiler does not see.
 #pragma once
 
 // Module selection dialog
@@ -47,3 +48,26 @@
 // Messages a form posts to itself, so that they run after the notification that caused them.
 #define WM_FORM_SHOWVALIDATION 1165
 #define WM_FORM_SETFOCUS 1166
+
+#ifndef RC_INVOKED
+#include "locale/language.h"
+
+namespace qrl::formtexts {
+
+inline constexpr TTextKey kConfigure{u"run_cpp_482", u"Configure "};
+inline constexpr TTextKey kCharacterSet{u"run_cpp_2351", u" character set"};
+inline constexpr TTextKey kTandemColourMap{u"run_cpp_2361", u"Tandem colour map"};
+inline constexpr TTextKey kIbm5250ColourMap{u"run_cpp_2368", u"IBM5250 colour map"};
+inline constexpr TTextKey kAllFilesFilter{u"run_cpp_2486", u"|All files (*.*)|*.*|"};
+inline constexpr TTextKey kBrowse{u"run_cpp_2503", u"Browse"};
+// The key import's three texts share one key.
+inline constexpr TTextKey kSelectSshKey{u"run_cpp_2548", u"Select an SSH key file"};
+inline constexpr TTextKey kCouldNotCreate{u"run_cpp_2548", u"Could not create \""};
+inline constexpr TTextKey kError{u"run_cpp_2548", u"Error"};
+inline constexpr TTextKey kDeleteLanguage{u"run_cpp_2785", u"Delete language "};
+inline constexpr TTextKey kConfirmDeleteLanguage{u"run_cpp_2786", u"Confirm Delete language"};
+inline constexpr TTextKey kPleaseWait{u"run_cpp_3743", u"Please wait"};
+inline constexpr TTextKey kLoading{u"run_cpp_3776", u"Loading..."};
+
+}  // namespace qrl::formtexts
+#endif

@@ -8,6 +8,7 @@
 #include "forms/formtree.h"
 #include "forms/formvalues.h"
 #include "forms/layout.h"
+#include "forms/registrykey.h"
 #include "request/session.h"
 
 #include <commctrl.h>
@@ -32,35 +33,6 @@ const TTreeNode* NodeAt(const TFormDef& form, LPARAM param) {
     if (param < 0 || static_cast<std::size_t>(param) >= form.treeIndex.size()) return nullptr;
     return &form.treeIndex[static_cast<std::size_t>(param)];
 }
-
-// Closes each key it opened, also when a later step fails.
-class RegistryPath {
-public:
-    RegistryPath() {
-        HKEY current = HKEY_CURRENT_USER;
-        for (const wchar_t* part : {L"Software", L"Marlowick", L"Quorl4", L"qrl4cfg"}) {
-            HKEY next = nullptr;
-            if (RegCreateKeyExW(current, part, 0, nullptr, 0, KEY_READ | KEY_WRITE, nullptr, &next, nullptr) !=
-                ERROR_SUCCESS) {
-                Close(current);
-                return;
-            }
-            Close(current);
-            current = next;
-        }
-        key_ = current;
-    }
-    ~RegistryPath() { Close(key_); }
-    RegistryPath(const RegistryPath&) = delete;
-    RegistryPath& operator=(const RegistryPath&) = delete;
-    HKEY get() const { return key_; }
-
-private:
-    static void Close(HKEY key) {
-        if (key && key != HKEY_CURRENT_USER) RegCloseKey(key);
-    }
-    HKEY key_ = nullptr;
-};
 
 std::u16string SelectionValueName(const std::u16string& moduleType) { return moduleType + u".CurrentProperty"; }
 
@@ -118,25 +90,11 @@ void FillTree(HWND dialog, TFormRun& run) {
 }
 
 bool ReadSelectionKey(const std::u16string& moduleType, std::u16string& key) {
-    RegistryPath path;
-    if (!path.get()) return false;
-    wchar_t buffer[200 + 1] = {};
-    DWORD size = 400;  // bytes, at most
-    const std::u16string name = SelectionValueName(moduleType);
-    if (RegQueryValueExW(path.get(), W(name), nullptr, nullptr, reinterpret_cast<BYTE*>(buffer), &size) !=
-        ERROR_SUCCESS)
-        return false;
-    buffer[std::min<DWORD>(size / 2, 200)] = 0;  // a value stored without its terminator ends here
-    key = U16(buffer);
-    return true;
+    return ModuleRegistryKey().ReadString(SelectionValueName(moduleType), 200, key);
 }
 
 void WriteSelectionKey(const std::u16string& moduleType, const std::u16string& key) {
-    RegistryPath path;
-    if (!path.get()) return;
-    const std::u16string name = SelectionValueName(moduleType);
-    RegSetValueExW(path.get(), W(name), 0, REG_SZ, reinterpret_cast<const BYTE*>(key.c_str()),
-                   static_cast<DWORD>((key.size() + 1) * sizeof(char16_t)));
+    ModuleRegistryKey().WriteString(SelectionValueName(moduleType), key);
 }
 
 void RecallSelection(HWND dialog, TFormRun& run) {

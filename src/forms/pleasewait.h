@@ -11,6 +11,9 @@ inline constexpr wchar_t kPleaseWaitClass[] = L"PleaseWaitWin";
 void OpenPleaseWait(HWND parent);
 // Posts WM_CLOSE to the open window, if any, and forgets it.
 void ClosePleaseWait();
+// At unload: the open window, if any, is destroyed (or, on another thread, cut off from our code)
+// before its class goes, so that no later message jumps into the unloaded module.
+void DestroyPleaseWait();
 // The open window, or null.
 HWND PleaseWaitWindow();
 

@@ -1,6 +1,8 @@
 #include "forms/pleasewait.h"
 
 #include "forms/basedialog.h"
+#include "forms/controlkit.h"
+#include "forms/forms_rc.h"
 #include "locale/language.h"
 
 namespace qrl {
@@ -14,30 +16,21 @@ constexpr int kHeight = 50;
 constexpr DWORD kStyle = 0x90840000;  // WS_POPUP | WS_VISIBLE | WS_BORDER | WS_THICKFRAME
 constexpr UINT kTextFlags = DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX;
 
-void Paint(HWND window) {
-    PAINTSTRUCT ps;
-    HDC dc = BeginPaint(window, &ps);
-    if (!dc) return;
-    RECT r;
-    GetClientRect(window, &r);
-    FillRect(dc, &r, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
-    const std::u16string text = Translate(u"run_cpp_3776", u"Loading...");
-    InflateRect(&r, -4, -4);
-    DrawTextW(dc, W(text), -1, &r, kTextFlags);
-    EndPaint(window, &ps);
-}
-
-LRESULT CALLBACK PleaseWaitProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    try {
-        if (message == WM_PAINT) {
-            Paint(window);
-            return 0;
-        }
-        if (message == WM_NCDESTROY && window == g_pleaseWait) g_pleaseWait = nullptr;
-    } catch (...) {
+class WaitWindow : public TCustomControl {
+public:
+    using TCustomControl::TCustomControl;
+    ~WaitWindow() override {
+        if (Window() == g_pleaseWait) g_pleaseWait = nullptr;
     }
-    return DefWindowProcW(window, message, wParam, lParam);
-}
+    bool PaintsWholeClient() const override { return true; }
+    void OnPaint(HDC dc, const RECT& client) override {
+        FillRect(dc, &client, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
+        const std::u16string text = Translate(formtexts::kLoading);
+        RECT r = client;
+        InflateRect(&r, -4, -4);
+        DrawTextW(dc, W(text), -1, &r, kTextFlags);
+    }
+};
 
 }  // namespace
 
@@ -48,7 +41,7 @@ void OpenPleaseWait(HWND parent) {
     // Each offset is half of the difference, rounded towards zero.
     const int x = p.left + ((p.right - p.left) - kWidth) / 2;
     const int y = p.top + ((p.bottom - p.top) - kHeight) / 2;
-    const std::u16string title = Translate(u"run_cpp_3743", u"Please wait");
+    const std::u16string title = Translate(formtexts::kPleaseWait);
     g_pleaseWait = CreateWindowExW(0, kPleaseWaitClass, W(title), kStyle, x, y, kWidth, kHeight, parent, nullptr,
                                    FormsInstance(), nullptr);
     if (g_pleaseWait) UpdateWindow(g_pleaseWait);
@@ -60,15 +53,24 @@ void ClosePleaseWait() {
     g_pleaseWait = nullptr;
 }
 
+void DestroyPleaseWait() {
+    HWND window = g_pleaseWait;
+    g_pleaseWait = nullptr;
+    if (!window || !IsWindow(window)) return;
+    // Whatever reaches the window from now on must not run our code, which is about to be unloaded.
+    SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&DefWindowProcW));
+    if (GetWindowThreadProcessId(window, nullptr) == GetCurrentThreadId()) {
+        // The state object goes with the window procedure it no longer reaches.
+        delete reinterpret_cast<TCustomControl*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+        SetWindowLongPtrW(window, GWLP_USERDATA, 0);
+        DestroyWindow(window);
+    }
+}
+
 HWND PleaseWaitWindow() { return g_pleaseWait; }
 
 bool RegisterPleaseWaitClass(HINSTANCE instance) {
-    WNDCLASSW wc{};
-    wc.lpfnWndProc = PleaseWaitProc;
-    wc.hInstance = instance;
-    wc.hCursor = LoadCursorW(nullptr, reinterpret_cast<LPCWSTR>(IDC_WAIT));
-    wc.lpszClassName = kPleaseWaitClass;
-    return RegisterClassW(&wc) != 0;
+    return RegisterControlClass<WaitWindow>(instance, kPleaseWaitClass, reinterpret_cast<LPCWSTR>(IDC_WAIT));
 }
 
 void UnregisterPleaseWaitClass(HINSTANCE instance) { UnregisterClassW(kPleaseWaitClass, instance); }

@@ -42,8 +42,7 @@ int RunForm(TConfigSession& session, TFormDef* form, HWND parent) {
     InitCommonControlsEx(&classes);
 
     TFormRun run{*form, session};
-    const INT_PTR result = DialogBoxIndirectParamW(FormsInstance(), static_cast<LPCDLGTEMPLATEW>(memory), parent,
-                                                   FormDlgProc, reinterpret_cast<LPARAM>(&run));
+    const INT_PTR result = run.RunModal(parent, static_cast<const DLGTEMPLATE*>(memory));
     GlobalUnlock(block);
     GlobalFree(block);
     return static_cast<int>(result);

@@ -1,33 +1,44 @@
 #include "forms/selectmodule.h"
 
 #include "forms/basedialog.h"
+#include "forms/dialogkit.h"
 #include "forms/forms_rc.h"
 #include "forms/moduleorder.h"
-#include "locale/language.h"
 #include "request/session.h"
 
 namespace qrl {
 
 namespace {
 
-struct SelectModuleContext {
-    TConfigSession& session;
+constexpr TDialogText kSelectModuleTexts[] = {
+    {kDialogTitleId, {u"IDD_SELECTMODULE", u"Module Selection"}},
+    {IDOK, {u"IDOK", u"&Ok"}},
+    {IDCANCEL, {u"IDCANCEL", u"&Cancel"}},
 };
 
-void TranslateDialog(HWND dialog) {
-    SetWindowTextW(dialog, W(Translate(u"IDD_SELECTMODULE", u"Module Selection")));
-    SetControlText(dialog, IDOK, Translate(u"IDOK", u"&Ok"));
-    SetControlText(dialog, IDCANCEL, Translate(u"IDCANCEL", u"&Cancel"));
-}
+// Ends with the chosen row of the sorted list, or -1.
+class SelectModuleDlg : public TDialog {
+public:
+    explicit SelectModuleDlg(TConfigSession& session) : session_(session) {}
 
-INT_PTR OnInit(HWND dialog, SelectModuleContext* context) {
-    ResetDialogScroll(dialog);
-    SetWindowLongPtrW(dialog, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(context));
-    TranslateDialog(dialog);
-    HWND list = GetDlgItem(dialog, IDC_MODULELIST);
+protected:
+    std::span<const TDialogText> Texts() const override { return kSelectModuleTexts; }
+    INT_PTR OnInit() override;
+    INT_PTR OnCommand(int id, int code) override;
+
+private:
+    void EndWithSelection() const {
+        End(SendDlgItemMessageW(Window(), IDC_MODULELIST, LB_GETCURSEL, 0, 0));
+    }
+
+    TConfigSession& session_;
+};
+
+INT_PTR SelectModuleDlg::OnInit() {
+    HWND list = GetDlgItem(Window(), IDC_MODULELIST);
     SendMessageW(list, LB_RESETCONTENT, 0, 0);
-    if (!context || context->session.moduleLists.empty()) return TRUE;
-    TModuleList& modules = context->session.moduleLists.front();
+    if (session_.moduleLists.empty()) return TRUE;
+    TModuleList& modules = session_.moduleLists.front();
     SortModules(modules.modules);
     const int current = CurrentModulePosition(modules);
     for (const TModuleEntry& entry : modules.modules)
@@ -36,43 +47,22 @@ INT_PTR OnInit(HWND dialog, SelectModuleContext* context) {
     return TRUE;
 }
 
-void EndWithSelection(HWND dialog) {
-    const LRESULT row = SendDlgItemMessageW(dialog, IDC_MODULELIST, LB_GETCURSEL, 0, 0);
-    EndDialog(dialog, row);
-}
-
-INT_PTR OnCommand(HWND dialog, int id, int code) {
+INT_PTR SelectModuleDlg::OnCommand(int id, int code) {
     switch (id) {
-    case IDOK: EndWithSelection(dialog); return TRUE;
-    case IDCANCEL: EndDialog(dialog, -1); return TRUE;
+    case IDOK: EndWithSelection(); return TRUE;
+    case IDCANCEL: End(-1); return TRUE;
     case IDC_MODULELIST:
-        if (code == LBN_DBLCLK) EndWithSelection(dialog);
+        if (code == LBN_DBLCLK) EndWithSelection();
         return TRUE;
     default: return FALSE;
-    }
-}
-
-INT_PTR CALLBACK SelectModuleProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
-    try {
-        if (message == WM_INITDIALOG) return OnInit(dialog, reinterpret_cast<SelectModuleContext*>(lParam));
-        if (GetWindowLongPtrW(dialog, GWLP_USERDATA) == 0) return FALSE;
-        switch (message) {
-        case WM_COMMAND: return OnCommand(dialog, LOWORD(wParam), HIWORD(wParam));
-        case WM_NCDESTROY: SetWindowLongPtrW(dialog, GWLP_USERDATA, 0); return FALSE;
-        default: return FALSE;
-        }
-    } catch (...) {
-        return FALSE;
     }
 }
 
 }  // namespace
 
 int SelectModule(HWND parent, TConfigSession& session) {
-    SelectModuleContext context{session};
-    const INT_PTR result = DialogBoxParamW(FormsInstance(), MAKEINTRESOURCEW(IDD_SELECTMODULE), parent,
-                                           SelectModuleProc, reinterpret_cast<LPARAM>(&context));
-    return static_cast<int>(result);
+    SelectModuleDlg dialog(session);
+    return static_cast<int>(dialog.RunModal(parent, IDD_SELECTMODULE));
 }
 
 }  // namespace qrl

@@ -1,0 +1,194 @@
+// The dialog kit's guarantees, which every dialog of the module relies on: the texts of a dialog's
+// table, exceptions kept out of the dialog manager, the end of the object's tie to its window, the
+// custom control's state living exactly as long as its window, and nothing of the module left
+// running in a window once the DLL is unloaded.
+#include "dllhost.h"
+#include "driver.h"
+#include "forms/controlkit.h"
+#include "forms/dialogkit.h"
+#include "forms/forms_rc.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+namespace qrl::test {
+namespace {
+
+constexpr TDialogText kProbeTexts[] = {
+    {kDialogTitleId, {u"kit_probe_title", u"Kit probe"}},
+    {IDOK, {u"kit_probe_ok", u"Go"}},
+    {4711, {u"kit_probe_missing", u"No such control"}},  // skipped
+};
+
+class KitProbe : public TDialog {
+public:
+    int throwingClicks = 0;
+    bool destroyed = false;
+    HWND windowAtDestroy = nullptr;
+
+protected:
+    std::span<const TDialogText> Texts() const override { return kProbeTexts; }
+    INT_PTR OnCommand(int id, int code) override {
+        if (id == IDOK && code == BN_CLICKED) {
+            ++throwingClicks;
+            throw std::runtime_error("a handler that fails");
+        }
+        if (id == IDCANCEL) End(7);
+        return TRUE;
+    }
+    void OnDestroy() override {
+        destroyed = true;
+        windowAtDestroy = Window();
+    }
+};
+
+TEST(DialogKit, TranslatesItsTableSurvivesAThrowingHandlerAndLetsGoOfItsWindow) {
+    ASSERT_TRUE(Product::Get().Loaded());
+    KitProbe dialog;
+    INT_PTR result = 0;
+    std::wstring okText;
+    bool aliveAfterThrow = false;
+    const auto failures = RunDriven(
+        [&] { result = dialog.RunModal(nullptr, IDD_SELECTMODULE, Product::Get().Module()); },
+        [&](Driver& d) {
+            HWND dlg = d.WaitForDialog(L"Kit probe");
+            okText = Driver::Text(GetDlgItem(dlg, IDOK));
+            SendMessageW(dlg, WM_COMMAND, MAKEWPARAM(IDOK, BN_CLICKED), 0);
+            aliveAfterThrow = IsWindow(dlg) && IsWindowVisible(dlg);
+            Driver::Click(dlg, IDCANCEL);
+            d.WaitGone(dlg);
+        });
+    for (const std::string& f : failures) ADD_FAILURE() << f;
+    EXPECT_EQ(okText, L"Go");
+    EXPECT_EQ(dialog.throwingClicks, 1);
+    EXPECT_TRUE(aliveAfterThrow);
+    EXPECT_EQ(result, 7);
+    EXPECT_TRUE(dialog.destroyed);
+    EXPECT_NE(dialog.windowAtDestroy, nullptr);  // still there for the last call
+    EXPECT_EQ(dialog.Window(), nullptr);
+}
+
+// A request may give one of its own controls the id of an ending button; only a click ends.
+TEST(DialogKit, FormEndsOnAClickOfItsOkIdNotOnAnEditsChanges) {
+    ASSERT_TRUE(Product::Get().Loaded());
+    RunResult r;
+    bool openAfterTyping = false;
+    const auto failures = RunDriven(
+        [&] {
+            r = Product::Get().RunConfig2W(
+                u"<Config ModuleType='Emul'><DTD><Element Name='S' Type='text' Default='a'/></DTD>"
+                u"<Interface StartForm='f'><Form Name='f' Title='Typed OK' Width='160' Height='60'"
+                u" Font='MS Shell Dlg' FontSize='8'><Edit Element='S' Action='OK' Width='80' Height='12'/>"
+                u"<Button Action='Cancel' Caption='Cancel' Top='20' Width='50' Height='14'/></Form></Interface>"
+                u"<Data><Item Element='S' Value='a'/></Data></Config>");
+        },
+        [&](Driver& d) {
+            HWND dlg = d.WaitForDialog(L"Typed OK");
+            Driver::Type(GetDlgItem(dlg, IDOK), L"typed");
+            d.Settle();
+            openAfterTyping = IsWindowVisible(dlg);
+            Driver::Click(dlg, IDCANCEL);
+            d.WaitGone(dlg);
+        });
+    for (const std::string& f : failures) ADD_FAILURE() << f;
+    EXPECT_TRUE(openAfterTyping);
+    EXPECT_EQ(r.code, 1);
+}
+
+// A control that counts its live states, throws while painting, and reports clicks to its parent.
+int g_liveStates = 0;
+
+class ProbeCtl : public TCustomControl {
+public:
+    explicit ProbeCtl(HWND window) : TCustomControl(window) { ++g_liveStates; }
+    ~ProbeCtl() override { --g_liveStates; }
+    void OnPaint(HDC, const RECT&) override { throw std::runtime_error("a drawing that fails"); }
+    LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override {
+        if (message == WM_LBUTTONUP) {
+            NotifyParent(kClicked);
+            return 0;
+        }
+        return TCustomControl::OnMessage(message, wParam, lParam);
+    }
+    static constexpr int kClicked = 77;
+};
+
+struct ParentLog {
+    WPARAM lastCommand = 0;
+    LPARAM lastSender = 0;
+};
+
+LRESULT CALLBACK ParentProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_COMMAND) {
+        auto* log = reinterpret_cast<ParentLog*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+        log->lastCommand = wParam;
+        log->lastSender = lParam;
+        return 0;
+    }
+    return DefWindowProcW(window, message, wParam, lParam);
+}
+
+TEST(ControlKit, StateLivesAsLongAsTheWindowAndFailuresStayInside) {
+    HINSTANCE instance = GetModuleHandleW(nullptr);
+    ASSERT_TRUE(RegisterControlClass<ProbeCtl>(instance, L"kitprobectl"));
+    WNDCLASSW parentClass{};
+    parentClass.lpfnWndProc = ParentProc;
+    parentClass.hInstance = instance;
+    parentClass.lpszClassName = L"kitprobeparent";
+    ASSERT_TRUE(RegisterClassW(&parentClass));
+
+    ParentLog log;
+    HWND parent = CreateWindowExW(0, L"kitprobeparent", L"", WS_POPUP, 0, 0, 200, 100, nullptr, nullptr, instance, nullptr);
+    ASSERT_NE(parent, nullptr);
+    SetWindowLongPtrW(parent, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(&log));
+    for (int i = 0; i < 50; ++i) {
+        HWND control = CreateWindowExW(0, L"kitprobectl", L"", WS_CHILD | WS_VISIBLE, 0, 0, 50, 20, parent,
+                                       reinterpret_cast<HMENU>(static_cast<INT_PTR>(300 + i)), instance, nullptr);
+        ASSERT_NE(control, nullptr);
+        EXPECT_EQ(g_liveStates, 1);
+        InvalidateRect(control, nullptr, TRUE);
+        UpdateWindow(control);  // the paint throws: caught, and the area counts as painted
+        EXPECT_FALSE(GetUpdateRect(control, nullptr, FALSE));
+        SendMessageW(control, WM_LBUTTONUP, 0, 0);
+        EXPECT_EQ(log.lastCommand, MAKEWPARAM(300 + i, ProbeCtl::kClicked));
+        EXPECT_EQ(log.lastSender, reinterpret_cast<LPARAM>(control));
+        DestroyWindow(control);
+        EXPECT_EQ(g_liveStates, 0);
+    }
+    DestroyWindow(parent);
+    UnregisterClassW(L"kitprobectl", instance);
+    UnregisterClassW(L"kitprobeparent", instance);
+}
+
+// A copy of the DLL, so that FreeLibrary really unloads it while the test's own copy stays.
+TEST(DialogKit, UnloadingTheModuleTakesItsPleaseWaitWindowAlong) {
+    wchar_t temp[MAX_PATH] = {};
+    GetTempPathW(MAX_PATH, temp);
+    const std::wstring copy = std::wstring(temp) + L"qrl4cfg_unload_test.dll";
+    ASSERT_TRUE(CopyFileW(ProductPath().c_str(), copy.c_str(), FALSE));
+    HMODULE module = LoadLibraryW(copy.c_str());
+    ASSERT_NE(module, nullptr);
+    using OpenWaitFn = int (*)(HWND, unsigned char);
+    auto openWait = reinterpret_cast<OpenWaitFn>(reinterpret_cast<void*>(GetProcAddress(module, "fnOpenWait")));
+    ASSERT_NE(openWait, nullptr);
+    HWND owner = CreateWindowExW(0, L"STATIC", L"owner", WS_POPUP, 0, 0, 300, 200, nullptr, nullptr, nullptr, nullptr);
+    openWait(owner, 0);
+    HWND wait = nullptr;
+    for (HWND w : ThreadWindows(GetCurrentThreadId())) {
+        wchar_t name[64] = {};
+        GetClassNameW(w, name, 64);
+        if (std::wstring(name) == L"PleaseWaitWin" && GetWindow(w, GW_OWNER) == owner) wait = w;
+    }
+    ASSERT_NE(wait, nullptr);
+    FreeLibrary(module);
+    EXPECT_FALSE(IsWindow(wait));
+    // Whatever else is queued for this thread still runs without reaching the unloaded module.
+    MSG msg;
+    while (PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&msg);
+    DestroyWindow(owner);
+    DeleteFileW(copy.c_str());
+}
+
+}  // namespace
+}  // namespace qrl::test
