@@ -1,5 +1,6 @@
 #include <windows.h>
 
+#include "forms/pleasewait.h"
 #include "request/hostlink_win.h"
 #include "request/module_win.h"
 
@@ -22,6 +23,8 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID) {
             qrl::SetProcessHostChannel(&qrl::WindowHostChannel());
             qrl::RegisterModuleClasses(instance);
         } else if (reason == DLL_PROCESS_DETACH) {
+            // A window whose class goes would otherwise call into the unloaded module.
+            qrl::DestroyPleaseWait();
             qrl::UnregisterModuleClasses(instance);
             qrl::SetProcessHostChannel(nullptr);
             qrl::SetModuleInstance(nullptr);

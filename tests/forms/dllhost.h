@@ -16,6 +16,9 @@ struct RunResult {
     std::u16string reply;
 };
 
+// Where this build's DLL lies.
+std::wstring ProductPath();
+
 class Product {
 public:
     // The DLL of this build; loaded once per process.

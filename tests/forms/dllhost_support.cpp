@@ -11,14 +11,17 @@ Product& Product::Get() {
     return product;
 }
 
-Product::Product() {
+std::wstring ProductPath() {
     // The DLL is built beside the tests: <build>/src/qrl4cfg.dll, the tests in <build>/tests.
     wchar_t path[MAX_PATH] = {};
     GetModuleFileNameW(nullptr, path, MAX_PATH);
     std::wstring dll(path);
     dll = dll.substr(0, dll.find_last_of(L"\\/"));
-    dll = dll.substr(0, dll.find_last_of(L"\\/")) + L"\\src\\qrl4cfg.dll";
-    module_ = LoadLibraryW(dll.c_str());
+    return dll.substr(0, dll.find_last_of(L"\\/")) + L"\\src\\qrl4cfg.dll";
+}
+
+Product::Product() {
+    module_ = LoadLibraryW(ProductPath().c_str());
     if (!module_) return;
     runConfig2W_ = reinterpret_cast<RunConfig2WFn>(reinterpret_cast<void*>(GetProcAddress(module_, "fnRunConfig2W")));
     openWait_ = reinterpret_cast<OpenWaitFn>(reinterpret_cast<void*>(GetProcAddress(module_, "fnOpenWait")));

@@ -95,9 +95,10 @@ public:
     using TBaseDialog::TBaseDialog;
     int inits = 0;
     HWND windowAtInit = nullptr;
-    void OnInit() override {
+    INT_PTR OnInit() override {
         ++inits;
         windowAtInit = Window();
+        return TRUE;
     }
 };
 

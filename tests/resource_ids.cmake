@@ -1,0 +1,23 @@
+# Every dialog resource of the DLL has an id of its own: the ids of all subsystems' resource
+# headers (src/*/*_rc.h) are read and compared, so two folders can't pick the same number unseen.
+# Usage: cmake -DSOURCE_DIR=<repo>/src -P resource_ids.cmake
+file(GLOB headers "${SOURCE_DIR}/*/*_rc.h")
+if(NOT headers)
+  message(FATAL_ERROR "no resource headers under ${SOURCE_DIR}")
+endif()
+set(seen "")
+set(count 0)
+foreach(header IN LISTS headers)
+  file(STRINGS "${header}" lines REGEX "^#define[ \t]+IDD_[A-Za-z0-9_]+[ \t]+[0-9]+")
+  foreach(line IN LISTS lines)
+    string(REGEX REPLACE "^#define[ \t]+(IDD_[A-Za-z0-9_]+)[ \t]+([0-9]+).*" "\\1;\\2" pair "${line}")
+    list(GET pair 0 name)
+    list(GET pair 1 value)
+    if(DEFINED owner_${value})
+      message(FATAL_ERROR "dialog id ${value}: ${name} (${header}) and ${owner_${value}}")
+    endif()
+    set(owner_${value} "${name} (${header})")
+    math(EXPR count "${count} + 1")
+  endforeach()
+endforeach()
+message(STATUS "${count} dialog resource ids, all distinct")
