@@ -1,0 +1,21 @@
+// The Macro Assistant dialog: the one entry through which forms, key map, hot spot and mouse map
+// editors and the fnMacroAssist export edit a macro text. Win32 only.
+#pragma once
+
+#include <windows.h>
+
+#include "keyboard/keymapdata.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace qrl {
+
+// Runs the dialog modally on `parent`; 1 for OK, which replaces `text` with the dialog's macro
+// text (whether it parses or not), 2 for Cancel. `hostWindow` (may be 0) answers the Help button;
+// `mode` is the macro level: 1 escapes, 3 also emulation keys, any other the full language.
+int runMacroAssistant(HWND parent, std::u16string& text, const std::vector<KeyName>& keyNames,
+                      uint64_t hostWindow, uint32_t mode);
+
+}  // namespace qrl
