@@ -45,6 +45,13 @@ QRL4CFG_API int fnRunConfig2W(wchar_t* request, HWND parent, wchar_t* reply, uin
                               uint32_t* status);
 /* Stores its argument; always 0. */
 QRL4CFG_API int fnInit(uint64_t word);
+/* The Macro Assistant on the macro text in `text` (capacity in 16-bit characters including the
+ * terminator). `keyNames` lists the emulation's key names, each zero-terminated, ended by an empty
+ * one (may be null); `hostWindow` receives help requests (may be null); `mode` is the macro level: 1
+ * escapes only, 3 also emulation keys, any other the full language. Returns 0 when the user accepted
+ * and the text was written, 160 when the accepted text did not fit (nothing written), 1 otherwise. */
+QRL4CFG_API int fnMacroAssist(HWND parent, wchar_t* text, uint32_t capacity, const wchar_t* keyNames,
+                              HWND hostWindow, int mode);
 /* Bit 0 of `flags` set closes the please-wait window, clear opens it over `parent`; always 0. */
 QRL4CFG_API int fnOpenWait(HWND parent, unsigned char flags);
 

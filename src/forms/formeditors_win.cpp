@@ -9,7 +9,9 @@
 #include "forms/forms_rc.h"
 #include "forms/formvalues.h"
 #include "forms/samplemodel.h"
+#include "keyboard/keymapdata.h"
 #include "locale/language.h"
+#include "macro/macroassistdlg.h"
 #include "properties/font.h"
 #include "request/run.h"
 #include "request/session.h"
@@ -120,6 +122,22 @@ void OnChooseColour(HWND dialog, TFormRun& run) {
     if (!chosen) return;
     element.value = ColourText(choose.rgbResult);
     SendDlgItemMessageW(dialog, IDC_COLOUR_SAMPLE, kSampleSetBackground, 0, static_cast<LPARAM>(choose.rgbResult));
+    RefreshTreeItem(dialog, run);
+}
+
+// The Macro Assistant on the value, at the element's macro level; OK takes its text into both.
+void OnMacroAssist(HWND dialog, TFormRun& run) {
+    TElementDef& element = *run.form.currentElement;
+    std::u16string text = element.value;
+    const TConfigSession& session = run.session;
+    if (runMacroAssistant(dialog, text, KeyDataOf(session).emulationKeys, session.link.window,
+                          static_cast<uint32_t>(element.MacroMode())) != IDOK)
+        return;
+    element.value = text;
+    {
+        TBusyScope busy(run.busy);
+        SetControlText(dialog, IDC_VALUE_EDIT, text);
+    }
     RefreshTreeItem(dialog, run);
 }
 
@@ -313,8 +331,11 @@ bool OnEditorCommand(HWND dialog, TFormRun& run, int id, int code) {
     case IDC_LANG_DELETE:
         if (code == BN_CLICKED) OnDeleteLanguage(dialog, run);
         break;
-    // 3009/3012 printer, 3013 special values, 3014 add language and 3016 the Macro Assistant open
-    // editors of their own; 3011 does nothing by design.
+    case IDC_MACRO_ASSIST:
+        if (code == BN_CLICKED) OnMacroAssist(dialog, run);
+        break;
+    // 3009/3012 printer, 3013 special values and 3014 add language open editors of their own;
+    // 3011 does nothing by design.
     default: break;
     }
     return true;

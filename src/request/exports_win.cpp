@@ -4,12 +4,14 @@
 #include <commctrl.h>
 
 #include <cwchar>
+#include <vector>
 #include <string>
 
 #include "forms/formdef.h"
 #include "forms/pleasewait.h"
 #include "forms/runform.h"
 #include "locale/inicache.h"
+#include "macro/macroassistdlg.h"
 #include "request/module_win.h"
 #include "request/reply.h"
 #include "request/run.h"
@@ -41,6 +43,20 @@ const TRunRoutes& DllRoutes() {
         return made;
     }();
     return routes;
+}
+
+// The host's text as far as its terminator, never beyond the buffer it says it has.
+std::u16string boundedText(const wchar_t* text, uint32_t capacity) {
+    if (!text) return {};
+    return {reinterpret_cast<const char16_t*>(text), wcsnlen(text, capacity)};
+}
+
+// Names one after another, each with its terminator, and an empty one last; null is no names.
+std::vector<KeyName> keyNameList(const wchar_t* names) {
+    std::vector<KeyName> keys;
+    for (const wchar_t* name = names; name && *name; name += std::wcslen(name) + 1)
+        keys.push_back(KeyName{std::u16string(reinterpret_cast<const char16_t*>(name)), 0, 0});
+    return keys;
 }
 
 std::u16string_view requestText(const wchar_t* request) {
@@ -86,6 +102,22 @@ int fnOpenWait(HWND parent, unsigned char flags) {
     } catch (...) {
     }
     return 0;
+}
+
+int fnMacroAssist(HWND parent, wchar_t* text, uint32_t capacity, const wchar_t* keyNames, HWND hostWindow,
+                  int mode) {
+    try {
+        INITCOMMONCONTROLSEX controls{sizeof controls, ICC_STANDARD_CLASSES};
+        InitCommonControlsEx(&controls);
+        std::u16string working = qrl::boundedText(text, capacity);
+        const int result = qrl::runMacroAssistant(parent, working, qrl::keyNameList(keyNames),
+                                                  qrl::LinkAddress(hostWindow), static_cast<uint32_t>(mode));
+        if (result != IDOK) return qrl::kResultCancelled;
+        if (!text) return qrl::kResultTooSmall;
+        return qrl::CopyReply(working, reinterpret_cast<char16_t*>(text), capacity);
+    } catch (...) {
+        return qrl::kResultCancelled;
+    }
 }
 
 // CQRLCONFIG::operator= of the stateless exported class: returns this and copies nothing. On x64

@@ -27,6 +27,10 @@ public:
 
     RunResult RunConfig2W(const std::u16string& request, HWND parent = nullptr, uint64_t capacity = 65536);
     int OpenWait(HWND parent, unsigned char flags);
+    // fnMacroAssist on `text` in a buffer of `capacity` characters (filled with '#' past the text);
+    // `keyNames` holds the names with their terminators, as the export reads them.
+    int MacroAssist(HWND parent, std::u16string& text, uint32_t capacity, const std::u16string& keyNames,
+                    HWND host, int mode);
     HMODULE Module() const { return module_; }
 
 private:
@@ -34,8 +38,10 @@ private:
     HMODULE module_ = nullptr;
     using RunConfig2WFn = int (*)(wchar_t*, HWND, wchar_t*, uint64_t, uint32_t*);
     using OpenWaitFn = int (*)(HWND, unsigned char);
+    using MacroAssistFn = int (*)(HWND, wchar_t*, uint32_t, const wchar_t*, HWND, int);
     RunConfig2WFn runConfig2W_ = nullptr;
     OpenWaitFn openWait_ = nullptr;
+    MacroAssistFn macroAssist_ = nullptr;
 };
 
 // A hidden window of the calling thread that plays the host's side of the link.
@@ -43,13 +49,14 @@ class HostWindow {
 public:
     static constexpr UINT kMessage = 0x8123;
 
-    HostWindow();
+    explicit HostWindow(UINT message = kMessage);
     ~HostWindow();
     HostWindow(const HostWindow&) = delete;
     HostWindow& operator=(const HostWindow&) = delete;
 
     // `<Link type="HWND" value=".." msgid=".."/>` for this window.
     std::u16string LinkElement() const;
+    HWND Handle() const { return window_; }
 
     struct Call {
         uint32_t code;
@@ -62,6 +69,7 @@ public:
 private:
     static LRESULT CALLBACK Proc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     HWND window_ = nullptr;
+    UINT message_;
 };
 
 }  // namespace qrl::test

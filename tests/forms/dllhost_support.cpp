@@ -2,7 +2,9 @@
 
 #include "text/textutil.h"
 
+#include <algorithm>
 #include <cstring>
+#include <vector>
 
 namespace qrl::test {
 
@@ -25,7 +27,8 @@ Product::Product() {
     if (!module_) return;
     runConfig2W_ = reinterpret_cast<RunConfig2WFn>(reinterpret_cast<void*>(GetProcAddress(module_, "fnRunConfig2W")));
     openWait_ = reinterpret_cast<OpenWaitFn>(reinterpret_cast<void*>(GetProcAddress(module_, "fnOpenWait")));
-    if (!runConfig2W_ || !openWait_) module_ = nullptr;
+    macroAssist_ = reinterpret_cast<MacroAssistFn>(reinterpret_cast<void*>(GetProcAddress(module_, "fnMacroAssist")));
+    if (!runConfig2W_ || !openWait_ || !macroAssist_) module_ = nullptr;
 }
 
 RunResult Product::RunConfig2W(const std::u16string& request, HWND parent, uint64_t capacity) {
@@ -39,7 +42,19 @@ RunResult Product::RunConfig2W(const std::u16string& request, HWND parent, uint6
 
 int Product::OpenWait(HWND parent, unsigned char flags) { return openWait_(parent, flags); }
 
-HostWindow::HostWindow() {
+int Product::MacroAssist(HWND parent, std::u16string& text, uint32_t capacity, const std::u16string& keyNames,
+                         HWND host, int mode) {
+    std::vector<wchar_t> buffer(std::max<std::size_t>(capacity, text.size() + 1), L'#');
+    std::copy(text.begin(), text.end(), buffer.begin());
+    buffer[text.size()] = L'\0';
+    const std::u16string names = keyNames + u'\0';
+    const int code = macroAssist_(parent, buffer.data(), capacity, reinterpret_cast<const wchar_t*>(names.c_str()),
+                                  host, mode);
+    text.assign(reinterpret_cast<const char16_t*>(buffer.data()));
+    return code;
+}
+
+HostWindow::HostWindow(UINT message) : message_(message) {
     static const bool registered = [] {
         WNDCLASSW wc{};
         wc.lpfnWndProc = Proc;
@@ -59,12 +74,12 @@ HostWindow::~HostWindow() {
 
 std::u16string HostWindow::LinkElement() const {
     return u"<Link type=\"HWND\" value=\"" + hexUpper(static_cast<uint32_t>(reinterpret_cast<uintptr_t>(window_))) +
-           u"\" msgid=\"" + hexUpper(kMessage) + u"\"/>";
+           u"\" msgid=\"" + hexUpper(message_) + u"\"/>";
 }
 
 LRESULT CALLBACK HostWindow::Proc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     auto* self = reinterpret_cast<HostWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-    if (message != kMessage || !self) return DefWindowProcW(window, message, wParam, lParam);
+    if (!self || message != self->message_) return DefWindowProcW(window, message, wParam, lParam);
 #pragma pack(push, 1)
     struct Record {
         uint32_t code;
