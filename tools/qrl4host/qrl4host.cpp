@@ -24,7 +24,9 @@ const char kUsage[] =
     "usage: qrl4host [options] REQUEST\n"
     "  REQUEST            request file, UTF-8 or UTF-16 (with or without a byte-order mark)\n"
     "  --dll PATH         the module (default: qrl4cfg.dll beside qrl4host.exe)\n"
-    "  --entry 2W|W       fnRunConfig2W (default) or fnRunConfigW\n"
+    "  --entry 2W|W|macro fnRunConfig2W (default), fnRunConfigW, or fnMacroAssist on the file's text\n"
+    "  --mode N           macro level for fnMacroAssist: 1, 3 or 7 (default 7)\n"
+    "  --keys A,B,...     emulation key names for fnMacroAssist\n"
     "  --capacity N       reply buffer in characters (default 1048576)\n"
     "  --null-status      pass no status pointer\n"
     "  --no-link          leave the request's Link alone (default: add one to the link window)\n"
@@ -96,6 +98,17 @@ std::wstring besideProgram(const wchar_t* name) {
 using RunConfig2W = int (*)(wchar_t*, HWND, wchar_t*, uint64_t, uint32_t*);
 using RunConfigW = int (*)(wchar_t*, HWND, wchar_t*, unsigned int);
 using OpenWait = int (*)(HWND, unsigned char);
+using MacroAssist = int (*)(HWND, wchar_t*, uint32_t, const wchar_t*, HWND, int);
+
+// fnMacroAssist's key list: each name with its terminator, and an empty name last.
+std::wstring keyList(const std::wstring& commaSeparated) {
+    std::wstring list = commaSeparated;
+    for (wchar_t& c : list)
+        if (c == L',') c = L'\0';
+    if (!list.empty()) list.push_back(L'\0');
+    list.push_back(L'\0');
+    return list;
+}
 
 // GetProcAddress gives a generic function pointer; passing it through void(*)() says so to the compiler.
 template <class F>
@@ -111,6 +124,8 @@ int run(int argc, wchar_t** argv) {
     std::wstring entry = L"2W";
     uint64_t capacity = 1 << 20;
     bool nullStatus = false, addLink = true, openWait = false;
+    int macroMode = 7;
+    std::wstring keys;
 
     for (int i = 1; i < argc; ++i) {
         const std::wstring arg = argv[i];
@@ -125,6 +140,8 @@ int run(int argc, wchar_t** argv) {
         if (arg == L"--dll") dllPath = value();
         else if (arg == L"--entry") entry = value();
         else if (arg == L"--capacity") capacity = std::wcstoull(value().c_str(), nullptr, 10);
+        else if (arg == L"--mode") macroMode = std::wcstol(value().c_str(), nullptr, 10);
+        else if (arg == L"--keys") keys = value();
         else if (arg == L"--null-status") nullStatus = true;
         else if (arg == L"--no-link") addLink = false;
         else if (arg == L"--auth-dir") host.authDirectory = toU16(value());
@@ -169,12 +186,30 @@ int run(int argc, wchar_t** argv) {
     const auto runConfig2W = entryPoint<RunConfig2W>(module, "fnRunConfig2W");
     const auto runConfigW = entryPoint<RunConfigW>(module, "?fnRunConfigW@@YAHPEA_WPEAUHWND__@@0I@Z");
     const auto openWaitEntry = entryPoint<OpenWait>(module, "fnOpenWait");
-    if (!runConfig2W || !runConfigW || !openWaitEntry) {
+    const auto macroAssist = entryPoint<MacroAssist>(module, "fnMacroAssist");
+    if (!runConfig2W || !runConfigW || !openWaitEntry || !macroAssist) {
         std::fprintf(stderr, "qrl4host: %ls lacks an entry point\n", dllPath.c_str());
         return 2;
     }
 
     HWND linkWindow = qrl4host::CreateLinkWindow(GetModuleHandleW(nullptr), &host);
+    if (entry == L"macro") {
+        while (!request.empty() && (request.back() == u'\n' || request.back() == u'\r')) request.pop_back();
+        std::vector<wchar_t> text(request.begin(), request.end());
+        text.resize(static_cast<std::size_t>(capacity), L'\0');
+        const std::wstring names = keyList(keys);
+        qrl4host::StartSnapshots(shots);
+        const int code = macroAssist(nullptr, text.data(), static_cast<uint32_t>(capacity), names.c_str(), linkWindow,
+                                     macroMode);
+        qrl4host::StopSnapshots();
+        std::printf("code: %d\n", code);
+        text.back() = L'\0';
+        if (code == 0) PrintText("text", reinterpret_cast<const char16_t*>(text.data()));
+        std::fflush(stdout);
+        DestroyWindow(linkWindow);
+        FreeLibrary(module);
+        return 0;
+    }
     if (addLink) request = withLink(request, linkWindow);
     if (openWait) openWaitEntry(nullptr, 0);
     qrl4host::StartSnapshots(shots);
