@@ -63,8 +63,10 @@ void TMacroAssist::Parse(std::u16string_view text) {
 }
 
 int TMacroAssist::Count() const {
-    const int end = rowWhere(macro_.Tokens, [](const MacroToken& t) { return t.Type == MacroType::End; });
-    return end < 0 ? static_cast<int>(macro_.Tokens.size()) : end;
+    // The end token, when the parse went through, is always the last: edits insert before it.
+    const auto& tokens = macro_.Tokens;
+    const bool ended = !tokens.empty() && tokens.back().Type == MacroType::End;
+    return static_cast<int>(tokens.size()) - (ended ? 1 : 0);
 }
 
 std::vector<std::u16string> TMacroAssist::Rows() const {
