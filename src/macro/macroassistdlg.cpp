@@ -170,6 +170,10 @@ INT_PTR MacroAssistDlg::OnInit() {
     // Room for the longest type name before the token's text.
     int tabStop = 80;
     SendMessageW(Item(IDC_TOKEN_LIST), LB_SETTABSTOPS, 1, reinterpret_cast<LPARAM>(&tabStop));
+    // A macro may be longer than an edit takes by default; nothing of the user's text may be cut.
+    for (int id : {IDC_MACRO_TEXT, IDC_TEXT_EDIT, IDC_PARAM1, IDC_PARAM2, IDC_PARAM3, IDC_CLASSIC_PARAM, IDC_VALUE,
+                   IDC_LABEL})
+        SendMessageW(Item(id), EM_LIMITTEXT, 0, 0);
     FillLists();
     BuildPanels();
     {

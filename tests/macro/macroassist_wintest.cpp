@@ -116,6 +116,21 @@ TEST(MacroAssistant, ResultCodesAndTextsThatDoNotParse) {
     EXPECT_EQ(tooSmall.code, 160);
     EXPECT_EQ(tooSmall.text, u"");
 
+    // A long text with a fault comes back exactly as it came when nothing was edited.
+    std::u16string longText;
+    int pieces = 0;
+    for (; longText.size() < 40000; ++pieces) longText += u"ab\\r{.Pause(5)}";  // three tokens each
+    longText += u"{.NoSuchFunction()}tail";
+    int longRows = 0;
+    const Assisted untouched = RunAssistant(longText, 7, [&](Driver& d, HWND dlg) {
+        longRows = Rows(dlg, IDC_TOKEN_LIST, LB_GETCOUNT);
+        Driver::Click(dlg, IDOK);
+        d.WaitGone(dlg);
+    }, 50000);
+    EXPECT_EQ(untouched.code, 0);
+    EXPECT_EQ(untouched.text, longText);
+    EXPECT_EQ(longRows, 3 * pieces);
+
     const Assisted cancelled = RunAssistant(u"x", 1, [](Driver& d, HWND dlg) {
         Driver::Type(GetDlgItem(dlg, IDC_MACRO_TEXT), L"changed");
         Driver::Click(dlg, IDCANCEL);
