@@ -41,6 +41,11 @@ void SelectToken(Driver& d, HWND dlg, int row) {
     d.Settle();
 }
 
+// A button press handled before this returns, so the next step sees its result.
+void Press(HWND dlg, int id) {
+    SendMessageW(dlg, WM_COMMAND, MAKEWPARAM(id, BN_CLICKED), reinterpret_cast<LPARAM>(GetDlgItem(dlg, id)));
+}
+
 bool Shown(HWND dlg, int id) { return IsWindowVisible(GetDlgItem(dlg, id)) != FALSE; }
 bool NumbersOnly(HWND dlg, int id) { return (GetWindowLongW(GetDlgItem(dlg, id), GWL_STYLE) & ES_NUMBER) != 0; }
 int Rows(HWND dlg, int id, UINT countMessage) { return static_cast<int>(SendDlgItemMessageW(dlg, id, countMessage, 0, 0)); }
@@ -72,6 +77,36 @@ TEST(MacroAssistant, TypedKeyNameWarnsAndOkWritesTheText) {
     EXPECT_EQ(joined, L"ab\\n{PF9}");
     EXPECT_EQ(r.code, 0);
     EXPECT_EQ(r.text, u"ab\\n{PF9}");
+}
+
+// A macro built from nothing with the list buttons and the panels, as a user who knows no syntax would.
+TEST(MacroAssistant, BuildsAMacroTokenByToken) {
+    ASSERT_TRUE(Product::Get().Loaded());
+    std::wstring afterMove;
+    const Assisted r = RunAssistant(u"", 7, [&](Driver& d, HWND dlg) {
+        Press(dlg, IDC_INSERT_AFTER);
+        Driver::Choose(dlg, IDC_TOKEN_TYPE, 1);  // Character
+        Driver::Choose(dlg, IDC_CHAR_LIST, 1);   // CR
+        Press(dlg, IDC_INSERT_AFTER);
+        Driver::Choose(dlg, IDC_TOKEN_TYPE, 3);  // Function
+        Driver::Choose(dlg, IDC_FUNC_LIST, 50);  // Pause
+        Driver::Type(GetDlgItem(dlg, IDC_PARAM1), L"12");
+        Press(dlg, IDC_INSERT_BEFORE);
+        Driver::Type(GetDlgItem(dlg, IDC_TEXT_EDIT), L"go");
+        Press(dlg, IDC_MOVE_UP);
+        afterMove = Driver::Text(GetDlgItem(dlg, IDC_MACRO_TEXT));
+        SelectToken(d, dlg, 1);
+        Press(dlg, IDC_DELETE_TOKEN);
+        Press(dlg, IDC_INSERT_AFTER);
+        Driver::Choose(dlg, IDC_TOKEN_TYPE, 2);  // Emulation key
+        Driver::Type(FindWindowExW(GetDlgItem(dlg, IDC_EMKEY_LIST), nullptr, L"Edit", nullptr), L"Enter");
+        d.Settle();
+        Driver::Click(dlg, IDOK);
+        d.WaitGone(dlg);
+    });
+    EXPECT_EQ(afterMove, L"go\\r{.Pause(12)}");
+    EXPECT_EQ(r.code, 0);
+    EXPECT_EQ(r.text, u"go{.Pause(12)}{Enter}");
 }
 
 TEST(MacroAssistant, FunctionFieldsFollowTheChosenRow) {
