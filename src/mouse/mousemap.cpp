@@ -112,4 +112,35 @@ TMouseEvent MouseEventFromControls(int button, bool doubleClick, bool ctrl, bool
     return TMouseEvent{event, ctrl, shift, alt};
 }
 
+TMouseParamView MouseParamView(uint32_t action, bool assistAvailable, bool showingEntry) {
+    TMouseParamView view;
+    switch (MouseActionParam(action)) {
+    case TMouseParam::Text:
+        view = {true, u"mousecfg_cpp_304", u"Text/macro:", true, assistAvailable};
+        break;
+    case TMouseParam::Script:
+        view = {true, showingEntry ? u"mousecfg_cpp_256" : u"mousecfg_cpp_310", u"Script file name:", true, false};
+        break;
+    case TMouseParam::None: break;
+    }
+    return view;
+}
+
+std::u16string MouseParamText(const TMouseAction& action) {
+    switch (MouseActionParam(action.action)) {
+    case TMouseParam::Text: return action.text;
+    case TMouseParam::Script: return action.script;
+    case TMouseParam::None: break;
+    }
+    return {};
+}
+
+TMouseAction MouseActionFromControls(int row, std::u16string_view paramText) {
+    TMouseAction action;
+    action.action = row >= 0 && static_cast<uint32_t>(row) < kMouseActionCount ? static_cast<uint32_t>(row) : 0;
+    if (MouseActionParam(action.action) == TMouseParam::Text) action.text = paramText;
+    if (MouseActionParam(action.action) == TMouseParam::Script) action.script = paramText;
+    return action;
+}
+
 }  // namespace qrl

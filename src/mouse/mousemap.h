@@ -72,4 +72,20 @@ std::u16string MouseActionText(const TMouseAction& action);
 // The event the dialog's controls describe: button 0 none, 1 left, 2 middle, 3 right.
 TMouseEvent MouseEventFromControls(int button, bool doubleClick, bool ctrl, bool shift, bool alt);
 
+// What the dialog's parameter controls show for an action: the label (by key and default), the
+// edit, and the Macro Assistant's button.
+struct TMouseParamView {
+    bool labelShown = false;
+    const char16_t* labelKey = u"";
+    const char16_t* labelDefault = u"";
+    bool editShown = false;
+    bool assistShown = false;
+};
+// `showingEntry`: the script label of an entry being shown has a key of its own.
+TMouseParamView MouseParamView(uint32_t action, bool assistAvailable, bool showingEntry);
+// The parameter the edit shows for an action: its text, its script, or nothing.
+std::u16string MouseParamText(const TMouseAction& action);
+// The action the controls describe: the combo's row (any row that is no action is 0) and the edit.
+TMouseAction MouseActionFromControls(int row, std::u16string_view paramText);
+
 }  // namespace qrl

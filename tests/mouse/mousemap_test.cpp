@@ -153,3 +153,42 @@ TEST(MouseNames, KeysAndDefaults) {
     EXPECT_EQ(MouseActionParam(14), TMouseParam::Text);
     EXPECT_EQ(MouseActionParam(10), TMouseParam::None);
 }
+
+// The dialog's parameter controls, and the action its controls describe: a change from a text action
+// to the script action keeps the edit's text, which then is the script.
+TEST(MouseDialogRules, ParameterControlsFollowTheAction) {
+    struct Case {
+        uint32_t action;
+        bool showing;
+        bool assist;
+        TMouseParamView want;
+    };
+    const Case cases[] = {
+        {kMouseSendText, false, true, {true, u"mousecfg_cpp_304", u"Text/macro:", true, true}},
+        {kMouseContHighlightSendText, true, false, {true, u"mousecfg_cpp_304", u"Text/macro:", true, false}},
+        {kMouseRunScript, true, true, {true, u"mousecfg_cpp_256", u"Script file name:", true, false}},
+        {kMouseRunScript, false, true, {true, u"mousecfg_cpp_310", u"Script file name:", true, false}},
+        {kMousePopupMenu, false, true, {}},
+        {99, false, true, {}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.action);
+        const TMouseParamView view = MouseParamView(c.action, c.assist, c.showing);
+        EXPECT_EQ(view.labelShown, c.want.labelShown);
+        EXPECT_EQ(std::u16string(view.labelKey), c.want.labelKey);
+        EXPECT_EQ(std::u16string(view.labelDefault), c.want.labelDefault);
+        EXPECT_EQ(view.editShown, c.want.editShown);
+        EXPECT_EQ(view.assistShown, c.want.assistShown);
+    }
+
+    const TMouseAction text = MouseActionFromControls(11, u"a:b");
+    EXPECT_EQ(text.text, u"a:b");
+    EXPECT_EQ(MouseParamText(text), u"a:b");
+    const TMouseAction script = MouseActionFromControls(12, u"a:b");
+    EXPECT_EQ(script.script, u"a:b");
+    EXPECT_EQ(script.text, u"");
+    EXPECT_EQ(MouseParamText(script), u"a:b");
+    EXPECT_EQ(MouseActionFromControls(15, u"x").action, 0u);
+    EXPECT_EQ(MouseActionFromControls(-1, u"x").action, 0u);
+    EXPECT_EQ(MouseParamText(MouseActionFromControls(6, u"x")), u"");
+}
