@@ -1,5 +1,7 @@
 #include "request/module_win.h"
 
+#include "mouse/mousedlg.h"
+
 namespace qrl {
 
 const std::array<TEditorRoute, kEditorRouteCount>& EditorRoutes() {
@@ -10,7 +12,7 @@ const std::array<TEditorRoute, kEditorRouteCount>& EditorRoutes() {
         nullptr,  // ColourMap (colours)
         nullptr,  // Printer (properties)
         nullptr,  // Hotspots (hotspots)
-        nullptr,  // MouseMap (mouse)
+        &RunMouseDialog,  // MouseMap (mouse)
     };
     return routes;
 }

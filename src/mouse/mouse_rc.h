@@ -1,0 +1,24 @@
+// Resource and control ids of the mouse map dialog. Included by the resource script: plain #defines.
+#pragma once
+
+#define IDD_MOUSECFG 160
+
+#define IDC_MOUSE_LEFT 1401
+#define IDC_MOUSE_MIDDLE 1402
+#define IDC_MOUSE_RIGHT 1403
+#define IDC_MOUSE_CLICK 1404
+#define IDC_MOUSE_DOUBLE 1405
+#define IDC_MOUSE_CTRL 1406
+#define IDC_MOUSE_SHIFT 1407
+#define IDC_MOUSE_ALT 1408
+#define IDC_MOUSE_SELECTION 1409
+#define IDC_MOUSE_ACTION 1410
+#define IDC_MOUSE_PARAM_LABEL 1411
+#define IDC_MOUSE_PARAM 1412
+#define IDC_MOUSE_ASSIST 1413
+#define IDC_MOUSE_DEFAULTS 1414
+#define IDC_MOUSE_BUTTON_GROUP 1415
+#define IDC_MOUSE_CLICK_GROUP 1416
+#define IDC_MOUSE_ACTION_LABEL 1417
+#define IDC_MOUSE_SHIFT_GROUP 1418
+#define IDC_MOUSE_HELP 9
