@@ -1,6 +1,7 @@
 #include "request/module_win.h"
 
 #include "mouse/mousedlg.h"
+#include "properties/printerdlg.h"
 
 namespace qrl {
 
@@ -10,7 +11,7 @@ const std::array<TEditorRoute, kEditorRouteCount>& EditorRoutes() {
     static const std::array<TEditorRoute, kEditorRouteCount> routes{
         nullptr,  // KeyMap (keyboard)
         nullptr,  // ColourMap (colours)
-        nullptr,  // Printer (properties)
+        &RunPrinterRoute,  // Printer (properties)
         nullptr,  // Hotspots (hotspots)
         &RunMouseDialog,  // MouseMap (mouse)
     };

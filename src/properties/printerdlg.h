@@ -1,0 +1,20 @@
+// The printer setup through the platform's print dialog, and the "Printer" route. Win32 only.
+#pragma once
+
+#include <windows.h>
+
+#include "properties/printer.h"
+
+namespace qrl {
+
+class TConfigSession;
+
+// The platform's printer setup, started from the property; false when the user cancelled, and the
+// property then stays as it was.
+bool EditPrinter(HWND parent, TPrinterProperty& property);
+
+// The editor of the "Printer" route: the printer dialog alone on the request's "Printer" value. 1
+// when the user chose a printer (the element holds it), 2 when not.
+int RunPrinterRoute(TConfigSession& session, void* parent);
+
+}  // namespace qrl
