@@ -13,6 +13,7 @@
 #include "locale/language.h"
 #include "macro/macroassistdlg.h"
 #include "properties/font.h"
+#include "properties/printerdlg.h"
 #include "request/run.h"
 #include "request/session.h"
 #include "text/textutil.h"
@@ -139,6 +140,32 @@ void OnMacroAssist(HWND dialog, TFormRun& run) {
         SetControlText(dialog, IDC_VALUE_EDIT, text);
     }
     RefreshTreeItem(dialog, run);
+}
+
+// The printer setup of the element: 3009 picks one with the platform's dialog, 3012 goes back to the
+// system's default printer and keeps the rest of the setup in the text.
+void ShowPrinter(HWND dialog, TFormRun& run, TPrinterProperty& printer) {
+    run.form.currentElement->value = PrinterToText(printer);
+    SetControlText(dialog, IDC_PRINTER_TEXT, PrinterShortText(printer));
+    RefreshTreeItem(dialog, run);
+}
+
+void OnEditPrinter(HWND dialog, TFormRun& run) {
+    TPrinterProperty printer;
+    ParsePrinter(run.form.currentElement->value, printer);
+    if (!EditPrinter(dialog, printer)) return;
+    printer.useDefault = false;
+    ShowPrinter(dialog, run, printer);
+}
+
+void OnDefaultPrinter(HWND dialog, TFormRun& run) {
+    const std::u16string question = Translate(u"run_cpp_2669", u"Use default printer?");
+    if (MessageBoxW(dialog, W(question), L"Quorl", MB_YESNO | MB_ICONQUESTION) != IDYES) return;
+    TPrinterProperty printer;
+    ParsePrinter(run.form.currentElement->value, printer);
+    printer.useDefault = true;
+    printer.device.clear();
+    ShowPrinter(dialog, run, printer);
 }
 
 DWORD FontFlags(const std::u16string& name) {
@@ -334,8 +361,14 @@ bool OnEditorCommand(HWND dialog, TFormRun& run, int id, int code) {
     case IDC_MACRO_ASSIST:
         if (code == BN_CLICKED) OnMacroAssist(dialog, run);
         break;
-    // 3009/3012 printer, 3013 special values and 3014 add language open editors of their own;
-    // 3011 does nothing by design.
+    case IDC_PRINTER_EDIT:
+        if (code == BN_CLICKED) OnEditPrinter(dialog, run);
+        break;
+    case IDC_PRINTER_DEFAULT:
+        if (code == BN_CLICKED) OnDefaultPrinter(dialog, run);
+        break;
+    // 3013 special values and 3014 add language open editors of their own; 3011 does nothing by
+    // design.
     default: break;
     }
     return true;
