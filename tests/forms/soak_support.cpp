@@ -1,0 +1,110 @@
+#include "soak.h"
+
+#include "driver.h"
+
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <vector>
+
+namespace qrl::test {
+
+namespace {
+
+std::size_t CountGdiObjects() {
+    // Under Wine a handle whose high word is 0 matches any live object at that index, so probing
+    // every index counts the live objects of the process.
+    std::size_t count = 0;
+    for (uintptr_t index = 1; index <= 0xFFFF; ++index)
+        if (GetObjectType(reinterpret_cast<HGDIOBJ>(index)) != 0) ++count;
+    return count;
+}
+
+// The process's counters of private bytes read 0 under Wine; walking the heaps works everywhere.
+std::size_t HeapBytesInUse() {
+    std::vector<HANDLE> heaps(GetProcessHeaps(0, nullptr) + 16);
+    heaps.resize(GetProcessHeaps(static_cast<DWORD>(heaps.size()), heaps.data()));
+    std::size_t total = 0;
+    for (HANDLE heap : heaps) {
+        if (!HeapLock(heap)) continue;
+        PROCESS_HEAP_ENTRY entry{};
+        while (HeapWalk(heap, &entry))
+            if (entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) total += entry.cbData;
+        HeapUnlock(heap);
+    }
+    return total;
+}
+
+// Least-squares growth per run of the readings taken at `runs`.
+double Slope(const std::vector<double>& runs, const std::vector<double>& values) {
+    const double n = static_cast<double>(runs.size());
+    double sx = 0, sy = 0, sxx = 0, sxy = 0;
+    for (std::size_t i = 0; i < runs.size(); ++i) {
+        sx += runs[i];
+        sy += values[i];
+        sxx += runs[i] * runs[i];
+        sxy += runs[i] * values[i];
+    }
+    const double denominator = n * sxx - sx * sx;
+    return denominator == 0 ? 0 : (n * sxy - sx * sy) / denominator;
+}
+
+}  // namespace
+
+Usage MeasureUsage() {
+    Usage u;
+    u.windows = ThreadWindows(GetCurrentThreadId()).size();
+    u.gdiObjects = CountGdiObjects();
+    u.heapBytes = HeapBytesInUse();
+    return u;
+}
+
+SoakResult Soak(int runs, const std::function<bool(int)>& body, int warmUp) {
+    SoakResult result;
+    // The platform fills its caches (fonts, classes, the language table) on the first runs.
+    for (int n = 0; n < warmUp; ++n)
+        if (!body(n)) ++result.failedRuns;
+    constexpr int kReadingsPerWindow = 8;
+    const int half = std::max(runs / 2, kReadingsPerWindow);
+    const int step = half / kReadingsPerWindow;
+    std::vector<double> slopes;
+    std::vector<Usage> edges;
+    int n = warmUp;
+    for (int window = 0; window < 2; ++window) {
+        std::vector<double> at, bytes;
+        const Usage first = MeasureUsage();
+        for (int reading = 0; reading < kReadingsPerWindow; ++reading) {
+            for (int i = 0; i < step; ++i, ++n)
+                if (!body(n)) ++result.failedRuns;
+            at.push_back(n);
+            bytes.push_back(static_cast<double>(MeasureUsage().heapBytes));
+        }
+        slopes.push_back(Slope(at, bytes));
+        edges.push_back(first);
+    }
+    const Usage last = MeasureUsage();
+    result.heapBytesPerRun = std::min(slopes[0], slopes[1]);
+    result.windowGrowth = static_cast<long long>(last.windows) - static_cast<long long>(edges[1].windows);
+    result.gdiGrowth = static_cast<long long>(last.gdiObjects) - static_cast<long long>(edges[1].gdiObjects);
+    char text[256];
+    std::snprintf(text, sizeof text,
+                  "%d runs: heap %.1f and %.1f bytes a run in the two windows, windows %+lld, GDI objects %+lld, "
+                  "%zu heap bytes at the end",
+                  n, slopes[0], slopes[1], result.windowGrowth, result.gdiGrowth, last.heapBytes);
+    result.summary = text;
+    return result;
+}
+
+void ExpectNoGrowth(int runs, const std::function<bool(int)>& body, double bytesPerRun) {
+    const SoakResult r = Soak(runs, body);
+    std::printf("[ soak     ] %s\n", r.summary.c_str());
+    EXPECT_EQ(r.failedRuns, 0);
+    EXPECT_EQ(r.windowGrowth, 0);
+    EXPECT_LE(r.gdiGrowth, 0);
+    EXPECT_LT(r.heapBytesPerRun, bytesPerRun) << r.summary;
+}
+
+}  // namespace qrl::test
