@@ -24,9 +24,7 @@ std::size_t ReadNumberStream(std::u16string_view text, int32_t* out, std::size_t
     std::size_t read = 0;
     while (read < count && pos < text.size()) {
         std::size_t used = 0;
-        const int32_t value = wcstolBase10(text.substr(pos), &used);
-        if (used == 0) break;
-        out[read++] = value;
+        out[read++] = wcstolBase10(text.substr(pos), &used);  // 0 where there is no number
         pos += used;
         if (pos < text.size()) ++pos;  // the separator, whatever it is
     }

@@ -35,8 +35,9 @@ protected:
 std::vector<std::u16string_view> SplitFields(std::u16string_view text, char16_t separator);
 
 // The number streams of the colour maps: each number is followed by one character, whatever it
-// is. Reads at most `count` numbers into `out` and returns how many it read; reading stops at the
-// end of the text or at a place that holds no number, so the caller keeps its defaults from there.
+// is. Reads at most `count` numbers into `out` and returns how many it read; a place that holds no
+// number (an empty field) reads as 0 and reading goes on. Reading stops at the end of the text, so
+// the caller keeps its defaults from there.
 std::size_t ReadNumberStream(std::u16string_view text, int32_t* out, std::size_t count);
 // Appends `value` in decimal followed by ";".
 void AppendStreamNumber(std::u16string& out, int32_t value);

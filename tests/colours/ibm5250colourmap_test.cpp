@@ -78,10 +78,15 @@ TEST(Ibm5250ColourMap, ShortOrBrokenTextsKeepTheDefaults) {
     map.Parse(u"");
     for (const T5250Row& r : map.rows) EXPECT_TRUE(RowIsDefault(r));
 
-    map.Parse(u"9;x;7;7;");
+    // A field without a number reads as 0 and reading goes on; one character is skipped after it,
+    // so "x;" is two fields.
+    map.Parse(u"9;;;8;");
     EXPECT_EQ(map.rows[0].mono, 9u);
-    EXPECT_EQ(map.rows[0].colour, 0u);  // the default: reading stopped at "x"
-    EXPECT_EQ(map.rows[0].foreground, 2);
+    EXPECT_EQ(map.rows[0].foreground, 0);
+    EXPECT_EQ(map.rows[0].background, 8);
+    map.Parse(u"9;x;7;");
+    EXPECT_EQ(map.rows[0].foreground, 0);
+    EXPECT_EQ(map.rows[0].background, 7);
 
     // Any single character separates, and a number that ends the text needs none.
     map.Parse(u"5,6 7a8");

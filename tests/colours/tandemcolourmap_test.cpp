@@ -59,15 +59,17 @@ TEST(TandemColourMap, StreamRoundTripsAndKeepsDefaultsWhereShort) {
     EXPECT_EQ(read.bytes[1], 47);
     for (std::size_t i = 2; i < TTandemColourMap::kIndexes; ++i) EXPECT_EQ(read.bytes[i], kNewMap[i]);
 
-    read.Parse(u"1;;3;");  // an empty field stops the reading
+    read.Parse(u"1;;3;");  // an empty field reads as 0 and reading goes on
     EXPECT_EQ(read.bytes[0], 1);
-    EXPECT_EQ(read.bytes[1], kNewMap[1]);
-    EXPECT_EQ(read.bytes[2], kNewMap[2]);
+    EXPECT_EQ(read.bytes[1], 0);
+    EXPECT_EQ(read.bytes[2], 3);
+    EXPECT_EQ(read.bytes[3], kNewMap[3]);
 
     read.Parse(u"300;");
     EXPECT_EQ(read.bytes[0], 44);  // the low byte
     read.Parse(u";;;");
-    EXPECT_EQ(read.bytes, kNewMap);
+    EXPECT_EQ(read.bytes[2], 0);
+    EXPECT_EQ(read.bytes[3], kNewMap[3]);
 }
 
 TEST(TandemColourMap, CombosStoreNibbles) {
