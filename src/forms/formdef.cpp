@@ -133,6 +133,8 @@ void ReadGroups(TConfigSession& session, const Element& node) {
 }
 
 TFormDef* FindForm(const TConfigSession& session, std::u16string_view name) {
+    // An empty name (no StartForm, no ActionParam) names no form, even a form sent without a Name.
+    if (name.empty()) return nullptr;
     const TFormStore* store = session.FindPart<TFormStore>();
     return store ? store->formIndex.Find(name) : nullptr;
 }

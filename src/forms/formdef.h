@@ -136,7 +136,7 @@ void ReadForm(TFormDef& form, const AdvXMLParser::Element& node);
 void ReadItem(TFormDef& form, const AdvXMLParser::Element& node);
 void ReadGroups(TConfigSession& session, const AdvXMLParser::Element& node);
 
-// First form / group of that name, case ignored; null when none.
+// First form / group of that name, case ignored; null when none. No form answers to an empty name.
 TFormDef* FindForm(const TConfigSession& session, std::u16string_view name);
 TGroupDef* FindGroup(const TConfigSession& session, std::u16string_view name);
 // Appends a form (named `name`, back-reference set) to the session's forms and its index.

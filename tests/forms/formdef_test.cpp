@@ -42,6 +42,7 @@ TEST(InterfaceReader, FormsItemsAndAttributes) {
         u"    <ComboBox/><Edit/><GroupBox/><Label/><ListBox/>\n"
         u"  </Form>\n"
         u"  <Form Name='main' Title='Shadowed'/>\n"
+        u"  <Form Title='Nameless'/>\n"
         u"</Interface>");
     ReadInterface(session, *doc->Root());
     EXPECT_EQ(session.startForm, u"Main");
@@ -80,6 +81,7 @@ TEST(InterfaceReader, FormsItemsAndAttributes) {
     EXPECT_EQ(form->items[10].kind, ItemKind::ListBox);
 
     EXPECT_EQ(FindForm(session, u"Second"), nullptr);
+    EXPECT_EQ(FindForm(session, u""), nullptr);  // no StartForm asks for the built-in form
     TConfigSession empty;
     EXPECT_EQ(FindForm(empty, u"Main"), nullptr);
 }
