@@ -105,20 +105,22 @@ void HotSpots::readSection(const std::u16string& file, std::u16string_view setNa
     Changed();
 }
 
-void HotSpots::Write(const char16_t* fileName, const char16_t* setNameArg) {
-    if (!dirty) return;
-    dirty = false;
+bool HotSpots::Write(const char16_t* fileName, const char16_t* setNameArg) {
+    if (!dirty) return true;
     const std::u16string section = setNameArg ? std::u16string{setNameArg} : setName;
-    // Without a file or a section name there is nowhere to store the set.
-    if (!fileName || !*fileName || section.empty()) return;
+    // Without a file or a section name there is nowhere to store the set: the changes stay.
+    if (!fileName || !*fileName || section.empty()) return false;
 
-    WriteIniString(section.c_str(), nullptr, nullptr, fileName);
-    WriteIniString(section.c_str(), u"FGndColour", FormatColourText(foreground, u',').c_str(), fileName);
-    WriteIniString(section.c_str(), u"BGndColour", FormatColourText(background, u',').c_str(), fileName);
-    WriteIniString(section.c_str(), u"On", decimal(enabled ? 1 : 0).c_str(), fileName);
+    bool ok = WriteIniString(section.c_str(), nullptr, nullptr, fileName);
+    ok = WriteIniString(section.c_str(), u"FGndColour", FormatColourText(foreground, u',').c_str(), fileName) && ok;
+    ok = WriteIniString(section.c_str(), u"BGndColour", FormatColourText(background, u',').c_str(), fileName) && ok;
+    ok = WriteIniString(section.c_str(), u"On", decimal(enabled ? 1 : 0).c_str(), fileName) && ok;
     int n = 1;
     for (const HotSpot& spot : spots)
-        if (spot.fromFile) WriteIniString(section.c_str(), hsKey(n++).c_str(), FormatHotSpotRecord(spot).c_str(), fileName);
+        if (spot.fromFile)
+            ok = WriteIniString(section.c_str(), hsKey(n++).c_str(), FormatHotSpotRecord(spot).c_str(), fileName) && ok;
+    dirty = !ok;
+    return ok;
 }
 
 int32_t HotSpots::Add(const HotSpot& spot) {

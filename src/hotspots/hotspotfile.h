@@ -26,8 +26,9 @@ public:
     // A null or empty argument only empties the set. A missing file reads as an empty one.
     virtual void Read(const char16_t* fileName, const char16_t* setName);
     // Stores the set into section `setName` (null: the set's name) if it is dirty, replacing the
-    // whole section.
-    virtual void Write(const char16_t* fileName, const char16_t* setName);
+    // whole section. False, and the set stays dirty, when there is no file or section name or a
+    // write fails; true when stored or there was nothing to store.
+    virtual bool Write(const char16_t* fileName, const char16_t* setName);
     // Called after every load; a place for a subclass to hear of it.
     virtual void Changed() {}
 

@@ -213,7 +213,17 @@ TEST_F(HotSpotFiles, WriteStoresTheWholeSectionOnlyWhenDirty) {
     const std::u16string path = file("d.hsp", original);
     HotSpots set;
     set.Read(path.c_str(), u"s");
-    set.Write(path.c_str(), nullptr);  // not dirty: nothing happens
+    EXPECT_TRUE(set.Write(path.c_str(), nullptr));  // not dirty: nothing happens
+    EXPECT_EQ(contents(path), original);
+
+    // Nowhere to store the changes: they are kept and the write says so.
+    HotSpots nameless;
+    nameless.dirty = true;
+    EXPECT_FALSE(nameless.Write(path.c_str(), nullptr));
+    EXPECT_FALSE(nameless.Write(path.c_str(), u""));
+    EXPECT_FALSE(nameless.Write(nullptr, u"s"));
+    EXPECT_FALSE(nameless.Write(latin1ToUtf16((dir_ / "no" / "d.hsp").string()).c_str(), u"s"));
+    EXPECT_TRUE(nameless.dirty);
     EXPECT_EQ(contents(path), original);
 
     set.Clear();
