@@ -9,9 +9,8 @@ namespace {
 
 // The value that the request's Data sent for a name (case ignored, first one wins), or empty.
 std::u16string sentValue(const TConfigSession& session, std::u16string_view name) {
-    for (const TDataValue& value : session.dataValues)
-        if (iequals(value.name, name)) return value.value;
-    return {};
+    const TDataValue* sent = session.FindDataValue(name);
+    return sent ? sent->value : std::u16string{};
 }
 
 uint32_t sentNumber(const TConfigSession& session, std::u16string_view name) {

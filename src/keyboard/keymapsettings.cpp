@@ -22,29 +22,17 @@ std::u16string booleanText(bool on) { return on ? u"1" : u"0"; }
 }  // namespace
 
 KeymapSettings::KeymapSettings(TConfigSession& session) : Session(&session) {
-    // Each value the request sent, in order; a name sent twice ends with the later value.
-    for (const TDataValue& data : session.dataValues) {
-        const std::u16string& name = data.name;
-        const std::u16string& value = data.value;
-        if (iequals(name, u"UseOldKeymap"))
-            UseOldKeymap = wtoi(value) != 0;
-        else if (iequals(name, u"Keyboard"))
-            Keyboard = value;
-        else if (iequals(name, u"KdfPath"))
-            KdfPath = value;
-        else if (iequals(name, u"EmName"))
-            EmName = value;
-        else if (iequals(name, u"numpadshift"))
-            numpadshift = booleanValue(value);
-        else if (iequals(name, u"numpad"))
-            numpad = wtoi(value);
-        else if (iequals(name, u"capslock"))
-            capslock = wtoi(value);
-        else if (iequals(name, u"PCKbLang"))
-            PCKbLang = wtoi(value);
-        else if (iequals(name, u"EmKbLang"))
-            EmKbLang = wtoi(value);
-    }
+    // A name sent twice counts with its first value, as everywhere else.
+    const auto sent = [&](std::u16string_view name) { return session.FindDataValue(name); };
+    if (const TDataValue* v = sent(u"UseOldKeymap")) UseOldKeymap = wtoi(v->value) != 0;
+    if (const TDataValue* v = sent(u"Keyboard")) Keyboard = v->value;
+    if (const TDataValue* v = sent(u"KdfPath")) KdfPath = v->value;
+    if (const TDataValue* v = sent(u"EmName")) EmName = v->value;
+    if (const TDataValue* v = sent(u"numpadshift")) numpadshift = booleanValue(v->value);
+    if (const TDataValue* v = sent(u"numpad")) numpad = wtoi(v->value);
+    if (const TDataValue* v = sent(u"capslock")) capslock = wtoi(v->value);
+    if (const TDataValue* v = sent(u"PCKbLang")) PCKbLang = wtoi(v->value);
+    if (const TDataValue* v = sent(u"EmKbLang")) EmKbLang = wtoi(v->value);
     if (keys().physicalKeys.empty()) PhysKey = -1;
     if (keys().emulationKeys.empty()) EmIndex = -1;
 }

@@ -50,13 +50,6 @@ void FillDataElement(Document& document, const TConfigSession& session, bool cha
     Element* root = document.Root();
     Element& data = (root ? *root : AdvXMLParser::EmptyElement()).AddElement(u"Data");
 
-    // The request's values by name, first one wins, for the change test.
-    TNameIndex<const TDataValue> sent;
-    if (changedOnly) {
-        sent.Reserve(session.dataValues.size());
-        for (const TDataValue& value : session.dataValues) sent.Add(value.name, &value);
-    }
-
     for (const TElementDef& element : session.elements) {
         if (IsListType(element.type)) {
             if (!listIsWritten(session, element.type)) continue;
@@ -73,7 +66,7 @@ void FillDataElement(Document& document, const TConfigSession& session, bool cha
         if (changedOnly) {
             // A value the request never sent counts as changed; otherwise the texts must differ,
             // case included. There is no dirty flag.
-            const TDataValue* before = sent.Find(element.name);
+            const TDataValue* before = session.FindDataValue(element.name);
             if (before && before->value == element.value) continue;
         }
         addItem(data, element.name, element.value);

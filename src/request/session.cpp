@@ -65,6 +65,14 @@ const TElementDef* TConfigSession::FindElement(std::u16string_view name) const {
     return elementIndex_.Find(name);
 }
 
+const TDataValue* TConfigSession::FindDataValue(std::u16string_view name) const {
+    for (; indexedDataValues_ < dataValues.size(); ++indexedDataValues_) {
+        const TDataValue& value = dataValues[indexedDataValues_];
+        dataIndex_.Add(value.name, &value);
+    }
+    return dataIndex_.Find(name);
+}
+
 TElementDef& TConfigSession::AddElement(std::u16string_view name) {
     TElementDef& element = elements.emplace_back();
     element.name = name;

@@ -71,6 +71,9 @@ public:
     const TElementDef* FindElement(std::u16string_view name) const;
     // Appends an empty element definition named `name`.
     TElementDef& AddElement(std::u16string_view name);
+    // The first value `Data` sent under that name, case ignored, or null. Every reader of the sent
+    // values asks here, so a name sent twice means the same everywhere.
+    const TDataValue* FindDataValue(std::u16string_view name) const;
 
     // Help for a topic over the link; an empty topic asks for helpTopic.
     void ShowHelp(std::u16string_view topic) const { link.ShowHelp(topic, helpTopic); }
@@ -94,7 +97,7 @@ public:
     // In document order. Elements keep their addresses (dialogs and trees point at them). Append
     // only; AddElement is the usual way, and FindElement also sees elements appended directly.
     std::deque<TElementDef> elements;
-    std::vector<TDataValue> dataValues;
+    std::deque<TDataValue> dataValues;  // append only, as elements
     std::vector<TModuleList> moduleLists;
 
     bool keyDataPresent = false;
@@ -135,6 +138,8 @@ private:
     // Elements are indexed lazily up to the count seen, so appends from anywhere are found too.
     mutable TNameIndex<TElementDef> elementIndex_;
     mutable std::size_t indexedElements_ = 0;
+    mutable TNameIndex<const TDataValue> dataIndex_;
+    mutable std::size_t indexedDataValues_ = 0;
 
     template <class T>
     static const void* PartKey() {

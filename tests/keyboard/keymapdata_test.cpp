@@ -170,7 +170,7 @@ TEST(KeymapSettings, ReadsSentValuesAndWritesBackOnlyDefinedOnes) {
     EXPECT_EQ(settings.capslock, kCapsOff);
     EXPECT_EQ(settings.numpad, kNumpadNumeric);  // not sent
     EXPECT_EQ(settings.PCKbLang, 3);
-    EXPECT_EQ(settings.EmKbLang, 4);             // the later item
+    EXPECT_EQ(settings.EmKbLang, 1);             // the first of two, as every reader of Data
     EXPECT_EQ(settings.KdfPath, u"C:\\kdf");
     EXPECT_EQ(settings.EmName, u"IBM5250");
     EXPECT_EQ(PcKeyboardStem(settings), u"at102");
