@@ -12,6 +12,13 @@
 
 namespace qrl::platform {
 
+// Whether `path` can name a file at all: not empty, shorter than the platform's path limit of 260
+// characters, no control characters, none of < > " |, a colon only behind a drive letter, and
+// (with `pattern`) the wildcards * and ? only in the last part. Paths come from requests and
+// hosts; every call below that takes one asks this first, and a path that fails counts as a
+// file that isn't there. A relative path must also still fit once made full (fullPath).
+bool isUsablePath(std::u16string_view path, bool pattern = false);
+
 // Names (without folder) of the entries matching `pattern` ("folder\*.ext"; "*" and "?" as
 // wildcards, case ignored) in the order the system returns them; nothing is sorted here.
 // An unreadable or missing folder gives an empty list.
@@ -34,7 +41,7 @@ bool writeFile(const std::u16string& path, std::string_view bytes);
 uint32_t fileTimeStamp(const std::u16string& path);
 
 // The absolute, normalised path as _wfullpath makes it with a buffer of 260 characters;
-// empty when it doesn't fit or can't be made.
+// empty when it doesn't fit, can't be made, or `path` is not usable (wildcards allowed).
 std::u16string fullPath(const std::u16string& path);
 
 // Milliseconds since some fixed point, wrapping at 2^32 (GetTickCount).

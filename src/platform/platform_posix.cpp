@@ -50,12 +50,18 @@ bool matchesMask(std::u16string_view name, std::u16string_view mask) {
     return m == mask.size();
 }
 
-std::vector<std::u16string> listNative(std::u16string_view pattern) {
+// A path the file calls may be given: usable as it stands and still within the limit once full.
+bool usable(const std::u16string& path, bool pattern = false) {
+    return isUsablePath(path, pattern) && !fullPath(path).empty();
+}
+
+std::vector<std::u16string> listNative(const std::u16string& pattern) {
     std::vector<std::u16string> names;
+    if (!usable(pattern, true)) return names;
     std::size_t cut = pattern.size();
     while (cut > 0 && !isSeparator(pattern[cut - 1])) --cut;
-    const std::u16string_view mask = pattern.substr(cut);
-    const std::string folder = cut == 0 ? std::string{"."} : nativePath(pattern.substr(0, cut));
+    const std::u16string_view mask = std::u16string_view{pattern}.substr(cut);
+    const std::string folder = cut == 0 ? std::string{"."} : nativePath(std::u16string_view{pattern}.substr(0, cut));
     DIR* dir = opendir(folder.c_str());
     if (!dir) return names;
     while (const dirent* entry = readdir(dir)) {
@@ -110,13 +116,15 @@ std::vector<std::u16string> listPlainFiles(const std::u16string& pattern) {
     return names;
 }
 
-bool readFile(const std::string& path, std::string& bytes) {
-    return readNative(nativePath(latin1ToUtf16(path)), bytes);
+bool readFile(const std::string& path, std::string& bytes) { return readFile(latin1ToUtf16(path), bytes); }
+
+bool readFile(const std::u16string& path, std::string& bytes) {
+    bytes.clear();
+    return usable(path) && readNative(nativePath(path), bytes);
 }
 
-bool readFile(const std::u16string& path, std::string& bytes) { return readNative(nativePath(path), bytes); }
-
 bool writeFile(const std::u16string& path, std::string_view bytes) {
+    if (!usable(path)) return false;
     const int fd = open(nativePath(path).c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
     if (fd < 0) return false;
     bool ok = true;
@@ -132,11 +140,12 @@ bool writeFile(const std::u16string& path, std::string_view bytes) {
 
 uint32_t fileTimeStamp(const std::u16string& path) {
     struct stat st{};
-    if (stat(nativePath(path).c_str(), &st) != 0) return 0;
+    if (!usable(path) || stat(nativePath(path).c_str(), &st) != 0) return 0;
     return static_cast<uint32_t>(st.st_mtime);
 }
 
 std::u16string fullPath(const std::u16string& path) {
+    if (!isUsablePath(path, true)) return {};
     std::u16string whole;
     if (path.empty() || !isSeparator(path[0])) {
         char cwd[4096];

@@ -20,25 +20,56 @@ bool isDotEntry(const wchar_t* name) {
     return name[0] == L'.' && (name[1] == 0 || (name[1] == L'.' && name[2] == 0));
 }
 
-bool readHandle(HANDLE h, std::string& bytes) {
+// Owns a file handle: closed on every way out, a failed allocation included.
+class FileHandle {
+public:
+    explicit FileHandle(HANDLE h) : h_(h) {}
+    ~FileHandle() {
+        if (valid()) CloseHandle(h_);
+    }
+    FileHandle(const FileHandle&) = delete;
+    FileHandle& operator=(const FileHandle&) = delete;
+    bool valid() const { return h_ != INVALID_HANDLE_VALUE; }
+    HANDLE get() const { return h_; }
+    // Closes now, for the writer that must know whether the close succeeded.
+    bool close() {
+        const bool ok = CloseHandle(h_) != 0;
+        h_ = INVALID_HANDLE_VALUE;
+        return ok;
+    }
+
+private:
+    HANDLE h_;
+};
+
+bool readHandle(const FileHandle& file, std::string& bytes) {
     bytes.clear();
-    if (h == INVALID_HANDLE_VALUE) return false;
+    if (!file.valid()) return false;
     LARGE_INTEGER size{};
-    bool ok = GetFileSizeEx(h, &size) != 0 && size.QuadPart >= 0 && size.QuadPart < (1LL << 31);
+    bool ok = GetFileSizeEx(file.get(), &size) != 0 && size.QuadPart >= 0 && size.QuadPart < (1LL << 31);
     if (ok) {
         bytes.resize(static_cast<std::size_t>(size.QuadPart));
         std::size_t done = 0;
         while (ok && done < bytes.size()) {
             DWORD got = 0;
-            ok = ReadFile(h, bytes.data() + done, static_cast<DWORD>(bytes.size() - done), &got, nullptr) != 0;
+            ok = ReadFile(file.get(), bytes.data() + done, static_cast<DWORD>(bytes.size() - done), &got, nullptr) != 0;
             if (ok && got == 0) break;  // the file shrank meanwhile
             done += got;
         }
         bytes.resize(done);
     }
-    CloseHandle(h);
     if (!ok) bytes.clear();
     return ok;
+}
+
+// A path the file calls may be given: usable as it stands and still within the limit once full.
+bool usable(const std::u16string& path, bool pattern = false) {
+    return isUsablePath(path, pattern) && !fullPath(path).empty();
+}
+bool usable(const std::string& path, bool pattern = false) {
+    std::u16string wide;  // "C"-locale text: a byte per character
+    for (const unsigned char c : path) wide.push_back(c);
+    return usable(wide, pattern);
 }
 
 }  // namespace
@@ -46,6 +77,7 @@ bool readHandle(HANDLE h, std::string& bytes) {
 std::vector<std::string> listFiles(const std::string& pattern) {
     std::vector<std::string> names;
     WIN32_FIND_DATAA data{};
+    if (!usable(pattern, true)) return names;
     HANDLE h = FindFirstFileA(pattern.c_str(), &data);
     if (h == INVALID_HANDLE_VALUE) return names;
     do {
@@ -58,6 +90,7 @@ std::vector<std::string> listFiles(const std::string& pattern) {
 std::vector<std::u16string> listFiles(const std::u16string& pattern) {
     std::vector<std::u16string> names;
     WIN32_FIND_DATAW data{};
+    if (!usable(pattern, true)) return names;
     HANDLE h = FindFirstFileW(wide(pattern), &data);
     if (h == INVALID_HANDLE_VALUE) return names;
     do {
@@ -71,6 +104,7 @@ std::vector<std::u16string> listPlainFiles(const std::u16string& pattern) {
     constexpr DWORD kNotPlain = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_DIRECTORY;
     std::vector<std::u16string> names;
     WIN32_FIND_DATAW data{};
+    if (!usable(pattern, true)) return names;
     HANDLE h = FindFirstFileW(wide(pattern), &data);
     if (h == INVALID_HANDLE_VALUE) return names;
     do {
@@ -82,39 +116,46 @@ std::vector<std::u16string> listPlainFiles(const std::u16string& pattern) {
 }
 
 bool readFile(const std::string& path, std::string& bytes) {
-    return readHandle(CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
-                                  OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr),
+    bytes.clear();
+    if (!usable(path)) return false;
+    return readHandle(FileHandle{CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                  OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr)},
                       bytes);
 }
 
 bool readFile(const std::u16string& path, std::string& bytes) {
-    return readHandle(CreateFileW(wide(path), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
-                                  FILE_ATTRIBUTE_NORMAL, nullptr),
+    bytes.clear();
+    if (!usable(path)) return false;
+    return readHandle(FileHandle{CreateFileW(wide(path), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
+                                  FILE_ATTRIBUTE_NORMAL, nullptr)},
                       bytes);
 }
 
 bool writeFile(const std::u16string& path, std::string_view bytes) {
-    HANDLE h = CreateFileW(wide(path), GENERIC_READ | GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
-                           FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (h == INVALID_HANDLE_VALUE) return false;
+    if (!usable(path)) return false;
+    FileHandle file{CreateFileW(wide(path), GENERIC_READ | GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+                                FILE_ATTRIBUTE_NORMAL, nullptr)};
+    if (!file.valid()) return false;
     bool ok = true;
     std::size_t done = 0;
     while (ok && done < bytes.size()) {
         DWORD put = 0;
-        ok = WriteFile(h, bytes.data() + done, static_cast<DWORD>(bytes.size() - done), &put, nullptr) != 0 && put > 0;
+        ok = WriteFile(file.get(), bytes.data() + done, static_cast<DWORD>(bytes.size() - done), &put, nullptr) != 0 && put > 0;
         done += put;
     }
-    return CloseHandle(h) != 0 && ok;
+    return file.close() && ok;
 }
 
 uint32_t fileTimeStamp(const std::u16string& path) {
     struct _stat64 st{};
+    if (!usable(path)) return 0;
     if (_wstat64(wide(path), &st) != 0) return 0;
     return static_cast<uint32_t>(st.st_mtime);
 }
 
 std::u16string fullPath(const std::u16string& path) {
     wchar_t buffer[MAX_PATH];
+    if (!isUsablePath(path, true)) return {};
     if (!_wfullpath(buffer, wide(path), MAX_PATH)) return {};
     return reinterpret_cast<const char16_t*>(buffer);
 }
@@ -125,17 +166,29 @@ void sleepMs(uint32_t milliseconds) { Sleep(milliseconds); }
 
 bool writeProfileString(const char16_t* section, const char16_t* key, const char16_t* value,
                         const char16_t* file) {
+    if (file && !usable(file)) return false;
     return WritePrivateProfileStringW(wide(section), wide(key), wide(value), wide(file)) != 0;
 }
 
 uint32_t getProfileString(const char16_t* section, const char16_t* key, const char16_t* defaultText,
                           char16_t* buffer, uint32_t size, const char16_t* file) {
+    if (file && !usable(file)) {
+        // Answered as for a file that isn't there: no names, or the default.
+        if (!buffer || size == 0) return 0;
+        std::u16string_view text = section && key && defaultText ? defaultText : u"";
+        text = text.substr(0, size - 1);
+        text.copy(buffer, text.size());
+        buffer[text.size()] = 0;
+        if (text.empty() && size > 1) buffer[1] = 0;
+        return static_cast<uint32_t>(text.size());
+    }
     return GetPrivateProfileStringW(wide(section), wide(key), wide(defaultText),
                                     reinterpret_cast<wchar_t*>(buffer), size, wide(file));
 }
 
 uint32_t getProfileInt(const char16_t* section, const char16_t* key, int32_t defaultValue,
                        const char16_t* file) {
+    if (file && !usable(file)) return static_cast<uint32_t>(defaultValue);
     return GetPrivateProfileIntW(wide(section), wide(key), defaultValue, wide(file));
 }
 

@@ -88,3 +88,52 @@ TEST(PlatformPaths, FullPathFoldsDotsAndSeparators) {
     // _wfullpath works in 260 characters; a longer result is refused.
     EXPECT_TRUE(platform::fullPath(dir.file(std::string(300, 'n'))).empty());
 }
+
+TEST(PlatformPaths, NamesThatCannotBeFilesNeverReachTheSystem) {
+    struct Case {
+        std::u16string path;
+        bool file, pattern;
+    };
+    const Case cases[] = {
+        {u"C:\\dir\\x.ini", true, true},
+        {u"rel\\x.ini", true, true},
+        {u"dir/*.la?g", false, true},
+        {u"di*r\\x.ini", false, false},
+        {u"", false, false},
+        {std::u16string(259, u'n'), true, true},
+        {std::u16string(260, u'n'), false, false},
+        {std::u16string(1000000, u'n'), false, false},
+        {u"a\tb", false, false},
+        {std::u16string(u"a\0b", 3), false, false},
+        {u"a<b", false, false},
+        {u"a>b", false, false},
+        {u"a\"b", false, false},
+        {u"a|b", false, false},
+        {u"ab:c", false, false},
+        {u"1:\\x", false, false},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(platform::isUsablePath(c.path), c.file) << c.path.size();
+        EXPECT_EQ(platform::isUsablePath(c.path, true), c.pattern) << c.path.size();
+    }
+
+    // Each seam answers an unusable name, and a relative one too long once made full, as a file
+    // that isn't there; files beside it stay untouched.
+    TempFolder dir;
+    dir.write("a.lang", "x");
+    const std::u16string cwd = std::filesystem::current_path().u16string();
+    for (const std::u16string& bad : {dir.file("a|b"), std::u16string(1000, u'n'), std::u16string(259 - cwd.size(), u'n')}) {
+        std::string bytes{"stale"};
+        EXPECT_FALSE(platform::readFile(bad, bytes));
+        EXPECT_EQ(bytes, "");
+        EXPECT_FALSE(platform::writeFile(bad, "x"));
+        EXPECT_EQ(platform::fileTimeStamp(bad), 0u);
+        EXPECT_TRUE(platform::listFiles(bad + u"\\*").empty());
+        EXPECT_FALSE(platform::writeProfileString(u"s", u"k", u"v", bad.c_str()));
+        char16_t buffer[8];
+        EXPECT_EQ(platform::getProfileString(u"s", u"k", u"dflt", buffer, 8, bad.c_str()), 4u);
+        EXPECT_EQ(platform::getProfileInt(u"s", u"k", 7, bad.c_str()), 7u);
+    }
+    EXPECT_TRUE(platform::listFiles(dir.file("a|*")).empty());
+    EXPECT_EQ(platform::listFiles(dir.file("a.*")), (std::vector<std::u16string>{u"a.lang"}));
+}
