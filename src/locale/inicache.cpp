@@ -3,6 +3,8 @@
 #include "platform/platform.h"
 #include "text/textutil.h"
 
+#include <pthread.h>
+
 #include <algorithm>
 
 namespace qrl {
@@ -131,7 +133,13 @@ std::string formatIniText(const std::vector<IniSection>& sections) {
 
 IniFileCache::IniFileCache(TickSource ticks) : ticks_(ticks ? ticks : platform::tickCount) {}
 
-IniFileCache::~IniFileCache() { flush(); }
+IniFileCache::~IniFileCache() {
+    flush();
+    // The lock is initialised statically, and std::recursive_mutex then never destroys it; the
+    // threads library may have allocated for it on first use. A DLL that is freed and loaded
+    // again would lose that each time.
+    pthread_mutex_destroy(lock_.native_handle());
+}
 
 IniFileCache& IniFileCache::instance() {
     static IniFileCache cache;
@@ -168,9 +176,19 @@ void IniFileCache::save(IniFileRecord& record) {
     record.fileTime = platform::fileTimeStamp(record.path);
 }
 
-IniFileRecord& IniFileCache::findFile(const char16_t* file) {
+namespace {
+// Full path of a file the cache may hold; empty for a name that cannot be a file.
+std::u16string cachePath(const char16_t* file) {
+    if (!file) return {};
     std::u16string path = platform::fullPath(file);
-    if (path.empty()) path = file;
+    return platform::isUsablePath(path) ? path : std::u16string{};
+}
+}  // namespace
+
+const IniFileRecord& IniFileCache::findFile(const char16_t* file) {
+    static const IniFileRecord noFile;  // no usable file: answered as a file that doesn't exist
+    std::u16string path = cachePath(file);
+    if (path.empty()) return noFile;
     for (IniFileRecord& record : files) {
         if (!iequals(record.path, path)) continue;
         const uint32_t tick = now();
@@ -195,8 +213,7 @@ uint32_t IniFileCache::GetIniString(const char16_t* section, const char16_t* key
     IniLock lock(lock_);
     if (!enabled) return platform::getProfileString(section, key, defaultText, buffer, size, file);
     if (!buffer || size == 0) return 0;
-    static const IniFileRecord noFile;  // no file named: answered as a file that doesn't exist
-    const IniFileRecord& record = file ? findFile(file) : noFile;
+    const IniFileRecord& record = findFile(file);
     std::vector<std::u16string_view> list;
     if (!section) {
         for (const IniSection& s : record.sections) list.push_back(s.name);
@@ -229,8 +246,8 @@ bool IniFileCache::WriteIniString(const char16_t* section, const char16_t* key, 
                                   const char16_t* file) {
     IniLock lock(lock_);
     if (file) {
-        std::u16string path = platform::fullPath(file);
-        if (path.empty()) path = file;
+        const std::u16string path = cachePath(file);
+        if (path.empty()) return false;  // not a file: nothing to write to
         std::erase_if(files, [&](const IniFileRecord& record) { return iequals(record.path, path); });
     }
     return platform::writeProfileString(section, key, value, file);

@@ -75,7 +75,9 @@ public:
     int32_t intervalMs = 5000;
 
 private:
-    IniFileRecord& findFile(const char16_t* file);
+    // The record of `file`, loaded if new; a null or unusable name gets an empty record that is
+    // not kept.
+    const IniFileRecord& findFile(const char16_t* file);
     void load(IniFileRecord& record);
     void save(IniFileRecord& record);
     void flush();

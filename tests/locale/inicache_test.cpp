@@ -208,6 +208,18 @@ TEST(IniCache, AMissingFileStaysAsAnEmptyRecordUntilItAppears) {
     EXPECT_EQ(cache.GetIniString(u"a", u"k", u"dflt", buffer, 8, nullptr), 4u);
     EXPECT_EQ(std::u16string{buffer}, u"dflt");
     EXPECT_EQ(cache.GetIniInt(u"a", u"k", 9, nullptr), 9);
+    // Nor does a name that cannot be a file, and the cache keeps no record of it; with the cache
+    // off the platform answers the same.
+    for (const std::u16string& bad : {std::u16string(1000, u'n'), std::u16string(u"a|b.ini")}) {
+        EXPECT_FALSE(cache.WriteIniString(u"a", u"k", u"v", bad.c_str()));
+        EXPECT_EQ(getString(cache, u"a", u"k", bad), u"<default>");
+        EXPECT_EQ(cache.GetIniInt(u"a", u"k", 9, bad.c_str()), 9);
+        cache.enabled = 0;
+        EXPECT_EQ(getString(cache, u"a", u"k", bad), u"<default>");
+        EXPECT_EQ(cache.GetIniInt(u"a", u"k", 9, bad.c_str()), 9);
+        cache.enabled = 1;
+    }
+    EXPECT_EQ(cache.files.size(), 1u);
 
     dir.write("late.ini", "[a]\r\nk=here\r\n");
     EXPECT_EQ(getString(cache, u"a", u"k", file), u"<default>");

@@ -113,6 +113,12 @@ TEST(Exports, FailedRequestsAre630WithStatusZero) {
         EXPECT_EQ(run.status, 0u);
         EXPECT_EQ(runConfig2W(request, 4096, false).code, 630);
     }
+    // An IniFile that cannot be a file is no file: the run goes on to its fault, whatever the length.
+    for (const std::size_t length : {1000u, 70000u, 1000000u})
+        EXPECT_EQ(runConfig2W(L"<Config IniFile=\"" + std::wstring(length, L'n') + L"\"><Data><Value/></Data></Config>",
+                              4096).code,
+                  630)
+            << length;
     // A null request is no request.
     uint32_t status = 7;
     wchar_t reply[16];
