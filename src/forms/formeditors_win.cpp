@@ -12,6 +12,7 @@
 #include "keyboard/keymapdata.h"
 #include "locale/language.h"
 #include "macro/macroassistdlg.h"
+#include "platform/platform.h"
 #include "properties/font.h"
 #include "properties/printerdlg.h"
 #include "request/run.h"
@@ -247,7 +248,9 @@ void OnBrowse(HWND dialog, TFormRun& run) {
     RefreshTreeItem(dialog, run);
 }
 
-bool PathExists(const std::u16string& path) { return GetFileAttributesW(W(path)) != INVALID_FILE_ATTRIBUTES; }
+bool PathExists(const std::u16string& path) {
+    return platform::isUsablePath(path) && GetFileAttributesW(W(path)) != INVALID_FILE_ATTRIBUTES;
+}
 
 void OnImportKey(HWND dialog, TFormRun& run) {
     TElementDef& element = *run.form.currentElement;
@@ -269,8 +272,10 @@ void OnImportKey(HWND dialog, TFormRun& run) {
         std::u16string directory = plan.directory;
         std::replace(directory.begin(), directory.end(), u'/', u'\\');
         while (directory.size() > 1 && directory.back() == u'\\') directory.pop_back();
-        SHCreateDirectoryExW(nullptr, W(directory), nullptr);
-        if (!CopyFileW(W(chosen), W(plan.target), TRUE)) {
+        // The folder comes from the host: a name that cannot be a path fails as a failed copy.
+        const bool usable = platform::isUsablePath(directory) && platform::isUsablePath(plan.target);
+        if (usable) SHCreateDirectoryExW(nullptr, W(directory), nullptr);
+        if (!usable || !CopyFileW(W(chosen), W(plan.target), TRUE)) {
             // One key stands for all three texts of this handler.
             const std::u16string text = Translate(formtexts::kCouldNotCreate) + plan.target + u"\"";
             const std::u16string caption = Translate(formtexts::kError);
