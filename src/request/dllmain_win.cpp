@@ -15,7 +15,13 @@ void SetModuleInstance(HINSTANCE instance) { g_instance = instance; }
 
 }  // namespace qrl
 
-extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID) {
+// The C++ runtime's release of its own buffers (the emergency exception pool), which it keeps until
+// the process ends; not declared in any header.
+namespace __gnu_cxx {
+void __freeres() noexcept;
+}
+
+extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID reserved) {
     // Nothing may leave this function; registration failures only leave a control unusable.
     try {
         if (reason == DLL_PROCESS_ATTACH) {
@@ -28,6 +34,8 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID) {
             qrl::UnregisterModuleClasses(instance);
             qrl::SetProcessHostChannel(nullptr);
             qrl::SetModuleInstance(nullptr);
+            // Freed by the host rather than the process ending: give the runtime's buffers back.
+            if (!reserved) __gnu_cxx::__freeres();
         }
     } catch (...) {
     }
