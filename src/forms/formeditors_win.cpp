@@ -325,7 +325,7 @@ void HideEditors(HWND dialog) {
 void ShowEditor(HWND dialog, TFormRun& run, bool byKeyboard) {
     const TElementDef* element = run.form.currentElement;
     if (!element) return;
-    const EditorView view = DescribeEditor(*element, MacroAssistEnabled());
+    const EditorView view = DescribeEditor(*element, run.session.macroAssist);
     {
         TBusyScope busy(run.busy);
         ApplyEditor(dialog, run, view);

@@ -25,7 +25,16 @@ void ReadHotspotItem(TConfigSession& session, const TElementDef&, const Element&
     }
 }
 
-void InstallHotspotHooks(TRequestHooks& hooks) { hooks.SetDataKind(u"hotspots", {&ReadHotspotItem, nullptr}); }
+// The reply carries back the file in use, as one inner item.
+void WriteHotspotItem(const TConfigSession& session, const TElementDef&, Element& data) {
+    Element& item = data.AddElement(u"Item");
+    item.SetAttribute(u"Element").SetText(u"Hotspots");
+    Element& file = item.AddElement(u"Item");
+    file.SetAttribute(u"Element").SetText(u"filename");
+    file.SetAttribute(u"Value").SetText(session.hotspotFile);
+}
+
+void InstallHotspotHooks(TRequestHooks& hooks) { hooks.SetDataKind(u"hotspots", {&ReadHotspotItem, &WriteHotspotItem}); }
 
 std::u16string HotSpotFullPath(const TConfigSession& session) {
     return joinPath(session.hotspotDirectory, session.hotspotFile);

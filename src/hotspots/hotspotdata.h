@@ -17,9 +17,10 @@ class TRequestHooks;
 // Reads the `Item` children `filename`, `directory` and `emulation` (names case ignored) into
 // hotspotFile, hotspotDirectory and hotspotEmulation; other names and other tags are passed over.
 void ReadHotspotItem(TConfigSession& session, const TElementDef& def, const AdvXMLParser::Element& item);
+// Appends the reply's `Hotspots` item: the file in use (hotspotFile).
+void WriteHotspotItem(const TConfigSession& session, const TElementDef& def, AdvXMLParser::Element& data);
 
-// Installs the reader for the hotspots type. The reply's block (the file name) is the reply
-// writer's own.
+// Installs the reader and the writer of the hotspots type.
 void InstallHotspotHooks(TRequestHooks& hooks);
 
 // The path of the file in use: hotspotFile as it stands when absolute, else inside

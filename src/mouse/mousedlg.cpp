@@ -8,7 +8,6 @@
 #include "mouse/mouse_rc.h"
 #include "mouse/mousehooks.h"
 #include "mouse/mousenames.h"
-#include "request/run.h"
 #include "request/session.h"
 
 #include <utility>
@@ -93,7 +92,7 @@ void MouseDlg::ShowEvent() {
     SetControlText(Window(), IDC_MOUSE_SELECTION, MouseEventLabel(event, MouseNames()));
     const TMouseAction& action = Lookup(map_, event);
     SendDlgItemMessageW(Window(), IDC_MOUSE_ACTION, CB_SETCURSEL, action.action, 0);
-    ShowParamControls(MouseParamView(action.action, MacroAssistEnabled(), true));
+    ShowParamControls(MouseParamView(action.action, session_.macroAssist, true));
     if (MouseActionParam(action.action) != TMouseParam::None)
         SetControlText(Window(), IDC_MOUSE_PARAM, MouseParamText(action));
 }
@@ -102,7 +101,7 @@ void MouseDlg::ShowEvent() {
 void MouseDlg::StoreAction() {
     const int row = static_cast<int>(SendDlgItemMessageW(Window(), IDC_MOUSE_ACTION, CB_GETCURSEL, 0, 0));
     const TMouseAction action = MouseActionFromControls(row, GetControlText(Window(), IDC_MOUSE_PARAM));
-    ShowParamControls(MouseParamView(action.action, MacroAssistEnabled(), false));
+    ShowParamControls(MouseParamView(action.action, session_.macroAssist, false));
     SetMapping(map_, CurrentEvent(), action);
 }
 

@@ -3,9 +3,7 @@
 #include <array>
 #include <cstdint>
 
-#include "properties/font.h"
-#include "properties/printer.h"
-#include "properties/sslcertificate.h"
+#include "request/hooks.h"
 #include "text/textutil.h"
 
 namespace qrl {
@@ -170,27 +168,16 @@ std::u16string ElementValueToText(const TElementDef& element) {
     case ElementType::Rgb:
         text = u"RGB=" + element.value;
         break;
-    case ElementType::Font: {
-        TFontDescription font;
-        ParseFont(element.value, font);
-        text = FontShortText(font);
-        break;
-    }
-    case ElementType::Printer: {
-        TPrinterProperty printer;
-        printer.Parse(element.value);
-        text = printer.ShortText();
+    case ElementType::Font:
+    case ElementType::Printer:
+    case ElementType::SslCertificate: {
+        const TShortTextFn shortText = RequestHooks().ShortText(element.type);
+        text = shortText ? shortText(element.value) : std::u16string(u"???");
         break;
     }
     case ElementType::Char8:
         text = CharacterText(element.value);
         break;
-    case ElementType::SslCertificate: {
-        TSslCertificateProperty certificate;
-        certificate.Parse(element.value);
-        text = certificate.ShortText();
-        break;
-    }
     case ElementType::Charset:
     case ElementType::TandemColours:
     case ElementType::Ibm5250Colours:

@@ -7,6 +7,10 @@
 #include <vector>
 #include <string>
 
+// The public header, so that the compiler holds the exports to what hosts are told.
+#define QRL4CFG_BUILDING
+#include "qrl4cfg.h"
+
 #include "forms/formdef.h"
 #include "forms/pleasewait.h"
 #include "forms/runform.h"
@@ -18,6 +22,13 @@
 #include "request/session.h"
 
 namespace qrl {
+
+static_assert(QRL4CFG_OK == kResultOk && QRL4CFG_CANCELLED == kResultCancelled &&
+              QRL4CFG_TOO_SMALL == kResultTooSmall && QRL4CFG_FAILED == kResultFailed);
+static_assert(QRL4CFG_STATUS_ACCEPT == static_cast<uint32_t>(RunStatus::Accept) &&
+              QRL4CFG_STATUS_CANCELLED == static_cast<uint32_t>(RunStatus::Cancelled) &&
+              QRL4CFG_STATUS_CONNECT == static_cast<uint32_t>(RunStatus::Connect) &&
+              QRL4CFG_STATUS_MODULE_CHANGE == static_cast<uint32_t>(RunStatus::ModuleChange));
 
 namespace {
 

@@ -1,10 +1,5 @@
 #include "request/hooks.h"
 
-#include "colours/colourhooks.h"
-#include "forms/formdef.h"
-#include "hotspots/hotspotdata.h"
-#include "keyboard/keymapdata.h"
-#include "mouse/mousehooks.h"
 
 namespace qrl {
 
@@ -21,25 +16,14 @@ const TDataKind& TRequestHooks::DataKind(ElementType type) const {
     return index < kinds_.size() ? kinds_[index] : kNone;
 }
 
-const TRequestHooks& RequestHooks() {
-    static const TRequestHooks hooks = [] {
-        TRequestHooks made;
-        InstallRequestHooks(made);
-        return made;
-    }();
-    return hooks;
+void TRequestHooks::SetShortText(ElementType type, TShortTextFn shortText) {
+    const auto index = static_cast<std::size_t>(type);
+    if (index < shortTexts_.size()) shortTexts_[index] = shortText;
 }
 
-void InstallRequestHooks(TRequestHooks& hooks) {
-    // Each subsystem that reads a share of the request installs its readers and writers here, e.g.
-    //   hooks.interfaceReader = &ReadInterface;   hooks.groupsReader = &ReadGroups;
-    //   hooks.SetDataKind(u"keymaplist", {&ReadKeyMapItem, &WriteKeyMapItem});
-    hooks.interfaceReader = &ReadInterface;
-    hooks.groupsReader = &ReadGroups;
-    InstallColourHooks(hooks);
-    InstallMouseHooks(hooks);
-    InstallKeyDataHooks(hooks);
-    InstallHotspotHooks(hooks);
+TShortTextFn TRequestHooks::ShortText(ElementType type) const {
+    const auto index = static_cast<std::size_t>(type);
+    return index < shortTexts_.size() ? shortTexts_[index] : nullptr;
 }
 
 }  // namespace qrl

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <array>
+#include <string>
 #include <string_view>
 
 #include "request/elementdef.h"
@@ -29,10 +30,13 @@ struct TDataKind {
         nullptr;
     // Appends this element's `Item`, or nothing, to `data` of a reply. Called only while the
     // presence flag of the type is set, and never for keylist and attrnames, which travel one way.
-    // Without one, hotspots writes its built-in item (the file name) and the other types nothing.
+    // Without one nothing is written.
     void (*write)(const TConfigSession& session, const TElementDef& def, AdvXMLParser::Element& data) =
         nullptr;
 };
+
+// The short text of a value of a property type (font, printer, certificate).
+using TShortTextFn = std::u16string (*)(std::u16string_view value);
 
 class TRequestHooks {
 public:
@@ -45,13 +49,19 @@ public:
     // The hooks of a list type; both members null when none were installed.
     const TDataKind& DataKind(ElementType type) const;
 
+    void SetShortText(ElementType type, TShortTextFn shortText);
+    // Null when the type has none.
+    TShortTextFn ShortText(ElementType type) const;
+
 private:
     std::array<TDataKind, kElementTypeCount> kinds_{};
+    std::array<TShortTextFn, kElementTypeCount> shortTexts_{};
 };
 
-// The process-wide set, filled once, on first use, by InstallRequestHooks.
+// The process-wide set, filled once, on first use, by InstallRequestHooks. Both are defined where
+// the program is put together (src/app), so that this folder needs none of the subsystems.
 const TRequestHooks& RequestHooks();
-// Each subsystem that reads part of a request adds its line here (hooks.cpp).
+// Each subsystem that reads part of a request adds its line there.
 void InstallRequestHooks(TRequestHooks& hooks);
 
 }  // namespace qrl

@@ -20,24 +20,6 @@ void addItem(Element& data, std::u16string_view name, std::u16string_view value)
     item.SetAttribute(u"Value").SetText(value);
 }
 
-// Whether a list type has anything to write: its presence flag. Key lists and attribute names
-// travel one way and are never written.
-bool listIsWritten(const TConfigSession& session, ElementType type) {
-    switch (type) {
-    case ElementType::KeyMapList:
-    case ElementType::KeyStringList:
-        return session.keyDataPresent;
-    case ElementType::ColourSchemeList:
-        return session.attrDataPresent;
-    case ElementType::Hotspots:
-        return session.hotspotDataPresent;
-    case ElementType::MouseMap:
-        return session.mouseDataPresent;
-    default:
-        return false;
-    }
-}
-
 std::u16string write(const Document& document) {
     std::u16string out;
     AdvXMLParser::WriteDocument(document, out);
@@ -52,15 +34,8 @@ void FillDataElement(Document& document, const TConfigSession& session, bool cha
 
     for (const TElementDef& element : session.elements) {
         if (IsListType(element.type)) {
-            if (!listIsWritten(session, element.type)) continue;
-            if (const auto writeKind = session.hooks->DataKind(element.type).write) {
-                writeKind(session, element, data);
-            } else if (element.type == ElementType::Hotspots) {
-                // The hot spot item needs nothing but the session's own fields.
-                Element& item = data.AddElement(u"Item");
-                item.SetAttribute(u"Element").SetText(u"Hotspots");
-                addItem(item, u"filename", session.hotspotFile);
-            }
+            if (!ListIsWritten(session, element.type)) continue;
+            if (const auto writeKind = session.hooks->DataKind(element.type).write) writeKind(session, element, data);
             continue;
         }
         if (changedOnly) {

@@ -20,6 +20,7 @@ constexpr std::array<std::u16string_view, kEditorRouteCount> kEditorTypes{
 
 int runGeneral(TConfigSession& session, const AdvXMLParser::Element& root, void* parent, char16_t* reply,
                uint64_t capacity, RunStatus& status, const TRunRoutes& routes) {
+    session.macroAssist = g_macroAssist;
     session.LoadRequest(root);
     session.ApplyDataValues();
     const int result = routes.form ? routes.form(session, parent) : 0;
@@ -51,6 +52,7 @@ int runEditor(std::u16string_view request, TEditorRoute editor, void* parent, ch
     if (!editor) throw ECfgError(u"no editor for this module type");
     // Each editor reads the request anew into a session of its own.
     TConfigSession session;
+    session.macroAssist = g_macroAssist;
     session.LoadRequestText(request);
     const int result = editor(session, parent);
     if (result != kDialogOk) return result;
@@ -82,15 +84,8 @@ int RunConfig(std::u16string_view request, void* parent, char16_t* reply, uint64
         auto session = std::make_unique<TConfigSession>();
         RefillPageNames();
 
-        std::unique_ptr<AdvXMLParser::Document> document;
-        try {
-            AdvXMLParser::Parser parser;
-            document = parser.Parse(request.data(), request.size());
-        } catch (const AdvXMLParser::ParsingException& error) {
-            throw ECfgError(u"XML parsing error : line " + decimal(error.GetLine()));
-        }
-        const AdvXMLParser::Element* rootNode = document->Root();
-        const AdvXMLParser::Element& root = rootNode ? *rootNode : AdvXMLParser::EmptyElement();
+        const std::unique_ptr<AdvXMLParser::Document> document = ParseRequestText(request);
+        const AdvXMLParser::Element& root = RequestRoot(*document);
         if (!iequals(root.GetName(), u"Config")) throw ECfgError(u"root node must be <Config>");
         const std::u16string moduleType = root.GetAttribute(u"ModuleType").GetText();
 

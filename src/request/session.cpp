@@ -79,17 +79,21 @@ TElementDef& TConfigSession::AddElement(std::u16string_view name) {
     return element;
 }
 
-void TConfigSession::LoadRequestText(std::u16string_view text) {
-    std::unique_ptr<AdvXMLParser::Document> document;
+std::unique_ptr<AdvXMLParser::Document> ParseRequestText(std::u16string_view text) {
     try {
         AdvXMLParser::Parser parser;
-        document = parser.Parse(text.data(), text.size());
+        return parser.Parse(text.data(), text.size());
     } catch (const AdvXMLParser::ParsingException& error) {
         throw ECfgError(u"XML parsing error : line " + decimal(error.GetLine()));
     }
-    const Element* root = document->Root();
-    LoadRequest(root ? *root : AdvXMLParser::EmptyElement());
 }
+
+const Element& RequestRoot(const AdvXMLParser::Document& document) {
+    const Element* root = document.Root();
+    return root ? *root : AdvXMLParser::EmptyElement();
+}
+
+void TConfigSession::LoadRequestText(std::u16string_view text) { LoadRequest(RequestRoot(*ParseRequestText(text))); }
 
 void TConfigSession::LoadRequest(const Element& root) {
     if (!isTag(root, u"Config")) throw ECfgError(u"root node must be <Config>");
@@ -183,6 +187,43 @@ void TConfigSession::ReadElements(const Element& dtd) {
     }
 }
 
+namespace {
+
+// What each list type of `Data` sets when it comes, and whether a reply carries it back. Key lists
+// and attribute names travel one way.
+struct TListRule {
+    ElementType type;
+    bool TConfigSession::*present;
+    bool written;
+};
+constexpr TListRule kListRules[] = {
+    {ElementType::KeyList, nullptr, false},
+    {ElementType::KeyMapList, &TConfigSession::keyDataPresent, true},
+    {ElementType::KeyStringList, &TConfigSession::keyDataPresent, true},
+    {ElementType::ColourSchemeList, &TConfigSession::attrDataPresent, true},
+    {ElementType::AttrNames, &TConfigSession::attrDataPresent, false},
+    {ElementType::Hotspots, &TConfigSession::hotspotDataPresent, true},
+    {ElementType::MouseMap, &TConfigSession::mouseDataPresent, true},
+};
+
+const TListRule* listRule(ElementType type) {
+    for (const TListRule& rule : kListRules)
+        if (rule.type == type) return &rule;
+    return nullptr;
+}
+
+}  // namespace
+
+bool* ListPresenceFlag(TConfigSession& session, ElementType type) {
+    const TListRule* rule = listRule(type);
+    return rule && rule->present ? &(session.*(rule->present)) : nullptr;
+}
+
+bool ListIsWritten(const TConfigSession& session, ElementType type) {
+    const TListRule* rule = listRule(type);
+    return rule && rule->written && session.*(rule->present);
+}
+
 void TConfigSession::ReadData(const Element& data) {
     for (std::size_t i = 0; i < data.GetChildCount(); ++i) {
         const Element* item = data.GetChild(i).AsElement();
@@ -195,24 +236,7 @@ void TConfigSession::ReadData(const Element& data) {
             dataValues.push_back(TDataValue{std::move(name), attr(*item, u"Value")});
             continue;
         }
-        switch (def->type) {
-        case ElementType::KeyMapList:
-        case ElementType::KeyStringList:
-            keyDataPresent = true;
-            break;
-        case ElementType::ColourSchemeList:
-        case ElementType::AttrNames:
-            attrDataPresent = true;
-            break;
-        case ElementType::Hotspots:
-            hotspotDataPresent = true;
-            break;
-        case ElementType::MouseMap:
-            mouseDataPresent = true;
-            break;
-        default:  // keylist sets no flag
-            break;
-        }
+        if (bool* present = ListPresenceFlag(*this, def->type)) *present = true;
         if (const auto read = hooks->DataKind(def->type).read) read(*this, *def, *item);
     }
 }

@@ -23,6 +23,7 @@
 #include "request/nameindex.h"
 
 namespace AdvXMLParser {
+class Document;
 class Element;
 }
 
@@ -117,6 +118,8 @@ public:
     std::u16string helpTopic;
     HostLink link;  // linkWindow and linkMessage
     bool connected = false;
+    // Whether fields offer the Macro Assistant: the process-wide flag as the run found it.
+    bool macroAssist = false;
     std::u16string authFileDirectory;
     std::vector<std::u16string> authFiles;  // sorted
 
@@ -165,5 +168,16 @@ T* TConfigSession::FindPart() const {
         if (key == PartKey<T>()) return static_cast<T*>(part.get());
     return nullptr;
 }
+
+// The presence flag a list type of `Data` sets, or null for a type that sets none.
+bool* ListPresenceFlag(TConfigSession& session, ElementType type);
+// Whether a reply writes the list type: it came with the request and travels both ways.
+bool ListIsWritten(const TConfigSession& session, ElementType type);
+
+// The one reading of a request text into a document; a syntax error becomes ECfgError "XML
+// parsing error : line N".
+std::unique_ptr<AdvXMLParser::Document> ParseRequestText(std::u16string_view text);
+// The document's root, or an empty element for a document without one.
+const AdvXMLParser::Element& RequestRoot(const AdvXMLParser::Document& document);
 
 }  // namespace qrl

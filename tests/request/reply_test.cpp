@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "hotspots/hotspotdata.h"
 #include "request/hooks.h"
 #include "request/reply.h"
 #include "request/session.h"
@@ -111,6 +112,7 @@ TEST(Reply, ListTypesWriteThroughTheirHooksWhenPresent) {
     TRequestHooks hooks;
     ASSERT_TRUE(hooks.SetDataKind(u"keymaplist", TDataKind{nullptr, &writeKeyMap}));
     ASSERT_TRUE(hooks.SetDataKind(u"keylist", TDataKind{nullptr, &writeKeyMap}));
+    ASSERT_TRUE(hooks.SetDataKind(u"hotspots", TDataKind{nullptr, &WriteHotspotItem}));
     TConfigSession s;
     s.hooks = &hooks;
     load(s,
