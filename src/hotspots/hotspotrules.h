@@ -53,7 +53,7 @@ struct TStyleSample {
 inline constexpr uint32_t kSampleGrey = 8421504;
 inline constexpr uint32_t kSampleLightGrey = 12632256;
 inline constexpr uint32_t kSampleBlack = 0;
-// `own` is the hotspot's colours when overrideColour is on; otherwise the set's.
+// The colours given are the hotspot's own when overrideColour is on, otherwise the set's.
 TStyleSample StyleSampleFor(int32_t style, bool held, uint32_t background, uint32_t foreground);
 
 }  // namespace qrl
