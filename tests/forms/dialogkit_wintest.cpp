@@ -175,11 +175,8 @@ TEST(DialogKit, UnloadingTheModuleTakesItsPleaseWaitWindowAlong) {
     HWND owner = CreateWindowExW(0, L"STATIC", L"owner", WS_POPUP, 0, 0, 300, 200, nullptr, nullptr, nullptr, nullptr);
     openWait(owner, 0);
     HWND wait = nullptr;
-    for (HWND w : ThreadWindows(GetCurrentThreadId())) {
-        wchar_t name[64] = {};
-        GetClassNameW(w, name, 64);
-        if (std::wstring(name) == L"PleaseWaitWin" && GetWindow(w, GW_OWNER) == owner) wait = w;
-    }
+    for (HWND w : ThreadWindowsOfClass(GetCurrentThreadId(), L"PleaseWaitWin"))
+        if (GetWindow(w, GW_OWNER) == owner) wait = w;
     ASSERT_NE(wait, nullptr);
     FreeLibrary(module);
     EXPECT_FALSE(IsWindow(wait));

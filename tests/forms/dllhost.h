@@ -5,7 +5,10 @@
 #include <windows.h>
 
 #include <cstdint>
+#include <initializer_list>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 namespace qrl::test {
@@ -15,6 +18,12 @@ struct RunResult {
     uint32_t status = 0xFFFFFFFF;
     std::u16string reply;
 };
+
+// A reply as the host receives it (UTF-8): its Data items, then whatever follows them.
+std::string ReplyText(std::initializer_list<std::pair<std::u16string, std::u16string>> items,
+                      std::u16string_view rest = {});
+// The reply of a run in UTF-8, to compare with ReplyText.
+std::string Utf8(const std::u16string& text);
 
 // Where this build's DLL lies.
 std::wstring ProductPath();

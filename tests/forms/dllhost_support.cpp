@@ -13,6 +13,19 @@ Product& Product::Get() {
     return product;
 }
 
+std::string ReplyText(std::initializer_list<std::pair<std::u16string, std::u16string>> items,
+                      std::u16string_view rest) {
+    std::u16string text = u"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Config>\n";
+    if (items.size() != 0) {
+        text += u"  <Data>\n";
+        for (const auto& [name, value] : items) text += u"    <Item Element=\"" + name + u"\" Value=\"" + value + u"\"/>\n";
+        text += u"  </Data>\n";
+    }
+    return utf16ToUtf8(text + std::u16string(rest) + u"</Config>");
+}
+
+std::string Utf8(const std::u16string& text) { return utf16ToUtf8(text); }
+
 std::wstring ProductPath() {
     // The DLL is built beside the tests: <build>/src/qrl4cfg.dll, the tests in <build>/tests.
     wchar_t path[MAX_PATH] = {};

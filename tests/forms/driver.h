@@ -69,6 +69,8 @@ std::vector<std::string> RunDriven(const std::function<void()>& dialogCall,
 
 // Every visible or hidden top-level window of a thread.
 std::vector<HWND> ThreadWindows(DWORD thread);
+// Those of them of one window class.
+std::vector<HWND> ThreadWindowsOfClass(DWORD thread, const std::wstring& className);
 
 // Reads a UTF-8 file into 16-bit text; empty when it can't be read.
 std::u16string ReadUtf8File(const std::string& path);

@@ -52,6 +52,16 @@ std::vector<HWND> ThreadWindows(DWORD thread) {
     return windows;
 }
 
+std::vector<HWND> ThreadWindowsOfClass(DWORD thread, const std::wstring& className) {
+    std::vector<HWND> found;
+    for (HWND w : ThreadWindows(thread)) {
+        wchar_t name[64] = {};
+        GetClassNameW(w, name, 64);
+        if (className == name) found.push_back(w);
+    }
+    return found;
+}
+
 HWND Driver::WaitForDialog(const std::wstring& title, int timeoutMs, int settleMs) {
     // A dialog is findable before WM_INITDIALOG has run; it becomes visible only after.
     HWND w = WaitFor(thread_, timeoutMs,

@@ -12,14 +12,8 @@
 namespace qrl::test {
 namespace {
 
-std::vector<HWND> WaitWindows() {
-    std::vector<HWND> found;
-    for (HWND w : ThreadWindows(GetCurrentThreadId())) {
-        wchar_t name[64] = {};
-        GetClassNameW(w, name, 64);
-        if (std::wstring(name) == L"PleaseWaitWin") found.push_back(w);
-    }
-    return found;
+std::vector<HWND> WaitWindows(DWORD thread = GetCurrentThreadId()) {
+    return ThreadWindowsOfClass(thread, L"PleaseWaitWin");
 }
 
 void Pump() {
@@ -76,12 +70,7 @@ TEST(PleaseWait, OpensOnceClosesByPostAndByTheFirstDialog) {
         [&] { product.RunConfig2W(u"<Config ModuleType='Comms'/>", owner.get()); },
         [&](Driver& d) {
             HWND dlg = d.WaitForDialog(L"Configure  ");
-            duringDialog = 0;
-            for (HWND w : ThreadWindows(d.DialogThread())) {
-                wchar_t name[64] = {};
-                GetClassNameW(w, name, 64);
-                if (std::wstring(name) == L"PleaseWaitWin") ++duringDialog;
-            }
+            duringDialog = WaitWindows(d.DialogThread()).size();
             Driver::Click(dlg, IDCANCEL);
             d.WaitGone(dlg);
         });

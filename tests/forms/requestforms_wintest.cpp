@@ -12,8 +12,6 @@
 namespace qrl::test {
 namespace {
 
-const std::u16string kHead = u"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Config>\n";
-
 // Control ids of the sample's start form, as the template gives them: 5000 on in item order,
 // the action buttons their own.
 enum MainIds {
@@ -29,6 +27,17 @@ std::u16string Emul(const HostWindow* host = nullptr) {
 }
 
 bool Checked(HWND dialog, int id) { return IsDlgButtonChecked(dialog, id) == BST_CHECKED; }
+
+// Runs form `name` of `session` through the form engine with `script` driving it.
+int RunFormDriven(TConfigSession& session, const std::u16string& name, const std::wstring& title,
+              const std::function<void(Driver&, HWND)>& script) {
+    EnsureFormClasses();
+    int result = 0;
+    const auto failures = RunDriven([&] { result = RunForm(session, FindForm(session, name), nullptr); },
+                                    [&](Driver& d) { script(d, d.WaitForDialog(title)); });
+    for (const std::string& f : failures) ADD_FAILURE() << f;
+    return result;
+}
 
 TEST(RequestForms, StartFormShowsCollectsAndNests) {
     ASSERT_TRUE(Product::Get().Loaded());
@@ -80,15 +89,8 @@ TEST(RequestForms, StartFormShowsCollectsAndNests) {
     EXPECT_EQ(r.status, 0u);
     // Columns: position 2 less min 80. The list of the nested form had no selection, so Bell
     // took its default, which is what Data sent: not in the reply.
-    EXPECT_EQ(utf16ToUtf8(r.reply), utf16ToUtf8(kHead + u"  <Data>\n"
-                                                        u"    <Item Element=\"Terminal\" Value=\"VT320\"/>\n"
-                                                        u"    <Item Element=\"Cursor\" Value=\"20\"/>\n"
-                                                        u"    <Item Element=\"Columns\" Value=\"-78\"/>\n"
-                                                        u"    <Item Element=\"Answerback\" Value=\"XY\"/>\n"
-                                                        u"    <Item Element=\"NoBell\" Value=\"1\"/>\n"
-                                                        u"    <Item Element=\"Tabs\" Value=\"4\"/>\n"
-                                                        u"  </Data>\n"
-                                                        u"</Config>"));
+    EXPECT_EQ(Utf8(r.reply), ReplyText({{u"Terminal", u"VT320"}, {u"Cursor", u"20"}, {u"Columns", u"-78"},
+                                        {u"Answerback", u"XY"}, {u"NoBell", u"1"}, {u"Tabs", u"4"}}));
 }
 
 TEST(RequestForms, HelpAndModuleButtonsOfARequestForm) {
@@ -112,66 +114,47 @@ TEST(RequestForms, HelpAndModuleButtonsOfARequestForm) {
         if (call.code == 2094 && call.text == u"vt.index") helpSent = true;
     EXPECT_TRUE(helpSent);
     EXPECT_EQ(r.status, 3u);
-    EXPECT_EQ(utf16ToUtf8(r.reply), utf16ToUtf8(kHead + u"  <Directives>\n"
-                                                        u"    <ChangeEmul ModuleName=\"ibm5250\"/>\n"
-                                                        u"  </Directives>\n"
-                                                        u"</Config>"));
+    EXPECT_EQ(Utf8(r.reply), ReplyText({}, u"  <Directives>\n    <ChangeEmul ModuleName=\"ibm5250\"/>\n  </Directives>\n"));
 }
 
 TEST(RequestForms, NestedOkSurvivesCancelOfTheOuterForm) {
-    EnsureFormClasses();
     auto session = LoadSession(Emul());
-    int result = 0;
-    const auto failures = RunDriven(
-        [&] { result = RunForm(*session, FindForm(*session, session->startForm), nullptr); },
-        [&](Driver& d) {
-            HWND dlg = d.WaitForDialog(L"VT Settings");
-            Driver::Type(GetDlgItem(dlg, kAnswerback), L"lost");
-            Driver::Click(dlg, kMore);
-            HWND more = d.WaitForDialog(L"More VT Settings");
-            Driver::Type(GetDlgItem(more, kTabs), L"2");
-            Driver::Click(more, IDOK);
-            d.WaitGone(more);
-            Driver::Click(dlg, IDCANCEL);
-            d.WaitGone(dlg);
-        });
-    for (const std::string& f : failures) ADD_FAILURE() << f;
+    const int result = RunFormDriven(*session, session->startForm, L"VT Settings", [](Driver& d, HWND dlg) {
+        Driver::Type(GetDlgItem(dlg, kAnswerback), L"lost");
+        Driver::Click(dlg, kMore);
+        HWND more = d.WaitForDialog(L"More VT Settings");
+        Driver::Type(GetDlgItem(more, kTabs), L"2");
+        Driver::Click(more, IDOK);
+        d.WaitGone(more);
+        Driver::Click(dlg, IDCANCEL);
+        d.WaitGone(dlg);
+    });
     EXPECT_EQ(result, 2);
     EXPECT_EQ(session->FindElement(u"Tabs")->value, u"2");       // written by the nested OK
     EXPECT_EQ(session->FindElement(u"Answerback")->value, u"VT");  // the outer form collected nothing
 }
 
 TEST(RequestForms, AFormWithoutItemsEndsOnlyByClosingIt) {
-    EnsureFormClasses();
     auto session = LoadSession(u"<Config><Interface StartForm='e'><Form Name='e' Title='Empty' Width='100' "
                                u"Height='40' Font='MS Shell Dlg' FontSize='8'/></Interface></Config>");
-    int result = 0;
-    const auto failures = RunDriven([&] { result = RunForm(*session, FindForm(*session, u"E"), nullptr); },
-                                    [&](Driver& d) {
-                                        HWND dlg = d.WaitForDialog(L"Empty");
-                                        EXPECT_EQ(GetWindow(dlg, GW_CHILD), nullptr);
-                                        PostMessageW(dlg, WM_CLOSE, 0, 0);
-                                        d.WaitGone(dlg);
-                                    });
-    for (const std::string& f : failures) ADD_FAILURE() << f;
+    const int result = RunFormDriven(*session, u"E", L"Empty", [](Driver& d, HWND dlg) {
+        EXPECT_EQ(GetWindow(dlg, GW_CHILD), nullptr);
+        PostMessageW(dlg, WM_CLOSE, 0, 0);
+        d.WaitGone(dlg);
+    });
     EXPECT_EQ(result, 2);
 }
 
 TEST(RequestForms, LongTextsAreCutAtCollection) {
-    EnsureFormClasses();
     auto session = LoadSession(u"<Config><DTD><Element Name='T' Type='text'/></DTD><Interface StartForm='f'>"
                                u"<Form Name='f' Title='Long' Width='200' Height='60' Font='MS Shell Dlg' FontSize='8'>"
                                u"<Edit Element='T' Width='100' Height='12'/><Button Action='OK' Top='20' Width='40' Height='14'/>"
                                u"</Form></Interface></Config>");
-    int result = 0;
-    const auto failures = RunDriven([&] { result = RunForm(*session, FindForm(*session, u"f"), nullptr); },
-                                    [&](Driver& d) {
-                                        HWND dlg = d.WaitForDialog(L"Long");
-                                        SetWindowTextW(GetDlgItem(dlg, 5000), std::wstring(2000, L'a').c_str());
-                                        Driver::Click(dlg, IDOK);
-                                        d.WaitGone(dlg);
-                                    });
-    for (const std::string& f : failures) ADD_FAILURE() << f;
+    const int result = RunFormDriven(*session, u"f", L"Long", [](Driver& d, HWND dlg) {
+        SetWindowTextW(GetDlgItem(dlg, 5000), std::wstring(2000, L'a').c_str());
+        Driver::Click(dlg, IDOK);
+        d.WaitGone(dlg);
+    });
     EXPECT_EQ(result, 1);
     EXPECT_EQ(session->FindElement(u"T")->value, std::u16string(1023, u'a'));
 }
