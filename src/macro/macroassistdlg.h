@@ -12,6 +12,9 @@
 
 namespace qrl {
 
+// The mode of a field that takes any macro text (a hotspot's or a mouse action's send string).
+inline constexpr uint32_t kMacroTextMode = 7;
+
 // Runs the dialog modally on `parent`; 1 for OK, which replaces `text` with the dialog's macro
 // text (whether it parses or not), 2 for Cancel. `hostWindow` (may be 0) answers the Help button;
 // `mode` is the macro level: 1 escapes, 3 also emulation keys, any other the full language.

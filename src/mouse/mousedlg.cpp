@@ -36,9 +36,6 @@ constexpr TDialogText kMouseTexts[] = {
     {IDC_MOUSE_HELP, {u"IDHELP", u"&Help"}},
 };
 
-// Macros sent by a mouse action may use the whole language.
-constexpr uint32_t kMouseMacroMode = 7;
-
 class MouseDlg : public TDialog {
 public:
     explicit MouseDlg(TConfigSession& session) : session_(session), map_(SessionMouseMap(session)) {}
@@ -108,7 +105,7 @@ void MouseDlg::StoreAction() {
 void MouseDlg::RunAssistant() {
     std::u16string text = GetControlText(Window(), IDC_MOUSE_PARAM);
     if (runMacroAssistant(Window(), text, KeyDataOf(std::as_const(session_)).emulationKeys, session_.link.window,
-                          kMouseMacroMode) != IDOK)
+                          kMacroTextMode) != IDOK)
         return;
     {
         TBusyScope busy(busy_);

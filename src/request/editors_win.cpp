@@ -1,5 +1,6 @@
 #include "request/module_win.h"
 
+#include "hotspots/hotspotsdlg.h"
 #include "mouse/mousedlg.h"
 #include "properties/printerdlg.h"
 
@@ -12,7 +13,7 @@ const std::array<TEditorRoute, kEditorRouteCount>& EditorRoutes() {
         nullptr,  // KeyMap (keyboard)
         nullptr,  // ColourMap (colours)
         &RunPrinterRoute,  // Printer (properties)
-        nullptr,  // Hotspots (hotspots)
+        &RunHotSpotDialog,  // Hotspots (hotspots)
         &RunMouseDialog,  // MouseMap (mouse)
     };
     return routes;

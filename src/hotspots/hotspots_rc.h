@@ -1,0 +1,86 @@
+// Resource and control ids of the hotspot dialogs. Included by the resource script: plain #defines.
+#pragma once
+
+#define IDD_HOTSPOTS 170
+#define IDD_CFG_HOTSPOT 171
+#define IDD_HS_MATCHSTRING 172
+#define IDD_CFG_HOTSPOTS_COLOURS 173
+#define IDD_HS_SAVESET 174
+
+// Configure HotSpots
+#define IDC_HS_ENABLE 1701
+#define IDC_HS_COLOURS 1702
+#define IDC_HS_FILE_LABEL 1703
+#define IDC_HS_FILE 1704
+#define IDC_HS_BROWSE 1705
+#define IDC_HS_SET_LABEL 1706
+#define IDC_HS_SET 1707
+#define IDC_HS_SAVE 1708
+#define IDC_HS_SAVEAS 1709
+#define IDC_HS_LIST_LABEL 1710
+#define IDC_HS_LIST 1711
+#define IDC_HS_EDIT 1712
+#define IDC_HS_NEW 1713
+#define IDC_HS_DELETE 1714
+#define IDC_HS_COPY 1715
+
+// Configure HotSpot
+#define IDC_HS_DESCRIPTION_LABEL 1720
+#define IDC_HS_DESCRIPTION 1721
+#define IDC_HS_SEND_LABEL 1722
+#define IDC_HS_SEND 1723
+#define IDC_HS_ASSIST 1724
+#define IDC_HS_STYLE_LABEL 1725
+#define IDC_HS_STYLE 1726
+#define IDC_HS_PERMANENT 1727
+#define IDC_HS_RELATIVE 1728
+#define IDC_HS_MATCH 1729
+#define IDC_HS_AREA_GROUP 1730
+#define IDC_HS_LEFT_LABEL 1731
+#define IDC_HS_LEFT 1732
+#define IDC_HS_TOP_LABEL 1733
+#define IDC_HS_TOP 1734
+#define IDC_HS_RIGHT_LABEL 1735
+#define IDC_HS_RIGHT 1736
+#define IDC_HS_BOTTOM_LABEL 1737
+#define IDC_HS_BOTTOM 1738
+#define IDC_HS_OVERRIDE 1739
+#define IDC_HS_SET_COLOUR 1740
+#define IDC_HS_SAMPLE 1741
+
+// Configure HotSpot Match String
+#define IDC_HS_STRING_LABEL 1750
+#define IDC_HS_STRING 1751
+#define IDC_HS_PRE_LABEL 1752
+#define IDC_HS_PRE 1753
+#define IDC_HS_POST_LABEL 1754
+#define IDC_HS_POST 1755
+#define IDC_HS_CASE 1756
+#define IDC_HS_WILDCARDS 1757
+#define IDC_HS_AUTO 1758
+#define IDC_HS_PREPOST 1759
+
+// Configure HotSpots Colours: each group's bars are red, green, blue in id order.
+#define IDC_HS_FG_GROUP 1760
+#define IDC_HS_FG_EMULATION 1761
+#define IDC_HS_FG_RED 1762
+#define IDC_HS_FG_GREEN 1763
+#define IDC_HS_FG_BLUE 1764
+#define IDC_HS_BG_GROUP 1765
+#define IDC_HS_BG_EMULATION 1766
+#define IDC_HS_BG_RED 1767
+#define IDC_HS_BG_GREEN 1768
+#define IDC_HS_BG_BLUE 1769
+#define IDC_HS_FG_RED_LABEL 1770
+#define IDC_HS_FG_GREEN_LABEL 1771
+#define IDC_HS_FG_BLUE_LABEL 1772
+#define IDC_HS_BG_RED_LABEL 1773
+#define IDC_HS_BG_GREEN_LABEL 1774
+#define IDC_HS_BG_BLUE_LABEL 1775
+#define IDC_HS_COLOUR_SAMPLE 1776
+
+// Save HotSpot Set
+#define IDC_HS_SETNAME_LABEL 1780
+#define IDC_HS_SETNAME 1781
+
+#define IDC_HS_HELP 9

@@ -1,0 +1,48 @@
+// Configure HotSpots, with a hotspot edited and the colours opened, a few hundred times in one process.
+#include "forms/dllhost.h"
+#include "forms/driver.h"
+#include "forms/soak.h"
+#include "hotspots/hotspots_rc.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+
+namespace qrl::test {
+namespace {
+
+// Opens the dialog that `id` of `dlg` opens, and closes it with `button`.
+void Through(Driver& d, HWND dlg, int id, const std::wstring& title, int button) {
+    Driver::Click(dlg, id);
+    HWND inner = d.WaitForDialog(title, 15000, 0);
+    Driver::Click(inner, button);
+    d.WaitGone(inner);
+}
+
+TEST(Soak, HotSpots) {
+    ASSERT_TRUE(Product::Get().Loaded());
+    wchar_t temp[MAX_PATH] = {};
+    GetTempPathW(MAX_PATH, temp);
+    const std::filesystem::path file = std::filesystem::path(temp) / L"qrl_hotspots_soak.hsp";
+    std::ofstream(file, std::ios::binary) << "[IBM5250]\r\nHS1=Spot,2,3,0,0,0,5,0,,0,0,,,0,0,0,0,{Enter},0,0,0,,,0,0,,,\r\n";
+    const std::u16string request =
+        u"<Config ModuleType=\"Hotspots\"><DTD><Element Name=\"Hotspots\" Type=\"hotspots\"/></DTD><Data>"
+        u"<Item Element=\"Hotspots\"><Item Element=\"filename\" Value=\"" + file.u16string() +
+        u"\"/><Item Element=\"emulation\" Value=\"IBM5250\"/></Item></Data></Config>";
+    ExpectNoGrowth(200, [&](int) {
+        RunResult r;
+        const auto failures = RunDriven([&] { r = Product::Get().RunConfig2W(request); }, [](Driver& d) {
+            HWND dlg = d.WaitForDialog(L"Configure HotSpots", 15000, 0);
+            Through(d, dlg, IDC_HS_EDIT, L"Configure HotSpot", IDOK);
+            Through(d, dlg, IDC_HS_COLOURS, L"Configure HotSpots Colours", IDCANCEL);
+            Driver::Click(dlg, IDCANCEL);  // nothing written
+            d.WaitGone(dlg);
+        });
+        return failures.empty() && r.code == 2;
+    });
+    std::filesystem::remove(file);
+}
+
+}  // namespace
+}  // namespace qrl::test

@@ -1,0 +1,282 @@
+// The "Hotspots" route through the DLL: Configure HotSpots and the dialogs it opens, driven as a
+// user drives them; the file is read back and the reply compared as the host receives it. The
+// list, save-question and colour rules themselves are checked natively.
+#include "forms/dllhost.h"
+#include "forms/driver.h"
+#include "hotspots/hotspotfile.h"
+#include "hotspots/hotspots_rc.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+
+namespace qrl::test {
+namespace {
+
+namespace fs = std::filesystem;
+using Rows = std::vector<std::wstring>;
+
+const std::wstring kTitle = L"Configure HotSpots";
+
+std::string Record(const std::u16string& description) {
+    HotSpot spot;
+    spot.description = description;
+    spot.recordType = kRecordText;
+    spot.sendString = u"{Enter}";
+    return Utf8(FormatHotSpotRecord(spot));
+}
+
+Rows Rows_(HWND dlg, int id, UINT countMessage, UINT textMessage) {
+    Rows rows;
+    const int count = static_cast<int>(SendDlgItemMessageW(dlg, id, countMessage, 0, 0));
+    for (int i = 0; i < count; ++i) {
+        wchar_t text[256] = {};
+        SendDlgItemMessageW(dlg, id, textMessage, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(text));
+        rows.push_back(text);
+    }
+    return rows;
+}
+Rows ListRows(HWND dlg) { return Rows_(dlg, IDC_HS_LIST, LB_GETCOUNT, LB_GETTEXT); }
+Rows SetRows(HWND dlg) { return Rows_(dlg, IDC_HS_SET, CB_GETCOUNT, CB_GETLBTEXT); }
+int ListSelection(HWND dlg) { return static_cast<int>(SendDlgItemMessageW(dlg, IDC_HS_LIST, LB_GETCURSEL, 0, 0)); }
+bool Enabled(HWND dlg, int id) { return IsWindowEnabled(GetDlgItem(dlg, id)) != FALSE; }
+bool ListButtonsEnabled(HWND dlg) {
+    return Enabled(dlg, IDC_HS_EDIT) && Enabled(dlg, IDC_HS_DELETE) && Enabled(dlg, IDC_HS_COPY);
+}
+
+void SelectRow(Driver& d, HWND dlg, int row) {
+    HWND list = GetDlgItem(dlg, IDC_HS_LIST);
+    SendMessageW(list, LB_SETCURSEL, static_cast<WPARAM>(row), 0);
+    SendMessageW(dlg, WM_COMMAND, MAKEWPARAM(IDC_HS_LIST, LBN_SELCHANGE), reinterpret_cast<LPARAM>(list));
+    d.Settle();
+}
+
+// Clicks `id` of `dlg`, lets `script` work the dialog titled `title` that opens, and waits for it to go.
+void InDialog(Driver& d, HWND dlg, int id, const std::wstring& title, const std::function<void(HWND)>& script) {
+    Driver::Click(dlg, id);
+    HWND inner = d.WaitForDialog(title);
+    script(inner);
+    d.WaitGone(inner);
+    d.Settle();
+}
+
+void Press(HWND dlg, int id) { Driver::Click(dlg, id); }
+
+// Chooses a set; the notification is posted, since it may open the save question.
+void ChooseSet(HWND dlg, int row) {
+    HWND combo = GetDlgItem(dlg, IDC_HS_SET);
+    SendMessageW(combo, CB_SETCURSEL, static_cast<WPARAM>(row), 0);
+    PostMessageW(dlg, WM_COMMAND, MAKEWPARAM(IDC_HS_SET, CBN_SELCHANGE), reinterpret_cast<LPARAM>(combo));
+}
+
+class HotSpotRoute : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(Product::Get().Loaded());
+        wchar_t temp[MAX_PATH] = {};
+        GetTempPathW(MAX_PATH, temp);
+        // A folder per test: the ini cache trusts a file it has read for a few seconds.
+        const std::string test = ::testing::UnitTest::GetInstance()->current_test_info()->name();
+        folder_ = fs::path(temp) / ("qrl_hotspots_" + test);
+        fs::remove_all(folder_);
+        fs::create_directories(folder_);
+        WriteFile("[version]\r\nVersion=2\r\n[IBM5250]\r\nBGndColour=192,192,192\r\nHS1=" + Record(u"Zeta") +
+                  "\r\nHS2=" + Record(u"Alpha") + "\r\n[Other]\r\nHS1=" + Record(u"Beta") + "\r\n");
+    }
+    void TearDown() override {
+        std::error_code ignored;
+        fs::remove_all(folder_, ignored);
+    }
+    void WriteFile(const std::string& text) const { std::ofstream(folder_ / L"test.hsp", std::ios::binary) << text; }
+    std::u16string Path() const { return (folder_ / L"test.hsp").u16string(); }
+    HotSpots ReadSet(const char16_t* name) const {
+        HotSpots set;
+        set.Read(Path().c_str(), name);
+        return set;
+    }
+    RunResult Run(const std::function<void(Driver&, HWND)>& script) const {
+        const std::u16string request =
+            u"<Config ModuleType=\"Hotspots\"><DTD><Element Name=\"Hotspots\" Type=\"hotspots\"/>"
+            u"<Element Name=\"filename\"/></DTD><Data><Item Element=\"Hotspots\">"
+            u"<Item Element=\"filename\" Value=\"test.hsp\"/><Item Element=\"directory\" Value=\"" +
+            folder_.u16string() + u"\"/><Item Element=\"emulation\" Value=\"IBM5250.default\"/></Item></Data></Config>";
+        RunResult result;
+        const auto failures = RunDriven([&] { result = Product::Get().RunConfig2W(request); },
+                                        [&](Driver& d) { script(d, d.WaitForDialog(kTitle)); });
+        for (const std::string& f : failures) ADD_FAILURE() << f;
+        return result;
+    }
+    fs::path folder_;
+};
+
+TEST_F(HotSpotRoute, AnEditedHotSpotIsSortedInWrittenOnOkAndTheFileReplied) {
+    Rows rows, sets, after;
+    std::wstring file, description;
+    bool matchAfterPermanent = true;
+    int selectedAfter = -2;
+    const RunResult r = Run([&](Driver& d, HWND dlg) {
+        rows = ListRows(dlg);
+        sets = SetRows(dlg);
+        file = Driver::Text(GetDlgItem(dlg, IDC_HS_FILE));
+        SelectRow(d, dlg, 1);
+        InDialog(d, dlg, IDC_HS_EDIT, L"Configure HotSpot", [&](HWND edit) {
+            description = Driver::Text(GetDlgItem(edit, IDC_HS_DESCRIPTION));
+            Driver::Type(GetDlgItem(edit, IDC_HS_DESCRIPTION), L"Aardvark");
+            Driver::Choose(edit, IDC_HS_STYLE, 4);
+            InDialog(d, edit, IDC_HS_MATCH, L"Configure HotSpot Match String", [&](HWND match) {
+                Driver::Type(GetDlgItem(match, IDC_HS_STRING), L"Go");
+                Driver::Tick(match, IDC_HS_CASE);
+                Driver::Choose(match, IDC_HS_PREPOST, 2);
+                Press(match, IDOK);
+            });
+            Driver::Tick(edit, IDC_HS_PERMANENT);
+            matchAfterPermanent = Enabled(edit, IDC_HS_MATCH);
+            Driver::Type(GetDlgItem(edit, IDC_HS_LEFT), L"3");
+            Driver::Type(GetDlgItem(edit, IDC_HS_RIGHT), L"9");
+            Press(edit, IDOK);
+        });
+        after = ListRows(dlg);
+        selectedAfter = ListSelection(dlg);
+        Press(dlg, IDOK);
+        d.WaitGone(dlg);
+    });
+    EXPECT_EQ(rows, (Rows{L"Alpha", L"Zeta"}));
+    EXPECT_EQ(sets, (Rows{L"IBM5250", L"Other"}));
+    EXPECT_EQ(file, L"test.hsp");
+    EXPECT_EQ(description, L"Zeta");
+    EXPECT_FALSE(matchAfterPermanent);
+    EXPECT_EQ(after, (Rows{L"Aardvark", L"Alpha"}));
+    EXPECT_EQ(selectedAfter, 0);  // the edited one, wherever the sort put it
+    EXPECT_EQ(r.code, 0);
+    EXPECT_EQ(Utf8(r.reply), "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Config>\n  <Data>\n"
+                             "    <Item Element=\"Hotspots\">\n      <Item Element=\"filename\" Value=\"test.hsp\"/>\n"
+                             "    </Item>\n    <Item Element=\"filename\" Value=\"" + Utf8(Path()) + "\"/>\n"
+                             "  </Data>\n</Config>");
+    const HotSpots saved = ReadSet(u"IBM5250");
+    ASSERT_EQ(saved.spots.size(), 2u);
+    const HotSpot& spot = saved.spots.front();
+    EXPECT_EQ(spot.description, u"Aardvark");
+    EXPECT_EQ(spot.buttonStyle, 4);
+    EXPECT_TRUE(spot.permanent);
+    EXPECT_EQ(std::make_pair(spot.left, spot.right), std::make_pair(3, 9));
+    EXPECT_EQ(spot.matchString, u"Go");
+    EXPECT_EQ(spot.caseSensitive, 1);
+    EXPECT_EQ(spot.prePostMode, 2);
+    EXPECT_EQ(spot.sendString, u"{Enter}");
+}
+
+// Cancel on the save question keeps the old set's hotspots while the combo shows the new set.
+TEST_F(HotSpotRoute, ChangingTheSetAsksToSaveTheChangedOne) {
+    std::wstring question, shownSet;
+    Rows afterCancel, afterYes;
+    const RunResult r = Run([&](Driver& d, HWND dlg) {
+        Driver::Tick(dlg, IDC_HS_ENABLE);
+        ChooseSet(dlg, 1);
+        HWND box = d.WaitForPopup(dlg);
+        question = Driver::MessageText(box);
+        Press(box, IDCANCEL);
+        d.WaitGone(box);
+        d.Settle();
+        afterCancel = ListRows(dlg);
+        shownSet = Driver::Text(GetDlgItem(dlg, IDC_HS_SET));
+        ChooseSet(dlg, 1);
+        box = d.WaitForPopup(dlg);
+        Press(box, IDYES);
+        d.WaitGone(box);
+        d.Settle();
+        afterYes = ListRows(dlg);
+        Press(dlg, IDCANCEL);
+        d.WaitGone(dlg);
+    });
+    EXPECT_EQ(question, L"Save changes to HotSpot set 'IBM5250'?");
+    EXPECT_EQ(afterCancel, (Rows{L"Alpha", L"Zeta"}));
+    EXPECT_EQ(shownSet, L"Other");
+    EXPECT_EQ(afterYes, (Rows{L"Beta"}));
+    EXPECT_EQ(r.code, 2);
+    EXPECT_FALSE(ReadSet(u"IBM5250").enabled);  // written by Yes, whatever the end
+}
+
+TEST_F(HotSpotRoute, AFileWithoutSetsGetsOneBySaveAs) {
+    WriteFile("");
+    Rows sets, afterNew, afterCopy, afterDelete, afterSaveAs;
+    std::wstring offered;
+    bool saveEnabled = false, buttonsAtStart = true, buttonsAtEnd = true;
+    int selectionAtEnd = 0;
+    Run([&](Driver& d, HWND dlg) {
+        sets = SetRows(dlg);
+        saveEnabled = Enabled(dlg, IDC_HS_SAVE);
+        buttonsAtStart = ListButtonsEnabled(dlg);
+        InDialog(d, dlg, IDC_HS_NEW, L"Configure HotSpot", [](HWND edit) { Press(edit, IDOK); });
+        afterNew = ListRows(dlg);
+        InDialog(d, dlg, IDC_HS_COPY, L"Configure HotSpot", [](HWND edit) {
+            Driver::Type(GetDlgItem(edit, IDC_HS_DESCRIPTION), L"copy");
+            Press(edit, IDOK);
+        });
+        InDialog(d, dlg, IDC_HS_NEW, L"Configure HotSpot", [](HWND edit) {
+            Driver::Type(GetDlgItem(edit, IDC_HS_DESCRIPTION), L"b");
+            Press(edit, IDOK);
+        });
+        InDialog(d, dlg, IDC_HS_COPY, L"Configure HotSpot", [](HWND edit) {
+            Driver::Type(GetDlgItem(edit, IDC_HS_DESCRIPTION), L"a");
+            Press(edit, IDOK);
+        });
+        afterCopy = ListRows(dlg);  // a copy goes last, unsorted
+        Press(dlg, IDC_HS_DELETE);
+        d.Settle();
+        afterDelete = ListRows(dlg);
+        InDialog(d, dlg, IDC_HS_SAVEAS, L"Save HotSpot Set", [&](HWND save) {
+            offered = Driver::Text(GetDlgItem(save, IDC_HS_SETNAME));
+            Press(save, IDOK);
+        });
+        afterSaveAs = ListRows(dlg);
+        for (std::size_t i = 0; i < afterSaveAs.size(); ++i) {
+            SelectRow(d, dlg, 0);
+            Press(dlg, IDC_HS_DELETE);
+            d.Settle();
+        }
+        selectionAtEnd = ListSelection(dlg);
+        buttonsAtEnd = ListButtonsEnabled(dlg);
+        Press(dlg, IDCANCEL);
+        d.WaitGone(dlg);
+    });
+    EXPECT_EQ(sets, (Rows{L"No HotSpot sections were found"}));
+    EXPECT_TRUE(saveEnabled);
+    EXPECT_FALSE(buttonsAtStart);
+    EXPECT_EQ(afterNew, (Rows{L""}));
+    EXPECT_EQ(afterCopy, (Rows{L"", L"b", L"copy", L"a"}));
+    EXPECT_EQ(afterDelete, (Rows{L"", L"b", L"copy"}));  // the last row went: the one before is selected
+    EXPECT_EQ(offered, L"IBM5250");
+    EXPECT_EQ(afterSaveAs, (Rows{L"b", L"copy", L"untitled"}));  // a blank description reads back so
+    EXPECT_EQ(selectionAtEnd, -1);
+    EXPECT_FALSE(buttonsAtEnd);
+    EXPECT_EQ(ReadSet(u"IBM5250").spots.size(), 3u);  // Save As wrote; Cancel wrote nothing more
+}
+
+TEST_F(HotSpotRoute, TheSetsColoursFromTheBarsOrTheEmulation) {
+    bool redAtStart = true;
+    int backgroundRed = -1;
+    Run([&](Driver& d, HWND dlg) {
+        InDialog(d, dlg, IDC_HS_COLOURS, L"Configure HotSpots Colours", [&](HWND colours) {
+            redAtStart = Enabled(colours, IDC_HS_FG_RED);  // no FGndColour: the emulation's
+            backgroundRed = GetScrollPos(GetDlgItem(colours, IDC_HS_BG_RED), SB_CTL);
+            Driver::Tick(colours, IDC_HS_FG_EMULATION);
+            SendMessageW(colours, WM_HSCROLL, MAKEWPARAM(SB_THUMBPOSITION, 200),
+                         reinterpret_cast<LPARAM>(GetDlgItem(colours, IDC_HS_FG_RED)));
+            SendMessageW(colours, WM_HSCROLL, MAKEWPARAM(SB_LINERIGHT, 0),
+                         reinterpret_cast<LPARAM>(GetDlgItem(colours, IDC_HS_FG_BLUE)));
+            Driver::Tick(colours, IDC_HS_BG_EMULATION);
+            Press(colours, IDOK);
+        });
+        Press(dlg, IDOK);
+        d.WaitGone(dlg);
+    });
+    EXPECT_FALSE(redAtStart);
+    EXPECT_EQ(backgroundRed, 192);
+    const HotSpots saved = ReadSet(u"IBM5250");
+    EXPECT_EQ(saved.foreground, 200u | 25u << 16);
+    EXPECT_EQ(saved.background, kDefaultColour);
+}
+
+}  // namespace
+}  // namespace qrl::test
