@@ -15,6 +15,7 @@
 #include "platform/platform.h"
 #include "properties/font.h"
 #include "properties/printerdlg.h"
+#include "request/module_win.h"
 #include "request/run.h"
 #include "request/session.h"
 #include "text/textutil.h"
@@ -157,6 +158,11 @@ void OnEditPrinter(HWND dialog, TFormRun& run) {
     if (!EditPrinter(dialog, printer)) return;
     printer.useDefault = false;
     ShowPrinter(dialog, run, printer);
+}
+
+void OnSpecialEdit(HWND dialog, TFormRun& run) {
+    const TSpecialValueEditor editor = SpecialValueEditor(run.form.currentElement->type);
+    if (editor && editor(dialog, run.session, *run.form.currentElement)) RefreshTreeItem(dialog, run);
 }
 
 void OnDefaultPrinter(HWND dialog, TFormRun& run) {
@@ -372,8 +378,10 @@ bool OnEditorCommand(HWND dialog, TFormRun& run, int id, int code) {
     case IDC_PRINTER_DEFAULT:
         if (code == BN_CLICKED) OnDefaultPrinter(dialog, run);
         break;
-    // 3013 special values and 3014 add language open editors of their own; 3011 does nothing by
-    // design.
+    case IDC_SPECIAL_EDIT:
+        if (code == BN_CLICKED) OnSpecialEdit(dialog, run);
+        break;
+    // 3014 add language opens an editor of its own; 3011 does nothing by design.
     default: break;
     }
     return true;

@@ -1,5 +1,6 @@
 #include "request/module_win.h"
 
+#include "colours/colourmapdlg.h"
 #include "hotspots/hotspotsdlg.h"
 #include "mouse/mousedlg.h"
 #include "properties/printerdlg.h"
@@ -17,6 +18,14 @@ const std::array<TEditorRoute, kEditorRouteCount>& EditorRoutes() {
         &RunMouseDialog,  // MouseMap (mouse)
     };
     return routes;
+}
+
+TSpecialValueEditor SpecialValueEditor(ElementType type) {
+    switch (type) {
+    case ElementType::Ibm5250Colours: return &Edit5250ColourMap;
+    case ElementType::TandemColours: return &EditTandemColourMap;
+    default: return nullptr;  // character sets and certificates: not yet
+    }
 }
 
 }  // namespace qrl

@@ -69,11 +69,13 @@ public:
 
     struct Call {
         uint32_t code;
-        std::u16string text;  // the text the second value points at, for 2094 and 8439
+        std::u16string text;  // the text the second value points at, for 2094 and 8439; for 1 the record
     };
     std::vector<Call> calls;
     std::u16string authDirectory;  // answered to code 123
     uint64_t deleteResult = 0;     // answered to code 8439
+    uint32_t attributeForeground = 0xFFFFFF;  // answered to code 1
+    uint32_t attributeBackground = 0;
 
 private:
     static LRESULT CALLBACK Proc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);

@@ -113,6 +113,16 @@ LRESULT CALLBACK HostWindow::Proc(HWND window, UINT message, WPARAM wParam, LPAR
     }
     case 2094:
     case 8439: call.text = reinterpret_cast<const char16_t*>(static_cast<uintptr_t>(record.second)); break;
+    case 1: {
+        // The attribute word and the two attribute bytes, as "kind:first:second".
+        auto* colours = reinterpret_cast<uint8_t*>(static_cast<uintptr_t>(record.second));
+        uint32_t kind = 0;
+        std::memcpy(&kind, colours, 4);
+        call.text = toU16(std::to_string(kind) + ":" + std::to_string(colours[4]) + ":" + std::to_string(colours[5]));
+        std::memcpy(colours + 20, &self->attributeForeground, 4);
+        std::memcpy(colours + 24, &self->attributeBackground, 4);
+        break;
+    }
     default: break;
     }
     self->calls.push_back(call);

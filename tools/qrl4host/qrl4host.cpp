@@ -37,6 +37,7 @@ const char kUsage[] =
     "  --wait             open the please-wait window before the run\n"
     "  --pictures DIR     save a PNG picture of every dialog shown\n"
     "  --press ID         press the control ID in the next dialog that shows (repeat in order)\n"
+    "  --select TEXT      before the first press, select the tree item whose text starts with TEXT\n"
     "  --settle MS        wait this long after a dialog shows before picturing it (default 600)\n"
     "  --timeout MS       press Cancel in a dialog still open after this long (default never)\n";
 
@@ -160,6 +161,7 @@ int run(int argc, wchar_t** argv) {
         else if (arg == L"--wait") openWait = true;
         else if (arg == L"--pictures") shots.directory = value();
         else if (arg == L"--press") shots.presses.push_back(std::wcstol(value().c_str(), nullptr, 10));
+        else if (arg == L"--select") shots.select = value();
         else if (arg == L"--settle") shots.settleMs = std::wcstoul(value().c_str(), nullptr, 10);
         else if (arg == L"--timeout") shots.timeoutMs = std::wcstoul(value().c_str(), nullptr, 10);
         else if (!arg.empty() && arg[0] == L'-') {

@@ -129,6 +129,31 @@ void picture(TSeenDialog& dialog) {
         PrintText("picture failed", reinterpret_cast<const char16_t*>(title));
 }
 
+// The first item, depth first, whose text starts with `prefix`.
+HTREEITEM findItem(HWND tree, HTREEITEM item, const std::wstring& prefix) {
+    for (; item; item = TreeView_GetNextSibling(tree, item)) {
+        wchar_t text[512] = {};
+        TVITEMW data{};
+        data.mask = TVIF_TEXT;
+        data.hItem = item;
+        data.pszText = text;
+        data.cchTextMax = 512;
+        TreeView_GetItem(tree, &data);
+        if (std::wstring(text).rfind(prefix, 0) == 0) return item;
+        if (HTREEITEM found = findItem(tree, TreeView_GetChild(tree, item), prefix)) return found;
+    }
+    return nullptr;
+}
+
+// Selects the script's tree item in the dialog's tree, as a click on it would.
+void selectItem(HWND window) {
+    HWND tree = FindWindowExW(window, nullptr, WC_TREEVIEWW, nullptr);
+    HTREEITEM item = tree ? findItem(tree, TreeView_GetRoot(tree), g_watch.options.select) : nullptr;
+    std::printf("select: %s\n", item ? "found" : "not found");
+    if (item) TreeView_SelectItem(tree, item);
+    g_watch.options.select.clear();
+}
+
 void press(HWND window, int id) {
     std::printf("press: %d\n", id);
     std::fflush(stdout);
@@ -151,6 +176,7 @@ void CALLBACK tick(HWND, UINT, UINT_PTR, DWORD) {
         if (!dialog->pictured) picture(*dialog);
         if (!dialog->pressed && g_watch.nextPress < g_watch.options.presses.size()) {
             dialog->pressed = true;
+            if (!g_watch.options.select.empty()) selectItem(window);
             press(window, g_watch.options.presses[g_watch.nextPress++]);
         } else if (!dialog->cancelled && g_watch.options.timeoutMs != 0 &&
                    now - dialog->firstSeen > g_watch.options.timeoutMs) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <windows.h>
+#include <commctrl.h>
 
 #include <string>
 #include <vector>
@@ -12,6 +13,7 @@ namespace qrl4host {
 struct TSnapshotOptions {
     std::wstring directory;     // empty: no pictures
     std::vector<int> presses;   // control ids to press, one per dialog, in the order they appear
+    std::wstring select;        // before the first press: the tree item whose text starts so
     DWORD settleMs = 600;       // a dialog is pictured this long after it first shows
     DWORD timeoutMs = 0;        // a dialog still open this long after it showed gets Cancel; 0: never
 };

@@ -1,0 +1,58 @@
+// Each emulation colour map editor opened from the form, edited and accepted a few hundred times in
+// one process: the 5250 editor's blink timer and example drawing, the Tandem editor's sample.
+#include "colours/colours_rc.h"
+#include "forms/dllhost.h"
+#include "forms/driver.h"
+#include "forms/forms_rc.h"
+#include "forms/soak.h"
+
+#include <gtest/gtest.h>
+
+namespace qrl::test {
+namespace {
+
+const std::u16string kRequest =
+    u"<Config ModuleType=\"Emul\"><DTD><Element Name=\"Map5250\" Type=\"5250colrs\" descr=\"Attribute colours\"/>"
+    u"<Element Name=\"MapTandem\" Type=\"tandemcolrs\" descr=\"Tandem colours\"/></DTD>"
+    u"<Data><Item Element=\"Map5250\" Value=\"\"/><Item Element=\"MapTandem\" Value=\"\"/></Data></Config>";
+
+// Opens the editor of `element` from the form, lets `edit` change something, accepts both.
+bool EditOnce(const std::wstring& element, const std::wstring& title, const std::function<void(HWND)>& edit) {
+    RunResult r;
+    const auto failures = RunDriven([&] { r = Product::Get().RunConfig2W(kRequest); }, [&](Driver& d) {
+        HWND form = d.WaitForDialog(L"Configure  ", 15000, 0);
+        HWND tree = GetDlgItem(form, IDC_TREE);
+        Driver::SelectTreeItem(tree, Driver::FindTreeItem(tree, element));
+        d.Settle(0);
+        Driver::Click(form, IDC_SPECIAL_EDIT);
+        HWND editor = d.WaitForDialog(title, 15000, 0);
+        edit(editor);
+        d.Settle(0);
+        Driver::Click(editor, IDOK);
+        d.WaitGone(editor);
+        Driver::Click(form, IDOK);
+        d.WaitGone(form);
+    });
+    return failures.empty() && r.code == 0;
+}
+
+TEST(Soak, Ibm5250ColourMap) {
+    ASSERT_TRUE(Product::Get().Loaded());
+    ExpectNoGrowth(200, [](int run) {
+        return EditOnce(L"Attribute colours", L"IBM5250 Attribute Configuration", [run](HWND dlg) {
+            Driver::Choose(dlg, IDC_5250_ATTRIBUTE, run % 32);
+            Driver::Tick(dlg, IDC_5250_UNDERSCORE);
+        });
+    });
+}
+
+TEST(Soak, TandemColourMap) {
+    ASSERT_TRUE(Product::Get().Loaded());
+    ExpectNoGrowth(200, [](int run) {
+        return EditOnce(L"Tandem colours", L"T653X Colour Mapping Defaults",
+                        [run](HWND dlg) { Driver::Choose(dlg, IDC_TANDEM_FOREGROUND, run % 16); });
+    });
+}
+
+}  // namespace
+}  // namespace qrl::test
