@@ -2,6 +2,7 @@
 // posts to itself. The tree and the value editors live in their own files.
 #include "forms/formdlg.h"
 
+#include "charmap/charmapsession.h"
 #include "forms/basedialog.h"
 #include "forms/formdef.h"
 #include "forms/forms_rc.h"
@@ -47,7 +48,7 @@ void TFormRun::OnOk() {
         return;
     }
     CollectValues(Window(), *this);
-    // Modified character maps are saved here once the character map editor exists.
+    SaveCharacterMaps(session);
     StoreSelection(*this);
     EndForm(Window(), IDOK);
 }

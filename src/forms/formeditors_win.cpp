@@ -1,5 +1,7 @@
 // The built-in form's lower half: the value editor that suits the selected element, and the
 // handlers that write each change into the element at once.
+#include "charmap/charmapdlg.h"
+#include "charmap/charmapsession.h"
 #include "forms/basedialog.h"
 #include "forms/dialogkit.h"
 #include "forms/fieldrules.h"
@@ -322,6 +324,36 @@ void OnDeleteLanguage(HWND dialog, TFormRun& run) {
     RefreshTreeItem(dialog, run);
 }
 
+void OnAddLanguage(HWND dialog, TFormRun& run) {
+    TElementDef& element = *run.form.currentElement;
+    TConfigSession& session = run.session;
+    if (AnyCharMapModified(session)) {
+        const std::u16string question = Translate(formtexts::kMapsModified) + Translate(formtexts::kSaveMapsNow);
+        const int answer = MessageBoxW(dialog, W(question), L"Quorl", MB_YESNOCANCEL | MB_ICONEXCLAMATION);
+        if (answer == IDCANCEL) return;
+        if (answer == IDYES) SaveCharacterMaps(session);
+    }
+    std::u16string newName;
+    std::u16string baseName = element.value;
+    if (!RunAddLanguage(dialog, session, element.strings, newName, baseName)) return;
+    if (session.link.AddLanguage(newName, baseName) != 0) {
+        const std::u16string text = Translate(formtexts::kCouldNotAddLanguage);
+        const std::u16string caption = Translate(formtexts::kCouldNotAddLanguageTitle);
+        MessageBoxW(dialog, W(text), W(caption), MB_OK);
+        return;
+    }
+    // The local lists change only once the kernel has the language.
+    element.strings.push_back(newName);
+    if (!element.values.empty()) element.values.push_back(newName);
+    element.value = newName;
+    {
+        TBusyScope busy(run.busy);
+        FillCombo(dialog, element.strings);
+        SendDlgItemMessageW(dialog, IDC_VALUE_COMBO, CB_SETCURSEL, element.strings.size() - 1, 0);
+    }
+    RefreshTreeItem(dialog, run);
+}
+
 }  // namespace
 
 void HideEditors(HWND dialog) {
@@ -369,6 +401,9 @@ bool OnEditorCommand(HWND dialog, TFormRun& run, int id, int code) {
     case IDC_LANG_DELETE:
         if (code == BN_CLICKED) OnDeleteLanguage(dialog, run);
         break;
+    case IDC_LANG_ADD:
+        if (code == BN_CLICKED) OnAddLanguage(dialog, run);
+        break;
     case IDC_MACRO_ASSIST:
         if (code == BN_CLICKED) OnMacroAssist(dialog, run);
         break;
@@ -381,7 +416,7 @@ bool OnEditorCommand(HWND dialog, TFormRun& run, int id, int code) {
     case IDC_SPECIAL_EDIT:
         if (code == BN_CLICKED) OnSpecialEdit(dialog, run);
         break;
-    // 3014 add language opens an editor of its own; 3011 does nothing by design.
+    // 3011 does nothing by design.
     default: break;
     }
     return true;

@@ -66,6 +66,11 @@ inline constexpr TTextKey kCouldNotCreate{u"run_cpp_2548", u"Could not create \"
 inline constexpr TTextKey kError{u"run_cpp_2548", u"Error"};
 inline constexpr TTextKey kDeleteLanguage{u"run_cpp_2785", u"Delete language "};
 inline constexpr TTextKey kConfirmDeleteLanguage{u"run_cpp_2786", u"Confirm Delete language"};
+inline constexpr TTextKey kMapsModified{
+    u"run_cpp_2735", u"Some character maps have been modified. These should be saved before creating a new language.\n"};
+inline constexpr TTextKey kSaveMapsNow{u"run_cpp_2736", u"Save character maps now?"};
+inline constexpr TTextKey kCouldNotAddLanguage{u"run_cpp_2761", u"Could not add language"};
+inline constexpr TTextKey kCouldNotAddLanguageTitle{u"run_cpp_2762", u"Title"};  // the word stands as it is
 inline constexpr TTextKey kPleaseWait{u"run_cpp_3743", u"Please wait"};
 inline constexpr TTextKey kLoading{u"run_cpp_3776", u"Loading..."};
 

@@ -1,5 +1,6 @@
 #include "request/module_win.h"
 
+#include "charmap/charmapdlg.h"
 #include "colours/colourmapdlg.h"
 #include "hotspots/hotspotsdlg.h"
 #include "mouse/mousedlg.h"
@@ -24,7 +25,8 @@ TSpecialValueEditor SpecialValueEditor(ElementType type) {
     switch (type) {
     case ElementType::Ibm5250Colours: return &Edit5250ColourMap;
     case ElementType::TandemColours: return &EditTandemColourMap;
-    default: return nullptr;  // character sets and certificates: not yet
+    case ElementType::Charset: return &EditCharacterSet;
+    default: return nullptr;  // certificates: not yet
     }
 }
 

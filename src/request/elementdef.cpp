@@ -130,19 +130,18 @@ int TElementDef::MacroMode() const {
     return allowEmKeys ? 3 : 1;
 }
 
+std::u16string CharacterName(uint32_t code) {
+    if (code < 32) return u"<" + std::u16string(kControlNames[code]) + u">";
+    if (code == 32) return u"<SP>";
+    if (code == 127) return u"<DEL>";
+    if (isPrintableCode(code) && code <= 0xFFFF) return std::u16string(1, static_cast<char16_t>(code));
+    return {};
+}
+
 std::u16string CharacterText(std::u16string_view value) {
     const unsigned c = static_cast<unsigned>(wtoi(value)) & 0xFFu;
-    std::u16string text;
-    if (c < 32) {
-        text = u"<" + std::u16string(kControlNames[c]) + u"> ";
-    } else if (c == 32) {
-        text = u"<SP> ";
-    } else if (c == 127) {
-        text = u"<DEL> ";
-    } else if (isPrintableCode(c)) {
-        text.push_back(static_cast<char16_t>(c));
-        text.push_back(u' ');
-    }
+    std::u16string text = CharacterName(c);
+    if (!text.empty()) text += u' ';
     return text + hexByte(c);
 }
 

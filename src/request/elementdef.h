@@ -81,6 +81,9 @@ public:
 std::u16string ElementValueToText(const TElementDef& element);
 // The character of a char8 value: "<ESC> 0x1B", "A 0x41", "0x80".
 std::u16string CharacterText(std::u16string_view value);
+// A character's name as the short texts show it: "<NUL>" to "<US>", "<SP>" and "<DEL>" for the
+// controls, the character itself when printable, else nothing.
+std::u16string CharacterName(uint32_t code);
 
 // Items of a comma list as `strings` and `values` hold them: a run of commas is one separator, so
 // no item is empty; nothing quotes a comma.

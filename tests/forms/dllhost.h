@@ -69,11 +69,14 @@ public:
 
     struct Call {
         uint32_t code;
-        std::u16string text;  // the text the second value points at, for 2094 and 8439; for 1 the record
+        // The text the second value points at (2094, 8439), the exchange's request (8437), "name<base"
+        // (8440), "kind:first:second" (1).
+        std::u16string text;
     };
     std::vector<Call> calls;
     std::u16string authDirectory;  // answered to code 123
     uint64_t deleteResult = 0;     // answered to code 8439
+    std::vector<std::u16string> exchangeReplies;  // answered in turn to code 8437
     uint32_t attributeForeground = 0xFFFFFF;  // answered to code 1
     uint32_t attributeBackground = 0;
 

@@ -113,6 +113,28 @@ LRESULT CALLBACK HostWindow::Proc(HWND window, UINT message, WPARAM wParam, LPAR
     }
     case 2094:
     case 8439: call.text = reinterpret_cast<const char16_t*>(static_cast<uintptr_t>(record.second)); break;
+    case 8437: {
+        // The charmap exchange: the request noted, the next prepared reply given if it fits.
+        auto* exchange = reinterpret_cast<uint64_t*>(static_cast<uintptr_t>(record.second));  // size, request, reply, capacity, needed
+        call.text = reinterpret_cast<const char16_t*>(static_cast<uintptr_t>(exchange[1]));
+        if (self->exchangeReplies.empty()) break;
+        const std::u16string& reply = self->exchangeReplies.front();
+        if (exchange[3] < reply.size() + 1) {
+            exchange[4] = reply.size() + 1;
+            self->calls.push_back(call);
+            return 160;
+        }
+        std::memcpy(reinterpret_cast<void*>(static_cast<uintptr_t>(exchange[2])), reply.c_str(),
+                    (reply.size() + 1) * sizeof(char16_t));
+        self->exchangeReplies.erase(self->exchangeReplies.begin());
+        break;
+    }
+    case 8440: {
+        auto* add = reinterpret_cast<uint64_t*>(static_cast<uintptr_t>(record.second));  // unused, name, base
+        call.text = std::u16string(reinterpret_cast<const char16_t*>(static_cast<uintptr_t>(add[1]))) + u"<" +
+                    reinterpret_cast<const char16_t*>(static_cast<uintptr_t>(add[2]));
+        break;
+    }
     case 1: {
         // The attribute word and the two attribute bytes, as "kind:first:second".
         auto* colours = reinterpret_cast<uint8_t*>(static_cast<uintptr_t>(record.second));

@@ -1,0 +1,168 @@
+// The character set editor and the language buttons as a user meets them in the built-in form: the
+// kernel's map fetched over the link, entries edited, the changes sent back on OK, and a new
+// language. The rows, the entry parsing and the name checks are checked natively.
+#include "charmap/charmap_rc.h"
+#include "forms/dllhost.h"
+#include "forms/driver.h"
+#include "forms/formsetup.h"
+#include "forms/forms_rc.h"
+
+#include <gtest/gtest.h>
+
+namespace qrl::test {
+namespace {
+
+using Rows = std::vector<std::wstring>;
+
+std::u16string Request(const HostWindow& host, std::u16string_view language) {
+    return u"<Config ModuleType=\"Emul\"><DTD><Element Name=\"HostCodes\" Type=\"charset\" descr=\"Host codes\"/>"
+           u"<Element Name=\"LanguageName\" Type=\"stringset\" strings=\"English,German\" descr=\"Language\"/></DTD>"
+           u"<Data><Item Element=\"HostCodes\" Value=\"cp037\"/><Item Element=\"LanguageName\" Value=\"" +
+           std::u16string(language) + u"\"/></Data>" + host.LinkElement() + u"</Config>";
+}
+
+// Three codes from 0x20, all at their defaults.
+const std::u16string kGetReply =
+    u"<charmap flags=\"0\"><map start=\"20\" length=\"3\"/></charmap>";
+
+Rows ListRows(HWND dlg, int id, UINT countMessage, UINT textMessage) {
+    Rows rows;
+    const int count = static_cast<int>(SendDlgItemMessageW(dlg, id, countMessage, 0, 0));
+    for (int i = 0; i < count; ++i) {
+        wchar_t text[256] = {};
+        SendDlgItemMessageW(dlg, id, textMessage, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(text));
+        rows.push_back(text);
+    }
+    return rows;
+}
+Rows TableRows(HWND table) { return ListRows(table, IDC_CHARSET_LIST, LB_GETCOUNT, LB_GETTEXT); }
+
+std::vector<std::u16string> CallsOf(const HostWindow& host, uint32_t code) {
+    std::vector<std::u16string> texts;
+    for (const HostWindow::Call& call : host.calls)
+        if (call.code == code) texts.push_back(call.text);
+    return texts;
+}
+
+// Answers a message box of `owner` with `button`; returns its title and text.
+std::wstring Answer(Driver& d, HWND owner, int button) {
+    HWND box = d.WaitForPopup(owner);
+    const std::wstring seen = Driver::Text(box) + L"|" + Driver::MessageText(box);
+    Driver::Click(box, button);
+    d.WaitGone(box);
+    d.Settle();
+    return seen;
+}
+
+class CharacterSets : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(Product::Get().Loaded());
+        ForgetSelection(u"Emul");
+    }
+    // Runs the form with `element` selected in the tree and `script` working it; then accepts it.
+    RunResult Run(std::u16string_view language, const std::wstring& element,
+                  const std::function<void(Driver&, HWND)>& script) {
+        RunResult result;
+        const std::u16string request = Request(host, language);
+        const auto failures = RunDriven([&] { result = Product::Get().RunConfig2W(request); }, [&](Driver& d) {
+            HWND form = d.WaitForDialog(L"Configure  ");
+            HWND tree = GetDlgItem(form, IDC_TREE);
+            Driver::SelectTreeItem(tree, Driver::FindTreeItem(tree, element));
+            d.Settle();
+            script(d, form);
+            Driver::Click(form, IDOK);
+            d.WaitGone(form);
+        });
+        for (const std::string& f : failures) ADD_FAILURE() << f;
+        return result;
+    }
+    HostWindow host;
+};
+
+TEST_F(CharacterSets, NoLanguageNoFetch) {
+    std::wstring message;
+    Run(u"", L"Host codes", [&](Driver& d, HWND form) {
+        Driver::Click(form, IDC_SPECIAL_EDIT);
+        message = Answer(d, form, IDOK);
+    });
+    EXPECT_EQ(message, L"Error|Could not edit character set\nNo language selected");
+    EXPECT_TRUE(CallsOf(host, 8437).empty());
+}
+
+TEST_F(CharacterSets, AnEntryEditedIsKeptAcrossOpeningsAndSentOnOk) {
+    host.exchangeReplies = {kGetReply, u"<charmap/>"};
+    Rows before, afterEdit, reopened;
+    std::wstring caption, source, character;
+    bool errorAfterBadHex = false;
+    const RunResult r = Run(u"English", L"Host codes", [&](Driver& d, HWND form) {
+        Driver::Click(form, IDC_SPECIAL_EDIT);
+        HWND table = d.WaitForDialog(L"Edit Character Set");
+        caption = Driver::Text(GetDlgItem(table, IDC_CHARSET_CAPTION));
+        before = TableRows(table);
+        SendDlgItemMessageW(table, IDC_CHARSET_LIST, LB_SETCURSEL, 1, 0);
+        Driver::Click(table, IDC_CHARSET_EDIT);
+        HWND entry = d.WaitForPopup(table);
+        source = Driver::Text(GetDlgItem(entry, IDC_ENTRY_SOURCE));
+        Driver::Type(GetDlgItem(entry, IDC_ENTRY_HEX), L"1G");
+        d.Settle();
+        errorAfterBadHex = IsWindowVisible(GetDlgItem(entry, IDC_ENTRY_ERROR)) != FALSE;
+        Driver::Type(GetDlgItem(entry, IDC_ENTRY_HEX), L"41 ");
+        d.Settle();
+        character = Driver::Text(GetDlgItem(entry, IDC_ENTRY_CHAR));
+        Driver::Click(entry, IDOK);
+        d.WaitGone(entry);
+        d.Settle();
+        afterEdit = TableRows(table);
+        Driver::Click(table, IDCANCEL);  // a direct edit stays
+        d.WaitGone(table);
+        Driver::Click(form, IDC_SPECIAL_EDIT);
+        table = d.WaitForDialog(L"Edit Character Set");
+        reopened = TableRows(table);
+        Driver::Click(table, IDOK);
+        d.WaitGone(table);
+    });
+    EXPECT_EQ(caption, L"cp037, English");
+    EXPECT_EQ(before, (Rows{L"\t20\t->\t0020 <SP>", L"\t21\t->\t0021 !", L"\t22\t->\t0022 \""}));
+    EXPECT_EQ(source, L"21");
+    EXPECT_TRUE(errorAfterBadHex);
+    EXPECT_EQ(character, L"A");
+    EXPECT_EQ(afterEdit, (Rows{L"\t20\t->\t0020 <SP>", L"*\t21\t->\t0041 A", L"\t22\t->\t0022 \""}));
+    EXPECT_EQ(reopened, afterEdit);
+    const std::vector<std::u16string> exchanges = CallsOf(host, 8437);
+    ASSERT_EQ(exchanges.size(), 2u);  // one get, however often the map is opened, and one put
+    EXPECT_NE(exchanges[0].find(u"op=\"get\""), std::u16string::npos);
+    EXPECT_NE(exchanges[1].find(u"<block idx=\"21\" map=\"41 \"/>"), std::u16string::npos) << Utf8(exchanges[1]);
+    EXPECT_EQ(CallsOf(host, 8438).size(), 1u);
+    EXPECT_EQ(r.code, 0);
+}
+
+TEST_F(CharacterSets, ANewLanguageIsCheckedAddedAndChosen) {
+    Rows messages, rows;
+    bool okAtStart = true;
+    const RunResult r = Run(u"German", L"Language", [&](Driver& d, HWND form) {
+        Driver::Click(form, IDC_LANG_ADD);
+        HWND add = d.WaitForDialog(L"Add New language");
+        okAtStart = IsWindowEnabled(GetDlgItem(add, IDOK)) != FALSE;
+        for (const wchar_t* name : {L"a[b", L"German"}) {
+            Driver::Type(GetDlgItem(add, IDC_LANGUAGE_NAME), name);
+            Driver::Click(add, IDOK);
+            messages.push_back(Answer(d, add, IDOK));
+        }
+        Driver::Type(GetDlgItem(add, IDC_LANGUAGE_NAME), L"german");  // case counts
+        Driver::Choose(add, IDC_LANGUAGE_BASE, 1);
+        Driver::Click(add, IDOK);
+        d.WaitGone(add);
+        d.Settle();
+        rows = ListRows(form, IDC_VALUE_COMBO, CB_GETCOUNT, CB_GETLBTEXT);
+    });
+    EXPECT_FALSE(okAtStart);
+    EXPECT_EQ(messages, (Rows{L"Error|There are invalid characters in the new language name!",
+                              L"Error|This language name is already in use!"}));
+    EXPECT_EQ(CallsOf(host, 8440), (std::vector<std::u16string>{u"german<English"}));
+    EXPECT_EQ(rows, (Rows{L"English", L"German", L"german"}));
+    EXPECT_EQ(Utf8(r.reply), ReplyText({{u"LanguageName", u"german"}}));
+}
+
+}  // namespace
+}  // namespace qrl::test
