@@ -1,6 +1,7 @@
 #include "hotspots/hotspotfile.h"
 
 #include <map>
+#include <unordered_map>
 
 #include "keyboard/keymapdata.h"
 #include "keyboard/keymaprules.h"
@@ -19,12 +20,6 @@ constexpr int kMaxRedirections = 8;
 constexpr uint32_t kMaxListBuffer = 1u << 22;
 
 constexpr std::u16string_view kDefaultBackground = u"192, 192, 192";
-
-std::u16string readValue(const std::u16string& section, const char16_t* key, const std::u16string& file) {
-    char16_t buffer[kValueBuffer];
-    const uint32_t length = GetIniString(section.c_str(), key, u"", buffer, kValueBuffer, file.c_str());
-    return std::u16string(buffer, length < kValueBuffer ? length : kValueBuffer - 1);
-}
 
 // A list of zero-ended names (sections, or the keys of one section), read with a buffer that
 // grows until the list surely fitted: an ini line holds at most 2047 characters, so once less
@@ -49,14 +44,30 @@ std::vector<std::u16string> readNameList(const char16_t* section, const std::u16
     return names;
 }
 
-// The profile functions give a key's default only when the section is missing, not when the key
-// is; a section without `BGndColour` must still read the grey default, while an empty value (the
-// emulation's colour, as Write stores it) must not.
-bool hasKey(const std::u16string& section, std::u16string_view key, const std::u16string& file) {
-    for (const std::u16string& name : readNameList(section.c_str(), file))
-        if (iequals(name, key)) return true;
-    return false;
-}
+// A section read once, its keys looked up without regard to case; of two equal keys the first counts,
+// as the profile functions read. A value is cut as a read into the value buffer cuts it.
+class SectionValues {
+public:
+    SectionValues(const std::u16string& section, const std::u16string& file) {
+        for (auto& [key, value] : GetIniSection(section.c_str(), file.c_str())) {
+            if (value.size() >= kValueBuffer) value.resize(kValueBuffer - 1);
+            values_.emplace(Fold(key), std::move(value));
+        }
+    }
+    bool Has(std::u16string_view key) const { return values_.count(Fold(key)) != 0; }
+    std::u16string Value(std::u16string_view key) const {
+        const auto found = values_.find(Fold(key));
+        return found == values_.end() ? std::u16string{} : found->second;
+    }
+
+private:
+    static std::u16string Fold(std::u16string_view key) {
+        std::u16string folded{key};
+        for (char16_t& c : folded) c = foldCase(c);
+        return folded;
+    }
+    std::unordered_map<std::u16string, std::u16string> values_;
+};
 
 std::u16string hsKey(int n) { return u"HS" + decimal(n); }
 
@@ -77,23 +88,23 @@ void HotSpots::Read(const char16_t* fileName, const char16_t* setNameArg) {
 void HotSpots::readSection(const std::u16string& file, std::u16string_view setNameArg, int depth) {
     // What follows a dot in an emulation's name is not part of its set's name.
     const std::u16string section{setNameArg.substr(0, setNameArg.find(u'.'))};
+    const SectionValues values(section, file);
 
-    foreground = ParseColourText(readValue(section, u"FGndColour", file), u',');
-    background = hasKey(section, u"BGndColour", file)
-                     ? ParseColourText(readValue(section, u"BGndColour", file), u',')
-                     : ParseColourText(kDefaultBackground, u',');
+    foreground = ParseColourText(values.Value(u"FGndColour"), u',');
+    // A missing BGndColour is grey; an empty one (the emulation's colour, as Write stores it) is not.
+    background = ParseColourText(values.Has(u"BGndColour") ? values.Value(u"BGndColour") : kDefaultBackground, u',');
     // `Delay` belongs to the terminal; it is neither kept nor written back.
-    const std::u16string on = readValue(section, u"On", file);
+    const std::u16string on = values.Value(u"On");
     enabled = on.empty() || wtoi(on) != 0;
 
-    const std::u16string redirect = readValue(section, u"Set", file);
+    const std::u16string redirect = values.Value(u"Set");
     if (!redirect.empty() && depth < kMaxRedirections) {
         // The section only points at the real set.
         readSection(file, redirect, depth + 1);
     } else {
         HotSpot record;
         for (int n = 1;; ++n) {
-            const std::u16string text = readValue(section, hsKey(n).c_str(), file);
+            const std::u16string text = values.Value(hsKey(n));
             if (text.empty()) break;
             ParseHotSpotRecord(text, record);
             if (record.needsConversion) needsKeyConversion = true;
@@ -111,14 +122,15 @@ bool HotSpots::Write(const char16_t* fileName, const char16_t* setNameArg) {
     // Without a file or a section name there is nowhere to store the set: the changes stay.
     if (!fileName || !*fileName || section.empty()) return false;
 
-    bool ok = WriteIniString(section.c_str(), nullptr, nullptr, fileName);
-    ok = WriteIniString(section.c_str(), u"FGndColour", FormatColourText(foreground, u',').c_str(), fileName) && ok;
-    ok = WriteIniString(section.c_str(), u"BGndColour", FormatColourText(background, u',').c_str(), fileName) && ok;
-    ok = WriteIniString(section.c_str(), u"On", decimal(enabled ? 1 : 0).c_str(), fileName) && ok;
+    // The section goes and comes back whole at the file's end, in one write however many hotspots.
+    std::vector<std::u16string> lines{u"FGndColour=" + FormatColourText(foreground, u','),
+                                      u"BGndColour=" + FormatColourText(background, u','),
+                                      u"On=" + decimal(enabled ? 1 : 0)};
     int n = 1;
     for (const HotSpot& spot : spots)
-        if (spot.fromFile)
-            ok = WriteIniString(section.c_str(), hsKey(n++).c_str(), FormatHotSpotRecord(spot).c_str(), fileName) && ok;
+        if (spot.fromFile) lines.push_back(hsKey(n++) + u"=" + FormatHotSpotRecord(spot));
+    bool ok = WriteIniString(section.c_str(), nullptr, nullptr, fileName);
+    ok = WriteIniSection(section.c_str(), lines, fileName) && ok;
     dirty = !ok;
     return ok;
 }

@@ -253,6 +253,50 @@ bool IniFileCache::WriteIniString(const char16_t* section, const char16_t* key, 
     return platform::writeProfileString(section, key, value, file);
 }
 
+std::vector<std::pair<std::u16string, std::u16string>> IniFileCache::GetIniSection(const char16_t* section,
+                                                                                const char16_t* file) {
+    IniLock lock(lock_);
+    std::vector<std::pair<std::u16string, std::u16string>> entries;
+    if (!section) return entries;
+    if (!enabled) {
+        // Straight from the platform, key by key.
+        std::vector<char16_t> names(1u << 16);
+        const uint32_t used = platform::getProfileString(section, nullptr, nullptr, names.data(),
+                                                         static_cast<uint32_t>(names.size()), file);
+        std::u16string_view rest(names.data(), used);
+        std::vector<char16_t> value(2048);
+        while (!rest.empty() && rest.front() != 0) {
+            const std::u16string key{rest.substr(0, rest.find(u'\0'))};
+            const uint32_t n = platform::getProfileString(section, key.c_str(), u"", value.data(),
+                                                          static_cast<uint32_t>(value.size()), file);
+            entries.emplace_back(key, std::u16string(value.data(), n));
+            rest.remove_prefix(std::min(rest.size(), key.size() + 1));
+        }
+        return entries;
+    }
+    if (const IniSection* found = findSection(findFile(file), section))
+        for (const IniEntry& entry : found->entries)
+            if (!entry.raw) entries.emplace_back(entry.key, entry.value);
+    return entries;
+}
+
+bool IniFileCache::WriteIniSection(const char16_t* section, const std::vector<std::u16string>& lines,
+                                   const char16_t* file) {
+    IniLock lock(lock_);
+    const std::u16string path = cachePath(file);
+    if (path.empty()) return false;
+    std::erase_if(files, [&](const IniFileRecord& record) { return iequals(record.path, path); });
+    return platform::writeProfileSection(section, lines, file);
+}
+
+std::vector<std::pair<std::u16string, std::u16string>> GetIniSection(const char16_t* section, const char16_t* file) {
+    return IniFileCache::instance().GetIniSection(section, file);
+}
+
+bool WriteIniSection(const char16_t* section, const std::vector<std::u16string>& lines, const char16_t* file) {
+    return IniFileCache::instance().WriteIniSection(section, lines, file);
+}
+
 uint32_t GetIniString(const char16_t* section, const char16_t* key, const char16_t* defaultText, char16_t* buffer,
                       uint32_t size, const char16_t* file) {
     return IniFileCache::instance().GetIniString(section, key, defaultText, buffer, size, file);

@@ -8,6 +8,7 @@
 #include <mutex>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace qrl {
@@ -69,6 +70,10 @@ public:
     int32_t GetIniInt(const char16_t* section, const char16_t* key, int32_t defaultValue, const char16_t* file);
     // Drops the file from the cache, then writes through the platform.
     bool WriteIniString(const char16_t* section, const char16_t* key, const char16_t* value, const char16_t* file);
+    // The keys and values of a section in file order (empty when it is missing), in one lookup.
+    std::vector<std::pair<std::u16string, std::u16string>> GetIniSection(const char16_t* section, const char16_t* file);
+    // Drops the file from the cache, then replaces the section's keys by "key=value" lines in one write.
+    bool WriteIniSection(const char16_t* section, const std::vector<std::u16string>& lines, const char16_t* file);
 
     std::vector<IniFileRecord> files;
     int32_t enabled = 1;      // zero: reads go straight to the platform
@@ -92,5 +97,7 @@ uint32_t GetIniString(const char16_t* section, const char16_t* key, const char16
                       char16_t* buffer, uint32_t size, const char16_t* file);
 int32_t GetIniInt(const char16_t* section, const char16_t* key, int32_t defaultValue, const char16_t* file);
 bool WriteIniString(const char16_t* section, const char16_t* key, const char16_t* value, const char16_t* file);
+std::vector<std::pair<std::u16string, std::u16string>> GetIniSection(const char16_t* section, const char16_t* file);
+bool WriteIniSection(const char16_t* section, const std::vector<std::u16string>& lines, const char16_t* file);
 
 }  // namespace qrl

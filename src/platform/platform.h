@@ -53,6 +53,10 @@ void sleepMs(uint32_t milliseconds);
 bool writeProfileString(const char16_t* section, const char16_t* key, const char16_t* value,
                         const char16_t* file);
 
+// WritePrivateProfileSectionW: the keys of the section replaced by these "key=value" lines, in
+// their order; a missing section is added at the end. One write, however many lines.
+bool writeProfileSection(const char16_t* section, const std::vector<std::u16string>& lines, const char16_t* file);
+
 // GetPrivateProfileStringW and GetPrivateProfileIntW, straight from the file.
 uint32_t getProfileString(const char16_t* section, const char16_t* key, const char16_t* defaultText,
                           char16_t* buffer, uint32_t size, const char16_t* file);

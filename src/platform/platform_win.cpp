@@ -170,6 +170,17 @@ bool writeProfileString(const char16_t* section, const char16_t* key, const char
     return WritePrivateProfileStringW(wide(section), wide(key), wide(value), wide(file)) != 0;
 }
 
+bool writeProfileSection(const char16_t* section, const std::vector<std::u16string>& lines, const char16_t* file) {
+    if (!section || !file || !usable(file)) return false;
+    std::u16string list;
+    for (const std::u16string& line : lines) {
+        list += line;
+        list.push_back(u'\0');
+    }
+    list.push_back(u'\0');
+    return WritePrivateProfileSectionW(wide(section), wide(list), wide(file)) != 0;
+}
+
 uint32_t getProfileString(const char16_t* section, const char16_t* key, const char16_t* defaultText,
                           char16_t* buffer, uint32_t size, const char16_t* file) {
     if (file && !usable(file)) {

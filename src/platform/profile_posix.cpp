@@ -259,6 +259,27 @@ bool writeProfileString(const char16_t* section, const char16_t* key, const char
     return writeFile(file, encode(serialise(profile), profile.encoding));
 }
 
+bool writeProfileSection(const char16_t* section, const std::vector<std::u16string>& lines, const char16_t* file) {
+    if (!file || !section) return false;
+    Profile profile = load(file);
+    const std::u16string_view name = trim(section);
+    ProfileSection* found = findSection(profile, name);
+    if (!found) {
+        profile.sections.push_back({std::u16string{name}, {}});
+        found = &profile.sections.back();
+    }
+    found->keys.clear();
+    for (std::u16string_view line : lines) {
+        const std::size_t eq = line.find(u'=');
+        if (eq == std::u16string_view::npos) {
+            found->keys.push_back({std::u16string{trim(line)}, std::nullopt});
+        } else {
+            found->keys.push_back({std::u16string{trim(line.substr(0, eq))}, std::u16string{trimStart(line.substr(eq + 1))}});
+        }
+    }
+    return writeFile(file, encode(serialise(profile), profile.encoding));
+}
+
 uint32_t getProfileString(const char16_t* section, const char16_t* key, const char16_t* defaultText,
                           char16_t* buffer, uint32_t size, const char16_t* file) {
     if (!buffer || size == 0) return 0;
