@@ -1,4 +1,5 @@
-// Configure HotSpots, with a hotspot edited and the colours opened, a few hundred times in one process.
+// Configure HotSpots and each dialog it opens (a hotspot with its match string, the colours, Save As),
+// a few hundred times in one process.
 #include "forms/dllhost.h"
 #include "forms/driver.h"
 #include "forms/soak.h"
@@ -34,8 +35,13 @@ TEST(Soak, HotSpots) {
         RunResult r;
         const auto failures = RunDriven([&] { r = Product::Get().RunConfig2W(request); }, [](Driver& d) {
             HWND dlg = d.WaitForDialog(L"Configure HotSpots", 15000, 0);
-            Through(d, dlg, IDC_HS_EDIT, L"Configure HotSpot", IDOK);
+            Driver::Click(dlg, IDC_HS_EDIT);
+            HWND edit = d.WaitForDialog(L"Configure HotSpot", 15000, 0);
+            Through(d, edit, IDC_HS_MATCH, L"Configure HotSpot Match String", IDOK);
+            Driver::Click(edit, IDOK);
+            d.WaitGone(edit);
             Through(d, dlg, IDC_HS_COLOURS, L"Configure HotSpots Colours", IDCANCEL);
+            Through(d, dlg, IDC_HS_SAVEAS, L"Save HotSpot Set", IDCANCEL);
             Driver::Click(dlg, IDCANCEL);  // nothing written
             d.WaitGone(dlg);
         });

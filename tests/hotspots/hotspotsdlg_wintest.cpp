@@ -10,6 +10,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 
 namespace qrl::test {
 namespace {
@@ -90,6 +91,10 @@ protected:
     }
     void WriteFile(const std::string& text) const { std::ofstream(folder_ / L"test.hsp", std::ios::binary) << text; }
     std::u16string Path() const { return (folder_ / L"test.hsp").u16string(); }
+    std::string ReadFile() const {
+        std::ifstream in(folder_ / L"test.hsp", std::ios::binary);
+        return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+    }
     HotSpots ReadSet(const char16_t* name) const {
         HotSpots set;
         set.Read(Path().c_str(), name);
@@ -110,7 +115,7 @@ protected:
     fs::path folder_;
 };
 
-TEST_F(HotSpotRoute, AnEditedHotSpotIsSortedInWrittenOnOkAndTheFileReplied) {
+TEST_F(HotSpotRoute, AnEditedHotSpotIsSortedInAndItsSectionRewrittenOnOk) {
     Rows rows, sets, after;
     std::wstring file, description;
     bool matchAfterPermanent = true;
@@ -149,27 +154,30 @@ TEST_F(HotSpotRoute, AnEditedHotSpotIsSortedInWrittenOnOkAndTheFileReplied) {
     EXPECT_EQ(after, (Rows{L"Aardvark", L"Alpha"}));
     EXPECT_EQ(selectedAfter, 0);  // the edited one, wherever the sort put it
     EXPECT_EQ(r.code, 0);
+    // The set's section goes and comes back whole, at the end of the file.
+    EXPECT_EQ(ReadFile(), "[version]\r\nVersion=2\r\n[Other]\r\nHS1=" + Record(u"Beta") +
+                              "\r\n[IBM5250]\r\nFGndColour=\r\nBGndColour=192,192,192\r\nOn=1\r\n"
+                              "HS1=Aardvark,2,4,1,3,0,9,0,Go,1,0,,,0,0,0,0,{Enter},0,0,0,,,2,0,,,\r\nHS2=" +
+                              Record(u"Alpha") + "\r\n");
+}
+
+TEST_F(HotSpotRoute, OkWithoutChangesWritesNothing) {
+    const std::string before = ReadFile();
+    const RunResult r = Run([](Driver& d, HWND dlg) {
+        Press(dlg, IDOK);
+        d.WaitGone(dlg);
+    });
+    EXPECT_EQ(ReadFile(), before);
     EXPECT_EQ(Utf8(r.reply), "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Config>\n  <Data>\n"
                              "    <Item Element=\"Hotspots\">\n      <Item Element=\"filename\" Value=\"test.hsp\"/>\n"
                              "    </Item>\n    <Item Element=\"filename\" Value=\"" + Utf8(Path()) + "\"/>\n"
                              "  </Data>\n</Config>");
-    const HotSpots saved = ReadSet(u"IBM5250");
-    ASSERT_EQ(saved.spots.size(), 2u);
-    const HotSpot& spot = saved.spots.front();
-    EXPECT_EQ(spot.description, u"Aardvark");
-    EXPECT_EQ(spot.buttonStyle, 4);
-    EXPECT_TRUE(spot.permanent);
-    EXPECT_EQ(std::make_pair(spot.left, spot.right), std::make_pair(3, 9));
-    EXPECT_EQ(spot.matchString, u"Go");
-    EXPECT_EQ(spot.caseSensitive, 1);
-    EXPECT_EQ(spot.prePostMode, 2);
-    EXPECT_EQ(spot.sendString, u"{Enter}");
 }
 
 // Cancel on the save question keeps the old set's hotspots while the combo shows the new set.
 TEST_F(HotSpotRoute, ChangingTheSetAsksToSaveTheChangedOne) {
     std::wstring question, shownSet;
-    Rows afterCancel, afterYes;
+    Rows afterCancel, afterYes, afterNo;
     const RunResult r = Run([&](Driver& d, HWND dlg) {
         Driver::Tick(dlg, IDC_HS_ENABLE);
         ChooseSet(dlg, 1);
@@ -186,6 +194,11 @@ TEST_F(HotSpotRoute, ChangingTheSetAsksToSaveTheChangedOne) {
         d.WaitGone(box);
         d.Settle();
         afterYes = ListRows(dlg);
+        Driver::Tick(dlg, IDC_HS_ENABLE);  // Other changed, then left with No: nothing written
+        ChooseSet(dlg, 0);
+        Press(d.WaitForPopup(dlg), IDNO);
+        d.Settle();
+        afterNo = ListRows(dlg);
         Press(dlg, IDCANCEL);
         d.WaitGone(dlg);
     });
@@ -194,7 +207,9 @@ TEST_F(HotSpotRoute, ChangingTheSetAsksToSaveTheChangedOne) {
     EXPECT_EQ(shownSet, L"Other");
     EXPECT_EQ(afterYes, (Rows{L"Beta"}));
     EXPECT_EQ(r.code, 2);
+    EXPECT_EQ(afterNo, (Rows{L"Alpha", L"Zeta"}));
     EXPECT_FALSE(ReadSet(u"IBM5250").enabled);  // written by Yes, whatever the end
+    EXPECT_TRUE(ReadSet(u"Other").enabled);
 }
 
 TEST_F(HotSpotRoute, AFileWithoutSetsGetsOneBySaveAs) {
