@@ -5,6 +5,7 @@
 #include "hotspots/hotspotsdlg.h"
 #include "mouse/mousedlg.h"
 #include "properties/printerdlg.h"
+#include "properties/sslcertdlg.h"
 
 namespace qrl {
 
@@ -26,7 +27,8 @@ TSpecialValueEditor SpecialValueEditor(ElementType type) {
     case ElementType::Ibm5250Colours: return &Edit5250ColourMap;
     case ElementType::TandemColours: return &EditTandemColourMap;
     case ElementType::Charset: return &EditCharacterSet;
-    default: return nullptr;  // certificates: not yet
+    case ElementType::SslCertificate: return &EditSslCertificate;
+    default: return nullptr;
     }
 }
 

@@ -18,7 +18,20 @@ std::string ReplyText(std::initializer_list<std::pair<std::u16string, std::u16st
     std::u16string text = u"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Config>\n";
     if (items.size() != 0) {
         text += u"  <Data>\n";
-        for (const auto& [name, value] : items) text += u"    <Item Element=\"" + name + u"\" Value=\"" + value + u"\"/>\n";
+        for (const auto& [name, value] : items) {
+            std::u16string escaped;  // as the reply writer escapes an attribute
+            for (char16_t c : value) {
+                switch (c) {
+                case u'&': escaped += u"&amp;"; break;
+                case u'<': escaped += u"&lt;"; break;
+                case u'>': escaped += u"&gt;"; break;
+                case u'"': escaped += u"&quot;"; break;
+                case u'\'': escaped += u"&apos;"; break;
+                default: escaped += c;
+                }
+            }
+            text += u"    <Item Element=\"" + name + u"\" Value=\"" + escaped + u"\"/>\n";
+        }
         text += u"  </Data>\n";
     }
     return utf16ToUtf8(text + std::u16string(rest) + u"</Config>");

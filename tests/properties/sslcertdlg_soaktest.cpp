@@ -1,0 +1,39 @@
+// SSL Certificate opened from the form a few hundred times in one process: the system's stores
+// listed, the type changed, the dialog cancelled.
+#include "forms/dllhost.h"
+#include "forms/driver.h"
+#include "forms/forms_rc.h"
+#include "forms/soak.h"
+#include "properties/properties_rc.h"
+
+#include <gtest/gtest.h>
+
+namespace qrl::test {
+namespace {
+
+TEST(Soak, SslCertificate) {
+    ASSERT_TRUE(Product::Get().Loaded());
+    const std::u16string request =
+        u"<Config ModuleType=\"Emul\"><DTD><Element Name=\"ClientCert\" Type=\"sslcertificate\" descr=\"Client\"/>"
+        u"</DTD><Data><Item Element=\"ClientCert\" Value=\"Type=CertStore|Store=Root|\"/></Data></Config>";
+    ExpectNoGrowth(200, [&](int) {
+        RunResult r;
+        const auto failures = RunDriven([&] { r = Product::Get().RunConfig2W(request); }, [](Driver& d) {
+            HWND form = d.WaitForDialog(L"Configure  ", 15000, 0);
+            HWND tree = GetDlgItem(form, IDC_TREE);
+            Driver::SelectTreeItem(tree, Driver::FindTreeItem(tree, L"Client"));
+            d.Settle(0);
+            Driver::Click(form, IDC_SPECIAL_EDIT);
+            HWND dlg = d.WaitForDialog(L"SSL Certificate", 15000, 0);
+            Driver::Choose(dlg, IDC_SSL_STORE_TYPE, 2);
+            Driver::Click(dlg, IDCANCEL);
+            d.WaitGone(dlg);
+            Driver::Click(form, IDCANCEL);
+            d.WaitGone(form);
+        });
+        return failures.empty() && r.code == 1;
+    });
+}
+
+}  // namespace
+}  // namespace qrl::test

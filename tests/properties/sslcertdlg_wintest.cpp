@@ -1,0 +1,153 @@
+// SSL Certificate as a user meets it from the form: a test certificate put into the current user's
+// "My" store and into a PEM file, chosen, and the value in the reply compared exactly. The
+// property's text, the password's scrambling and the choice rules are checked natively.
+#include "forms/dllhost.h"
+#include "forms/driver.h"
+#include "forms/formsetup.h"
+#include "forms/forms_rc.h"
+#include "properties/properties_rc.h"
+#include "properties/sslcertificate.h"
+
+#include <windows.h>
+#include <wincrypt.h>
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+
+namespace qrl::test {
+namespace {
+
+// A self-signed certificate made for these tests (valid for a hundred years).
+const char kPem[] =
+    "-----BEGIN CERTIFICATE-----\n"
+    "MIICRjCCAa+gAwIBAgIUfAnMEhlEM3RW8/YYyrC1Y4xzETYwDQYJKoZIhvcNAQEL\n"
+    "BQAwNDEaMBgGA1UEAwwRUXVvcmwgVGVzdCBDbGllbnQxFjAUBgNVBAoMDUV4YW1w\n"
+    "bGUgV29ya3MwIBcNMjYxMTI1MDAwMTE0WhgPMjEyNjExMDEwMDAxMTRaMDQxGjAY\n"
+    "BgNVBAMMEVF1b3JsIFRlc3QgQ2xpZW50MRYwFAYDVQQKDA1FeGFtcGxlIFdvcmtz\n"
+    "MIGfMA0GCSqGSIb3DQEBAQUAA4GNADCBiQKBgQDBCtykMSy2WOfKZhX8gs8p8tPw\n"
+    "J/mcfk0aPd4IImGYdZ6nIuw25uJGsApqhEn2Q1wjjnwAVlIMMTOAJwAAL1FNPCWR\n"
+    "RrXk2bnmu7CrXJxyYnmktH4qzWkse11AEz+rZEFJBCh+uym8z/RWzMU9QXJ/agJo\n"
+    "9jxnVaBmbKnrpv3AlwIDAQABo1MwUTAdBgNVHQ4EFgQUwZoemEaVQe1Q05kwGJUd\n"
+    "G9mHwGAwHwYDVR0jBBgwFoAUwZoemEaVQe1Q05kwGJUdG9mHwGAwDwYDVR0TAQH/\n"
+    "BAUwAwEB/zANBgkqhkiG9w0BAQsFAAOBgQC4JKgLogfXruGOrHRns+r1Ik9gLw5A\n"
+    "AikxuvQtZm0mUeheOGVmudTdhR6Fy7V4ax/dXm+3zDb4lpuwK66jGybzkwO6EK/O\n"
+    "MXE/nOx/5FdKrwkztfo1yxFLGsOpuaVnjKQYgHa1Z5eLDBQPaYHkyE97uxAye58K\n"
+    "7zS2zM/DUa2v0w==\n"
+    "-----END CERTIFICATE-----\n";
+const std::u16string kSubject = u"CN=Quorl Test Client, O=Example Works";
+
+std::string Der() {
+    DWORD size = 0;
+    CryptStringToBinaryA(kPem, 0, CRYPT_STRING_BASE64HEADER, nullptr, &size, nullptr, nullptr);
+    std::string der(size, '\0');
+    CryptStringToBinaryA(kPem, 0, CRYPT_STRING_BASE64HEADER, reinterpret_cast<BYTE*>(der.data()), &size, nullptr, nullptr);
+    return der;
+}
+
+class SslCertificate : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(Product::Get().Loaded());
+        ForgetSelection(u"Emul");
+        my_ = CertOpenStore(CERT_STORE_PROV_SYSTEM_W, 0, 0, CERT_SYSTEM_STORE_CURRENT_USER, L"MY");
+        ASSERT_NE(my_, nullptr);
+        const std::string der = Der();
+        ASSERT_TRUE(CertAddEncodedCertificateToStore(my_, X509_ASN_ENCODING, reinterpret_cast<const BYTE*>(der.data()),
+                                                     static_cast<DWORD>(der.size()), CERT_STORE_ADD_REPLACE_EXISTING,
+                                                     &added_));
+        ASSERT_TRUE(CertControlStore(my_, 0, CERT_STORE_CTRL_COMMIT, nullptr));  // seen by other handles
+        wchar_t temp[MAX_PATH] = {};
+        GetTempPathW(MAX_PATH, temp);
+        pem_ = std::filesystem::path(temp) / L"qrl_test_client.pem";
+        std::ofstream(pem_, std::ios::binary) << kPem;
+    }
+    void TearDown() override {
+        if (added_) CertDeleteCertificateFromStore(added_);  // frees the context too
+        if (my_) CertCloseStore(my_, 0);
+        std::error_code ignored;
+        std::filesystem::remove(pem_, ignored);
+    }
+    // Opens the dialog from the form on a certificate element holding `value`, lets `script`
+    // work it and accepts the form.
+    RunResult Run(const std::u16string& value, const std::function<void(Driver&, HWND)>& script) {
+        const std::u16string request =
+            u"<Config ModuleType=\"Emul\"><DTD><Element Name=\"ClientCert\" Type=\"sslcertificate\" "
+            u"descr=\"Client certificate\"/></DTD><Data><Item Element=\"ClientCert\" Value=\"" + value +
+            u"\"/></Data></Config>";
+        RunResult result;
+        const auto failures = RunDriven([&] { result = Product::Get().RunConfig2W(request); }, [&](Driver& d) {
+            HWND form = d.WaitForDialog(L"Configure  ");
+            HWND tree = GetDlgItem(form, IDC_TREE);
+            Driver::SelectTreeItem(tree, Driver::FindTreeItem(tree, L"Client certificate"));
+            d.Settle();
+            Driver::Click(form, IDC_SPECIAL_EDIT);
+            HWND dlg = d.WaitForDialog(L"SSL Certificate");
+            script(d, dlg);
+            d.WaitGone(dlg);
+            Driver::Click(form, IDOK);
+            d.WaitGone(form);
+        });
+        for (const std::string& f : failures) ADD_FAILURE() << f;
+        return result;
+    }
+    std::string Reply(const std::u16string& value) const { return ReplyText({{u"ClientCert", value}}); }
+    std::u16string PemPath() const { return pem_.u16string(); }
+
+    HCERTSTORE my_ = nullptr;
+    PCCERT_CONTEXT added_ = nullptr;
+    std::filesystem::path pem_;
+};
+
+TEST_F(SslCertificate, TheSystemStoresCertificateIsChosenByItsShortName) {
+    std::wstring store, shown;
+    bool fileHidden = false;
+    const RunResult r = Run(u"Type=CertStore|Store=my|", [&](Driver&, HWND dlg) {
+        store = Driver::Text(GetDlgItem(dlg, IDC_SSL_STORE));  // the first store beginning "my", case ignored
+        shown = Driver::Text(GetDlgItem(dlg, IDC_SSL_CERTIFICATE));
+        fileHidden = !IsWindowVisible(GetDlgItem(dlg, IDC_SSL_FILE));
+        Driver::Click(dlg, IDOK);
+    });
+    EXPECT_EQ(CompareStringOrdinal(store.c_str(), -1, L"my", -1, TRUE), CSTR_EQUAL) << store;
+    EXPECT_EQ(shown, L"Quorl Test Client");
+    EXPECT_TRUE(fileHidden);
+    EXPECT_EQ(Utf8(r.reply), Reply(u"Type=CertStore|Store=" + std::u16string(store.begin(), store.end()) + u"|Subject=" +
+                                   kSubject + u"|"));
+}
+
+TEST_F(SslCertificate, APemFileWithAPasswordAndTheNoneType) {
+    const RunResult pem = Run(u"Type=PEM|Store=" + PemPath() + u"|", [](Driver&, HWND dlg) {
+        Driver::Type(GetDlgItem(dlg, IDC_SSL_PASSWORD), L"s3cret");
+        Driver::Click(dlg, IDOK);
+    });
+    EXPECT_EQ(Utf8(pem.reply), Reply(u"Type=PEM|Store=" + PemPath() + u"|StorePassword=" + ScramblePassword(u"s3cret") +
+                                     u"|Subject=" + kSubject + u"|"));
+    const RunResult none = Run(u"Type=PEM|Store=" + PemPath() + u"|", [](Driver&, HWND dlg) {
+        Driver::Choose(dlg, IDC_SSL_STORE_TYPE, 0);
+        Driver::Click(dlg, IDOK);  // no question for the none type
+    });
+    EXPECT_EQ(Utf8(none.reply), Reply(u""));
+}
+
+TEST_F(SslCertificate, NoCertificateAsksBeforeItIsAccepted) {
+    std::wstring question;
+    int rows = -1;
+    const RunResult r = Run(u"Type=DER|Store=" + PemPath() + u".missing|", [&](Driver& d, HWND dlg) {
+        rows = static_cast<int>(SendDlgItemMessageW(dlg, IDC_SSL_CERTIFICATE, CB_GETCOUNT, 0, 0));
+        Driver::Click(dlg, IDOK);
+        HWND box = d.WaitForPopup(dlg);
+        question = Driver::Text(box) + L"|" + Driver::MessageText(box);
+        Driver::Click(box, IDCANCEL);  // the dialog stays
+        d.WaitGone(box);
+        Driver::Click(dlg, IDOK);
+        box = d.WaitForPopup(dlg);
+        Driver::Click(box, IDOK);
+    });
+    EXPECT_EQ(rows, 0);
+    EXPECT_EQ(question, L"Quorl4|No certificate has been selected. Are you sure?");
+    EXPECT_EQ(Utf8(r.reply), ReplyText({}, u"  <Data/>\n"));  // accepted as it came: nothing changed
+}
+
+}  // namespace
+}  // namespace qrl::test
