@@ -46,5 +46,29 @@ TEST(Soak, CharacterSet) {
     });
 }
 
+TEST(Soak, AddLanguage) {
+    ASSERT_TRUE(Product::Get().Loaded());
+    const std::u16string request =
+        u"<Config ModuleType=\"Emul\"><DTD><Element Name=\"LanguageName\" Type=\"stringset\" strings=\"English,German\" "
+        u"descr=\"Language\"/></DTD><Data><Item Element=\"LanguageName\" Value=\"German\"/></Data></Config>";
+    ExpectNoGrowth(200, [&](int) {
+        RunResult r;
+        const auto failures = RunDriven([&] { r = Product::Get().RunConfig2W(request); }, [](Driver& d) {
+            HWND form = d.WaitForDialog(L"Configure  ", 15000, 0);
+            HWND tree = GetDlgItem(form, IDC_TREE);
+            Driver::SelectTreeItem(tree, Driver::FindTreeItem(tree, L"Language ("));
+            d.Settle(0);
+            Driver::Click(form, IDC_LANG_ADD);
+            HWND add = d.WaitForDialog(L"Add New language", 15000, 0);
+            Driver::Type(GetDlgItem(add, IDC_LANGUAGE_NAME), L"Welsh");
+            Driver::Click(add, IDOK);  // no link: the kernel's answer counts as done
+            d.WaitGone(add);
+            Driver::Click(form, IDOK);
+            d.WaitGone(form);
+        });
+        return failures.empty() && r.code == 0 && r.reply.find(u"Value=\"Welsh\"") != std::u16string::npos;
+    });
+}
+
 }  // namespace
 }  // namespace qrl::test

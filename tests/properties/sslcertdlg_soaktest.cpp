@@ -1,5 +1,5 @@
-// SSL Certificate opened from the form a few hundred times in one process: the system's stores
-// listed, the type changed, the dialog cancelled.
+// SSL Certificate opened from the form a few hundred times in one process (the system's stores
+// listed, the type changed, the dialog cancelled), and the Printer route.
 #include "forms/dllhost.h"
 #include "forms/driver.h"
 #include "forms/forms_rc.h"
@@ -32,6 +32,22 @@ TEST(Soak, SslCertificate) {
             d.WaitGone(form);
         });
         return failures.empty() && r.code == 1;
+    });
+}
+
+// The Printer route: the platform's print setup (here its notice that no printer is installed).
+TEST(Soak, PrinterRoute) {
+    ASSERT_TRUE(Product::Get().Loaded());
+    const std::u16string request = u"<Config ModuleType=\"Printer\"><DTD><Element Name=\"Printer\" Type=\"printer\"/>"
+                                   u"</DTD><Data><Item Element=\"Printer\" Value=\"\"/></Data></Config>";
+    ExpectNoGrowth(200, [&](int) {
+        RunResult r;
+        const auto failures = RunDriven([&] { r = Product::Get().RunConfig2W(request); }, [](Driver& d) {
+            HWND box = d.WaitForDialog(L"Print", 15000, 0);
+            Driver::Click(box, IDOK);
+            d.WaitGone(box);
+        });
+        return failures.empty() && r.code == 2;
     });
 }
 
