@@ -25,17 +25,7 @@ std::u16string Request(const HostWindow& host, std::u16string_view language) {
 const std::u16string kGetReply = u"<charmap flags=\"0\" note=\"" + std::u16string(3000, u'x') +
                                  u"\"><map start=\"20\" length=\"3\"/></charmap>";
 
-Rows ListRows(HWND dlg, int id, UINT countMessage, UINT textMessage) {
-    Rows rows;
-    const int count = static_cast<int>(SendDlgItemMessageW(dlg, id, countMessage, 0, 0));
-    for (int i = 0; i < count; ++i) {
-        wchar_t text[256] = {};
-        SendDlgItemMessageW(dlg, id, textMessage, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(text));
-        rows.push_back(text);
-    }
-    return rows;
-}
-Rows TableRows(HWND table) { return ListRows(table, IDC_CHARSET_LIST, LB_GETCOUNT, LB_GETTEXT); }
+Rows TableRows(HWND table) { return Driver::ListRows(table, IDC_CHARSET_LIST); }
 
 std::vector<std::u16string> CallsOf(const HostWindow& host, uint32_t code) {
     std::vector<std::u16string> texts;
@@ -44,38 +34,15 @@ std::vector<std::u16string> CallsOf(const HostWindow& host, uint32_t code) {
     return texts;
 }
 
-// Answers a message box of `owner` with `button`; returns its title and text.
-std::wstring Answer(Driver& d, HWND owner, int button) {
-    HWND box = d.WaitForPopup(owner);
-    const std::wstring seen = Driver::Text(box) + L"|" + Driver::MessageText(box);
-    Driver::Click(box, button);
-    d.WaitGone(box);
-    d.Settle();
-    return seen;
-}
-
 class CharacterSets : public ::testing::Test {
 protected:
     void SetUp() override {
         ASSERT_TRUE(Product::Get().Loaded());
         ForgetSelection(u"Emul");
     }
-    // Runs the form with `element` selected in the tree and `script` working it; then accepts it.
     RunResult Run(std::u16string_view language, const std::wstring& element,
                   const std::function<void(Driver&, HWND)>& script) {
-        RunResult result;
-        const std::u16string request = Request(host, language);
-        const auto failures = RunDriven([&] { result = Product::Get().RunConfig2W(request); }, [&](Driver& d) {
-            HWND form = d.WaitForDialog(L"Configure  ");
-            HWND tree = GetDlgItem(form, IDC_TREE);
-            Driver::SelectTreeItem(tree, Driver::FindTreeItem(tree, element));
-            d.Settle();
-            script(d, form);
-            Driver::Click(form, IDOK);
-            d.WaitGone(form);
-        });
-        for (const std::string& f : failures) ADD_FAILURE() << f;
-        return result;
+        return RunOnElement(Request(host, language), element, script);
     }
     HostWindow host;
 };
@@ -84,7 +51,7 @@ TEST_F(CharacterSets, NoLanguageNoFetch) {
     std::wstring message;
     Run(u"", L"Host codes", [&](Driver& d, HWND form) {
         Driver::Click(form, IDC_SPECIAL_EDIT);
-        message = Answer(d, form, IDOK);
+        message = d.Answer(form, IDOK);
     });
     EXPECT_EQ(message, L"Error|Could not edit character set\nNo language selected");
     EXPECT_TRUE(CallsOf(host, 8437).empty());
@@ -149,14 +116,14 @@ TEST_F(CharacterSets, ANewLanguageIsCheckedAddedAndChosen) {
         for (const wchar_t* name : {L"a[b", L"German"}) {
             Driver::Type(GetDlgItem(add, IDC_LANGUAGE_NAME), name);
             Driver::Click(add, IDOK);
-            messages.push_back(Answer(d, add, IDOK));
+            messages.push_back(d.Answer(add, IDOK));
         }
         Driver::Type(GetDlgItem(add, IDC_LANGUAGE_NAME), L"german");  // case counts
         Driver::Choose(add, IDC_LANGUAGE_BASE, 1);
         Driver::Click(add, IDOK);
         d.WaitGone(add);
         d.Settle();
-        rows = ListRows(form, IDC_VALUE_COMBO, CB_GETCOUNT, CB_GETLBTEXT);
+        rows = Driver::ListRows(form, IDC_VALUE_COMBO);
     });
     EXPECT_FALSE(okAtStart);
     EXPECT_EQ(messages, (Rows{L"Error|There are invalid characters in the new language name!",

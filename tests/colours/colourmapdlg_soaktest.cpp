@@ -4,6 +4,7 @@
 #include "forms/dllhost.h"
 #include "forms/driver.h"
 #include "forms/forms_rc.h"
+#include "forms/formsetup.h"
 #include "forms/soak.h"
 
 #include <gtest/gtest.h>
@@ -18,22 +19,15 @@ const std::u16string kRequest =
 
 // Opens the editor of `element` from the form, lets `edit` change something, accepts both.
 bool EditOnce(const std::wstring& element, const std::wstring& title, const std::function<void(HWND)>& edit) {
-    RunResult r;
-    const auto failures = RunDriven([&] { r = Product::Get().RunConfig2W(kRequest); }, [&](Driver& d) {
-        HWND form = d.WaitForDialog(L"Configure  ", 15000, 0);
-        HWND tree = GetDlgItem(form, IDC_TREE);
-        Driver::SelectTreeItem(tree, Driver::FindTreeItem(tree, element));
-        d.Settle(0);
+    const RunResult r = RunOnElement(kRequest, element, [&](Driver& d, HWND form) {
         Driver::Click(form, IDC_SPECIAL_EDIT);
         HWND editor = d.WaitForDialog(title, 15000, 0);
         edit(editor);
         d.Settle(0);
         Driver::Click(editor, IDOK);
         d.WaitGone(editor);
-        Driver::Click(form, IDOK);
-        d.WaitGone(form);
-    });
-    return failures.empty() && r.code == 0;
+    }, 0);
+    return r.code == 0;
 }
 
 TEST(Soak, Ibm5250ColourMap) {

@@ -42,26 +42,15 @@ protected:
         ASSERT_TRUE(Product::Get().Loaded());
         ForgetSelection(u"Emul");
     }
-    // Runs the form, opens the editor of `element` with its "Edit..." button and lets `script` work
-    // it; the form is then accepted.
+    // Opens the editor of `element` with the form's "Edit..." button and lets `script` work it.
     RunResult Run(std::u16string_view mode, std::u16string_view tandemValue, const std::wstring& element,
                   const std::wstring& title, const std::function<void(Driver&, HWND)>& script) {
-        RunResult result;
-        const std::u16string request = Request(host, mode, tandemValue);
-        const auto failures = RunDriven([&] { result = Product::Get().RunConfig2W(request); }, [&](Driver& d) {
-            HWND form = d.WaitForDialog(L"Configure  ");
-            HWND tree = GetDlgItem(form, IDC_TREE);
-            Driver::SelectTreeItem(tree, Driver::FindTreeItem(tree, element));
-            d.Settle();
+        return RunOnElement(Request(host, mode, tandemValue), element, [&](Driver& d, HWND form) {
             Driver::Click(form, IDC_SPECIAL_EDIT);
             HWND editor = d.WaitForDialog(title);
             script(d, editor);
             d.WaitGone(editor);
-            Driver::Click(form, IDOK);
-            d.WaitGone(form);
         });
-        for (const std::string& f : failures) ADD_FAILURE() << f;
-        return result;
     }
     HostWindow host;
 };

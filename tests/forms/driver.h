@@ -33,6 +33,11 @@ public:
     static std::wstring Text(HWND window);
     // Texts of the static controls of a message box, joined by "\n".
     static std::wstring MessageText(HWND box);
+    // Answers the message box that `owner` shows with `button`; returns its title and text as
+    // "title|text".
+    std::wstring Answer(HWND owner, int button);
+    // The rows of a dialog's list box or combo box.
+    static std::vector<std::wstring> ListRows(HWND dialog, int id);
 
     // Tree: the item whose text starts with `prefix`, searched depth first; fails when none.
     static HTREEITEM FindTreeItem(HWND tree, const std::wstring& prefix);

@@ -96,6 +96,32 @@ std::wstring Driver::Text(HWND window) {
     return text;
 }
 
+std::wstring Driver::Answer(HWND owner, int button) {
+    HWND box = WaitForPopup(owner);
+    const std::wstring seen = Text(box) + L"|" + MessageText(box);
+    Click(box, button);
+    WaitGone(box);
+    Settle();
+    return seen;
+}
+
+std::vector<std::wstring> Driver::ListRows(HWND dialog, int id) {
+    HWND list = GetDlgItem(dialog, id);
+    wchar_t name[32] = {};
+    GetClassNameW(list, name, 32);
+    const bool combo = _wcsicmp(name, L"ComboBox") == 0;
+    std::vector<std::wstring> rows;
+    const int count = static_cast<int>(SendMessageW(list, combo ? CB_GETCOUNT : LB_GETCOUNT, 0, 0));
+    for (int i = 0; i < count; ++i) {
+        const int length = static_cast<int>(SendMessageW(list, combo ? CB_GETLBTEXTLEN : LB_GETTEXTLEN, i, 0));
+        std::wstring text(static_cast<std::size_t>(std::max(length, 0)) + 1, L'\0');
+        SendMessageW(list, combo ? CB_GETLBTEXT : LB_GETTEXT, i, reinterpret_cast<LPARAM>(text.data()));
+        text.resize(wcslen(text.c_str()));
+        rows.push_back(text);
+    }
+    return rows;
+}
+
 std::wstring Driver::MessageText(HWND box) {
     std::wstring text;
     for (HWND child = GetWindow(box, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {

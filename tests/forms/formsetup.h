@@ -2,7 +2,11 @@
 // (window classes), and loading a sample request into a session as the general route does.
 #pragma once
 
+#include "dllhost.h"
+#include "driver.h"
 #include "request/session.h"
+
+#include <functional>
 
 #include <memory>
 #include <string>
@@ -19,5 +23,11 @@ std::u16string SampleText(const std::string& name);
 
 // Clears the registry value of the last selection of a module type.
 void ForgetSelection(const std::u16string& moduleType);
+
+// Runs `request` through the DLL; once its form titled "Configure  ..." shows, selects the tree
+// item whose text begins with `element` and lets `script` work the form, which is accepted
+// afterwards if still open. Failures of the script are the test's.
+RunResult RunOnElement(const std::u16string& request, const std::wstring& element,
+                       const std::function<void(Driver&, HWND)>& script, int settleMs = 50);
 
 }  // namespace qrl::test

@@ -3,7 +3,10 @@
 #include "driver.h"
 #include "forms/basedialog.h"
 #include "forms/pleasewait.h"
+#include "forms/forms_rc.h"
 #include "forms/samplectl.h"
+
+#include <gtest/gtest.h>
 
 #include <commctrl.h>
 
@@ -29,6 +32,24 @@ std::unique_ptr<TConfigSession> LoadSession(const std::u16string& request) {
 
 std::u16string SampleText(const std::string& name) {
     return ReadUtf8File(std::string(QRL_SOURCE_DIR) + "/samples/" + name);
+}
+
+RunResult RunOnElement(const std::u16string& request, const std::wstring& element,
+                       const std::function<void(Driver&, HWND)>& script, int settleMs) {
+    RunResult result;
+    const auto failures = RunDriven([&] { result = Product::Get().RunConfig2W(request); }, [&](Driver& d) {
+        HWND form = d.WaitForDialog(L"Configure  ", 15000, settleMs);
+        HWND tree = GetDlgItem(form, IDC_TREE);
+        Driver::SelectTreeItem(tree, Driver::FindTreeItem(tree, element));
+        d.Settle(settleMs);
+        script(d, form);
+        if (IsWindow(form)) {
+            Driver::Click(form, IDOK);
+            d.WaitGone(form);
+        }
+    });
+    for (const std::string& f : failures) ADD_FAILURE() << f;
+    return result;
 }
 
 void ForgetSelection(const std::u16string& moduleType) {

@@ -33,18 +33,7 @@ std::wstring Selected(HWND dialog) { return Driver::TreeItemText(Tree(dialog), D
 bool Shown(HWND dialog, int id) { return IsWindowVisible(GetDlgItem(dialog, id)) != FALSE; }
 std::wstring EditText(HWND dialog) { return Driver::Text(GetDlgItem(dialog, IDC_VALUE_EDIT)); }
 
-// The rows of a list box or combo box.
-Rows ListRows(HWND list, UINT countMessage, UINT textMessage) {
-    Rows rows;
-    const int count = static_cast<int>(SendMessageW(list, countMessage, 0, 0));
-    for (int i = 0; i < count; ++i) {
-        wchar_t text[256] = {};
-        SendMessageW(list, textMessage, i, reinterpret_cast<LPARAM>(text));
-        rows.push_back(text);
-    }
-    return rows;
-}
-Rows ComboRows(HWND dialog) { return ListRows(GetDlgItem(dialog, IDC_VALUE_COMBO), CB_GETCOUNT, CB_GETLBTEXT); }
+Rows ComboRows(HWND dialog) { return Driver::ListRows(dialog, IDC_VALUE_COMBO); }
 
 // Fills the file name of an open-file dialog and accepts it.
 void OpenFile(Driver& d, const std::wstring& title, const std::wstring& path) {
@@ -61,16 +50,6 @@ void OpenFile(Driver& d, const std::wstring& title, const std::wstring& path) {
     SetWindowTextW(name, path.c_str());
     Driver::Click(open, IDOK);
     d.WaitGone(open);
-}
-
-// Answers a message box of `owner` with `button`; returns its title and text.
-std::pair<std::wstring, std::wstring> Answer(Driver& d, HWND owner, int button) {
-    HWND box = d.WaitForPopup(owner);
-    std::pair<std::wstring, std::wstring> seen{Driver::Text(box), Driver::MessageText(box)};
-    Driver::Click(box, button);
-    d.WaitGone(box);
-    d.Settle();
-    return seen;
 }
 
 class GeneralRoute : public ::testing::Test {
@@ -167,7 +146,7 @@ TEST_F(GeneralRoute, ModuleChangeThroughTheSelectionDialog) {
         Driver::Click(dlg, IDC_MODULE_SELECT);
         select = d.WaitForDialog(L"Module Selection");
         HWND list = GetDlgItem(select, IDC_MODULELIST);
-        rows = ListRows(list, LB_GETCOUNT, LB_GETTEXT);
+        rows = Driver::ListRows(select, IDC_MODULELIST);
         selectedAtStart = static_cast<int>(SendMessageW(list, LB_GETCURSEL, 0, 0));
         SendMessageW(list, LB_SETCURSEL, 0, 0);
         Driver::Click(select, IDOK);
@@ -195,17 +174,16 @@ TEST_F(GeneralRoute, ValidationStopsLeavingAndAcceptingABadNumber) {
         d.Settle();
         // Leaving the field is refused with the message, posted after the notification.
         Driver::SelectTreeItem(Tree(dlg), Driver::FindTreeItem(Tree(dlg), L"Host name"));
-        const auto [title, text] = Answer(d, dlg, IDOK);
-        EXPECT_EQ(title, L"Validation Error");
-        messages.push_back(text);
+        messages.push_back(d.Answer(dlg, IDOK));
         stillSelected = Selected(dlg);
         Driver::Type(edit, L"99999");
         Driver::Click(dlg, IDOK);
-        messages.push_back(Answer(d, dlg, IDOK).second);
+        messages.push_back(d.Answer(dlg, IDOK));
         Driver::Type(edit, L"8080");
     });
     EXPECT_EQ(typed, L"12");
-    EXPECT_EQ(messages, (Rows{L"\"12x\" is not a valid number", L"Value must be between 1 and 65535"}));
+    EXPECT_EQ(messages, (Rows{L"Validation Error|\"12x\" is not a valid number",
+                              L"Validation Error|Value must be between 1 and 65535"}));
     EXPECT_EQ(stillSelected, L"Port (12x)");
     EXPECT_EQ(Utf8(r.reply), ReplyText({{u"Port", u"8080"}}));
 }
@@ -388,24 +366,24 @@ TEST_F(FileEditors, ImportCopiesKeyFilesIntoTheAuthDirectory) {
 }
 
 TEST_F(GeneralRoute, LanguageDeleteAsksTheHostAndUpdatesTheList) {
-    std::pair<std::wstring, std::wstring> question;
+    std::wstring question;
     Rows afterRefusal, after;
     LRESULT selection = -2;
     const RunResult r = Run(Request(), [&](Driver& d, HWND dlg) {
         Select(d, dlg, L"Language (");
         Driver::Click(dlg, IDC_LANG_DELETE);
-        question = Answer(d, dlg, IDCANCEL);  // nothing happens
+        question = d.Answer(dlg, IDCANCEL);  // nothing happens
         host.deleteResult = 5;                // the host refuses: nothing changes either
         Driver::Click(dlg, IDC_LANG_DELETE);
-        Answer(d, dlg, IDOK);
+        d.Answer(dlg, IDOK);
         afterRefusal = ComboRows(dlg);
         host.deleteResult = 0;
         Driver::Click(dlg, IDC_LANG_DELETE);
-        Answer(d, dlg, IDOK);
+        d.Answer(dlg, IDOK);
         after = ComboRows(dlg);
         selection = SendDlgItemMessageW(dlg, IDC_VALUE_COMBO, CB_GETCURSEL, 0, 0);
     });
-    EXPECT_EQ(question, std::make_pair(std::wstring(L"Confirm Delete language"), std::wstring(L"Delete language English?")));
+    EXPECT_EQ(question, L"Confirm Delete language|Delete language English?");
     std::vector<std::u16string> deletes;
     for (const HostWindow::Call& call : host.calls)
         if (call.code == 8439) deletes.push_back(call.text);

@@ -16,7 +16,8 @@ namespace {
 
 std::size_t CountGdiObjects() {
     // Under Wine a handle whose high word is 0 matches any live object at that index, so probing
-    // every index counts the live objects of the process.
+    // every index counts the live objects. The table is the whole Wine session's: soak programs run
+    // alone (RUN_SERIAL), or another program's objects would count here.
     std::size_t count = 0;
     for (uintptr_t index = 1; index <= 0xFFFF; ++index)
         if (GetObjectType(reinterpret_cast<HGDIOBJ>(index)) != 0) ++count;

@@ -28,18 +28,8 @@ std::string Record(const std::u16string& description) {
     return Utf8(FormatHotSpotRecord(spot));
 }
 
-Rows Rows_(HWND dlg, int id, UINT countMessage, UINT textMessage) {
-    Rows rows;
-    const int count = static_cast<int>(SendDlgItemMessageW(dlg, id, countMessage, 0, 0));
-    for (int i = 0; i < count; ++i) {
-        wchar_t text[256] = {};
-        SendDlgItemMessageW(dlg, id, textMessage, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(text));
-        rows.push_back(text);
-    }
-    return rows;
-}
-Rows ListRows(HWND dlg) { return Rows_(dlg, IDC_HS_LIST, LB_GETCOUNT, LB_GETTEXT); }
-Rows SetRows(HWND dlg) { return Rows_(dlg, IDC_HS_SET, CB_GETCOUNT, CB_GETLBTEXT); }
+Rows ListRows(HWND dlg) { return Driver::ListRows(dlg, IDC_HS_LIST); }
+Rows SetRows(HWND dlg) { return Driver::ListRows(dlg, IDC_HS_SET); }
 int ListSelection(HWND dlg) { return static_cast<int>(SendDlgItemMessageW(dlg, IDC_HS_LIST, LB_GETCURSEL, 0, 0)); }
 bool Enabled(HWND dlg, int id) { return IsWindowEnabled(GetDlgItem(dlg, id)) != FALSE; }
 bool ListButtonsEnabled(HWND dlg) {

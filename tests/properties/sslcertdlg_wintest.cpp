@@ -76,21 +76,12 @@ protected:
             u"<Config ModuleType=\"Emul\"><DTD><Element Name=\"ClientCert\" Type=\"sslcertificate\" "
             u"descr=\"Client certificate\"/></DTD><Data><Item Element=\"ClientCert\" Value=\"" + value +
             u"\"/></Data></Config>";
-        RunResult result;
-        const auto failures = RunDriven([&] { result = Product::Get().RunConfig2W(request); }, [&](Driver& d) {
-            HWND form = d.WaitForDialog(L"Configure  ");
-            HWND tree = GetDlgItem(form, IDC_TREE);
-            Driver::SelectTreeItem(tree, Driver::FindTreeItem(tree, L"Client certificate"));
-            d.Settle();
+        return RunOnElement(request, L"Client certificate", [&](Driver& d, HWND form) {
             Driver::Click(form, IDC_SPECIAL_EDIT);
             HWND dlg = d.WaitForDialog(L"SSL Certificate");
             script(d, dlg);
             d.WaitGone(dlg);
-            Driver::Click(form, IDOK);
-            d.WaitGone(form);
         });
-        for (const std::string& f : failures) ADD_FAILURE() << f;
-        return result;
     }
     std::string Reply(const std::u16string& value) const { return ReplyText({{u"ClientCert", value}}); }
     std::u16string PemPath() const { return pem_.u16string(); }
