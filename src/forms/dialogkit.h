@@ -9,6 +9,7 @@
 #include "locale/language.h"
 
 #include <span>
+#include <string>
 
 namespace qrl {
 
@@ -82,5 +83,17 @@ void TranslateDialogTexts(HWND dialog, std::span<const TDialogText> texts);
 
 // A control tells its parent of a change by WM_COMMAND with its id and a named code.
 void NotifyParent(HWND control, int code);
+
+// What the platform's open-file dialog is asked.
+struct TOpenFileRequest {
+    std::u16string title;
+    std::u16string filter;        // as BuildBrowseFilter makes it; empty: no filter
+    std::u16string initialFile;   // cut to the path limit
+    std::u16string initialFolder;
+    std::u16string defaultExtension;
+    DWORD flags = 0;
+};
+// The chosen file's path, or empty when the user cancelled.
+std::u16string ChooseFileToOpen(HWND owner, const TOpenFileRequest& request);
 
 }  // namespace qrl

@@ -2,6 +2,10 @@
 
 #include "forms/basedialog.h"
 
+#include <commdlg.h>
+
+#include <algorithm>
+
 namespace qrl {
 
 INT_PTR TDialog::RunModal(HWND parent, int templateId, HINSTANCE instance) {
@@ -73,6 +77,24 @@ void TranslateDialogTexts(HWND dialog, std::span<const TDialogText> texts) {
 void NotifyParent(HWND control, int code) {
     const int id = GetDlgCtrlID(control);
     SendMessageW(GetParent(control), WM_COMMAND, MAKEWPARAM(id, code), reinterpret_cast<LPARAM>(control));
+}
+
+std::u16string ChooseFileToOpen(HWND owner, const TOpenFileRequest& request) {
+    wchar_t file[MAX_PATH] = {};
+    const std::u16string initial = request.initialFile.substr(0, MAX_PATH - 1);
+    std::copy(initial.begin(), initial.end(), file);
+    OPENFILENAMEW open{};
+    open.lStructSize = sizeof open;
+    open.hwndOwner = owner;
+    open.lpstrFilter = request.filter.empty() ? nullptr : W(request.filter);
+    open.nFilterIndex = request.filter.empty() ? 0 : 1;
+    open.lpstrFile = file;
+    open.nMaxFile = MAX_PATH;
+    open.lpstrTitle = W(request.title);
+    open.lpstrInitialDir = request.initialFolder.empty() ? nullptr : W(request.initialFolder);
+    open.lpstrDefExt = request.defaultExtension.empty() ? nullptr : W(request.defaultExtension);
+    open.Flags = request.flags;
+    return GetOpenFileNameW(&open) ? U16(file) : std::u16string();
 }
 
 }  // namespace qrl

@@ -233,22 +233,13 @@ void OnChooseFont(HWND dialog, TFormRun& run) {
 
 void OnBrowse(HWND dialog, TFormRun& run) {
     TElementDef& element = *run.form.currentElement;
-    const std::u16string filter =
-        BuildBrowseFilter(element.fileFilter, Translate(formtexts::kAllFilesFilter));
-    const std::u16string title = Translate(formtexts::kBrowse);
-    wchar_t file[MAX_PATH] = {};
-    const std::u16string initial = BrowseInitialFile(element.value);
-    std::copy(initial.begin(), initial.end(), file);
-    OPENFILENAMEW open{};
-    open.lStructSize = sizeof open;
-    open.hwndOwner = dialog;
-    open.lpstrFilter = W(filter);
-    open.nFilterIndex = 1;
-    open.lpstrFile = file;
-    open.nMaxFile = MAX_PATH;
-    open.lpstrTitle = W(title);
-    if (!GetOpenFileNameW(&open)) return;
-    element.value = U16(file);
+    TOpenFileRequest request;
+    request.title = Translate(formtexts::kBrowse);
+    request.filter = BuildBrowseFilter(element.fileFilter, Translate(formtexts::kAllFilesFilter));
+    request.initialFile = BrowseInitialFile(element.value);
+    const std::u16string chosen = ChooseFileToOpen(dialog, request);
+    if (chosen.empty()) return;
+    element.value = chosen;
     {
         TBusyScope busy(run.busy);
         SetControlText(dialog, IDC_VALUE_EDIT, element.value);
@@ -263,17 +254,11 @@ bool PathExists(const std::u16string& path) {
 void OnImportKey(HWND dialog, TFormRun& run) {
     TElementDef& element = *run.form.currentElement;
     TConfigSession& session = run.session;
-    const std::u16string title = Translate(formtexts::kSelectSshKey);
-    wchar_t file[MAX_PATH] = {};
-    OPENFILENAMEW open{};
-    open.lStructSize = sizeof open;
-    open.hwndOwner = dialog;
-    open.lpstrFile = file;
-    open.nMaxFile = MAX_PATH;
-    open.lpstrTitle = W(title);
-    open.Flags = OFN_FILEMUSTEXIST;
-    if (!GetOpenFileNameW(&open)) return;
-    const std::u16string chosen = U16(file);
+    TOpenFileRequest request;
+    request.title = Translate(formtexts::kSelectSshKey);
+    request.flags = OFN_FILEMUSTEXIST;
+    const std::u16string chosen = ChooseFileToOpen(dialog, request);
+    if (chosen.empty()) return;
     const ImportPlan plan = PlanKeyImport(session.authFileDirectory, chosen, PathExists);
     if (plan.copy) {
         // The directory call wants back slashes and no separator at the end.

@@ -5,6 +5,7 @@
 
 #include "forms/basedialog.h"
 #include "forms/dialogkit.h"
+#include "forms/fieldrules.h"
 #include "hotspots/hotspotcoloursdlg.h"
 #include "hotspots/hotspotdata.h"
 #include "hotspots/hotspoteditdlg.h"
@@ -58,7 +59,6 @@ constexpr TTextKey kSaveQuestion{u"hotspotsdlg_cpp_557", u"Save changes to HotSp
 
 // Set names are read and offered with at most this many characters.
 constexpr int kSetNameLimit = 200;
-constexpr std::size_t kFilterLimit = 400;
 
 // Save HotSpot Set: the name a set is saved under.
 class SaveSetDlg : public TDialog {
@@ -234,24 +234,14 @@ void HotSpotsDlg::SaveAs(bool reload) {
 }
 
 void HotSpotsDlg::Browse() {
-    std::u16string filter = Translate(kFileFilter);
-    if (filter.size() > kFilterLimit) filter.resize(kFilterLimit);
-    std::replace(filter.begin(), filter.end(), u'|', u'\0');
-    filter.push_back(u'\0');
-    const std::u16string title = Translate(kChooseFile);
-    wchar_t file[MAX_PATH] = {};
-    OPENFILENAMEW open{};
-    open.lStructSize = sizeof open;
-    open.hwndOwner = Window();
-    open.lpstrFilter = W(filter);
-    open.nFilterIndex = 1;
-    open.lpstrFile = file;
-    open.nMaxFile = MAX_PATH;
-    open.lpstrTitle = W(title);
-    open.lpstrDefExt = L"*.hsp";
-    open.lpstrInitialDir = W(Session().hotspotDirectory);
-    open.Flags = OFN_PATHMUSTEXIST | OFN_FILEMUSTEXIST;
-    if (GetOpenFileNameW(&open)) ChooseFile(U16(file));
+    TOpenFileRequest request;
+    request.title = Translate(kChooseFile);
+    request.filter = BuildBrowseFilter(Translate(kFileFilter), u"");  // at most 400 characters
+    request.initialFolder = Session().hotspotDirectory;
+    request.defaultExtension = u"*.hsp";
+    request.flags = OFN_PATHMUSTEXIST | OFN_FILEMUSTEXIST;
+    const std::u16string chosen = ChooseFileToOpen(Window(), request);
+    if (!chosen.empty()) ChooseFile(chosen);
 }
 
 void HotSpotsDlg::ChooseFile(const std::u16string& path) {

@@ -5,6 +5,7 @@
 
 #include "forms/basedialog.h"
 #include "forms/dialogkit.h"
+#include "forms/fieldrules.h"
 #include "properties/certchoice.h"
 #include "properties/certstore_win.h"
 #include "properties/properties_rc.h"
@@ -102,23 +103,14 @@ bool SslCertDlg::TakeIfModified(int id) {
 }
 
 void SslCertDlg::Browse() {
-    std::u16string filter = Translate(u"run_cpp_2486", u"All files  (*.*)|*.*||");
-    std::replace(filter.begin(), filter.end(), u'|', u'\0');
-    const std::u16string title = Translate(u"sslcertdlg_cpp_203", u"Select a certificate file");
-    wchar_t file[MAX_PATH] = {};
-    const std::u16string start = model_.fileName.substr(0, MAX_PATH - 1);
-    std::copy(start.begin(), start.end(), file);
-    OPENFILENAMEW open{};
-    open.lStructSize = sizeof open;
-    open.hwndOwner = Window();
-    open.lpstrFilter = W(filter);
-    open.nFilterIndex = 1;
-    open.lpstrFile = file;
-    open.nMaxFile = MAX_PATH;
-    open.lpstrTitle = W(title);
-    open.Flags = OFN_PATHMUSTEXIST | OFN_FILEMUSTEXIST;
-    if (!GetOpenFileNameW(&open)) return;
-    model_.fileName = U16(file);
+    TOpenFileRequest request;
+    request.title = Translate(u"sslcertdlg_cpp_203", u"Select a certificate file");
+    request.filter = BuildBrowseFilter(Translate(u"run_cpp_2486", u"All files  (*.*)|*.*||"), u"");
+    request.initialFile = model_.fileName;
+    request.flags = OFN_PATHMUSTEXIST | OFN_FILEMUSTEXIST;
+    const std::u16string chosen = ChooseFileToOpen(Window(), request);
+    if (chosen.empty()) return;
+    model_.fileName = chosen;
     SetControlText(Window(), IDC_SSL_FILE, model_.fileName);
     SendDlgItemMessageW(Window(), IDC_SSL_FILE, EM_SETMODIFY, FALSE, 0);
     model_.RefreshCertificates();
