@@ -2,6 +2,7 @@
 
 #include "forms/pleasewait.h"
 #include "forms/samplectl.h"
+#include "keyboard/keyboardctl.h"
 
 namespace qrl {
 
@@ -20,7 +21,7 @@ const TWindowClassEntry kWindowClasses[] = {
     {L"qrcolpatch", nullptr, nullptr},     // colour patch control (colours)
     {L"PressKeyWin", nullptr, nullptr},    // key capture window (keyboard)
     {L"PleaseWaitWin", &RegisterPleaseWaitClass, &UnregisterPleaseWaitClass},  // please-wait window (forms)
-    {L"qrkeyb4", nullptr, nullptr},        // keyboard picture (keyboard)
+    {L"qrkeyb4", &RegisterKeyboardClass, &UnregisterKeyboardClass},  // keyboard picture (keyboard)
 };
 
 }  // namespace

@@ -1,0 +1,179 @@
+// The keyboard picture on a window as a key map dialog holds it: a sample keyboard drawn to scale,
+// presses told to the parent, selection and marks. What a key looks like in each state, the
+// scale and the key search are checked natively.
+#include "keyboard/kdf.h"
+#include "keyboard/keyboardctl.h"
+
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <memory>
+
+namespace qrl::test {
+namespace {
+
+struct Press {
+    UINT message;
+    WPARAM id;
+    LPARAM key;
+};
+std::vector<Press> g_presses;
+
+LRESULT CALLBACK ParentProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == kKeyPressedLeft || message == kKeyPressedRight) {
+        g_presses.push_back({message, wParam, lParam});
+        return 0;
+    }
+    return DefWindowProcW(window, message, wParam, lParam);
+}
+
+std::unique_ptr<GKbKeyboard> SampleKeyboard() {
+    auto keyboard = std::make_unique<GKbKeyboard>();
+    std::FILE* file = std::fopen((std::string(QRL_SOURCE_DIR) + "/samples/keyboards/at102.kdf").c_str(), "rb");
+    if (!file) return nullptr;
+    GKbHdr header;
+    const int result = readKeyboard(header, file, "pc", *keyboard);
+    std::fclose(file);
+    if (result != kKdfOk) return nullptr;
+    keyboard->setOwners();
+    return keyboard;
+}
+
+GKbKey* KeyOf(GKbLayout& layout, std::int32_t code) {
+    for (std::size_t i = 0; i < layout.Keys.size(); ++i)
+        if (layout.key(i).Code == code) return &layout.key(i);
+    return nullptr;
+}
+
+class KeyboardPicture : public ::testing::Test {
+protected:
+    static void SetUpTestSuite() {
+        HINSTANCE instance = GetModuleHandleW(nullptr);
+        RegisterKeyboardClass(instance);
+        WNDCLASSW parent{};
+        parent.lpfnWndProc = ParentProc;
+        parent.hInstance = instance;
+        parent.lpszClassName = L"kbtestparent";
+        RegisterClassW(&parent);
+    }
+    void SetUp() override {
+        keyboard_ = SampleKeyboard();
+        ASSERT_NE(keyboard_, nullptr);
+        parent_ = CreateWindowExW(0, L"kbtestparent", L"", WS_POPUP | WS_VISIBLE, 0, 0, 700, 260, nullptr, nullptr,
+                                  nullptr, nullptr);
+        control_ = CreateWindowExW(0, kKeyboardClass, L"", WS_CHILD | WS_VISIBLE, 0, 0, 600, 200, parent_,
+                                   reinterpret_cast<HMENU>(1500), GetModuleHandleW(nullptr), nullptr);
+        ASSERT_NE(control_, nullptr);
+        picture_ = KeyboardOf(control_);
+        ASSERT_NE(picture_, nullptr);
+        g_presses.clear();
+    }
+    void TearDown() override {
+        DestroyWindow(parent_);  // the control with it; the layout stays the test's
+    }
+    GKbLayout& Layout() { return keyboard_->layout(0); }
+    void Paint() const {
+        InvalidateRect(control_, nullptr, TRUE);
+        UpdateWindow(control_);
+    }
+    void Click(const GKbKey& key, UINT message) const {
+        const int x = (key.Rect.left + key.Rect.right) / 2;
+        const int y = (key.Rect.top + key.Rect.bottom) / 2;
+        SendMessageW(control_, message, 0, MAKELPARAM(x, y));
+    }
+
+    std::unique_ptr<GKbKeyboard> keyboard_;
+    HWND parent_ = nullptr;
+    HWND control_ = nullptr;
+    KeyboardCtl* picture_ = nullptr;
+};
+
+TEST_F(KeyboardPicture, ScalesOnTheFirstPaintAndTellsPresses) {
+    EXPECT_EQ(KeyboardOf(parent_), nullptr);  // not a picture
+    picture_->setLayout(&Layout());
+    Paint();
+    ASSERT_TRUE(Layout().Scaled);
+    EXPECT_NE(Layout().Style.SingleCharFont, nullptr);
+    GKbKey* a = KeyOf(Layout(), 0x41);
+    ASSERT_NE(a, nullptr);
+    EXPECT_LE(a->Rect.right, 600);
+    Click(*a, WM_LBUTTONDOWN);
+    Click(*a, WM_RBUTTONDOWN);
+    a->Shifts[0].Inactive = true;  // an inactive key takes no press, with either button
+    Click(*a, WM_LBUTTONDOWN);
+    Click(*a, WM_RBUTTONDOWN);
+    ASSERT_EQ(g_presses.size(), 2u);
+    EXPECT_EQ(g_presses[0].message, kKeyPressedLeft);
+    EXPECT_EQ(g_presses[0].id, 1500u);
+    EXPECT_EQ(g_presses[0].key, reinterpret_cast<LPARAM>(a));
+    EXPECT_EQ(g_presses[1].message, kKeyPressedRight);
+
+    // A resize keeps the scale of the first paint.
+    const KbRect before = a->Rect;
+    SetWindowPos(control_, nullptr, 0, 0, 300, 100, SWP_NOMOVE | SWP_NOZORDER);
+    Paint();
+    EXPECT_EQ(a->Rect.right, before.right);
+}
+
+TEST_F(KeyboardPicture, SelectionStateAndMarks) {
+    picture_->setLayout(&Layout());
+    Paint();
+    GKbKey* a = picture_->selectKey(0x41 | 0x100, true);  // A with Shift
+    ASSERT_NE(a, nullptr);
+    EXPECT_TRUE(a->Selected);
+    EXPECT_EQ(picture_->getState(), 1);
+    GKbKey* shift = KeyOf(Layout(), 0x10);
+    ASSERT_NE(shift, nullptr);
+    EXPECT_TRUE(shift->Selected);  // the latched modifier looks pressed
+    picture_->clearSelection(false);
+    EXPECT_FALSE(a->Selected);
+    EXPECT_TRUE(shift->Selected);  // stays while Shift is the state
+    picture_->clearSelection(true);
+    EXPECT_FALSE(shift->Selected);
+    picture_->toggleModifier(*shift);
+    EXPECT_EQ(picture_->getState(), 0);
+    picture_->setShift(0x600);  // Ctrl and Alt bits of a code word
+    EXPECT_EQ(picture_->getState(), 6);
+
+    picture_->markMapped(0x41, true);
+    picture_->markMapped(0x141, true);  // a code with modifiers finds no key
+    EXPECT_TRUE(a->Mapped[0]);
+    EXPECT_FALSE(a->Mapped[1]);
+    picture_->clearMarks();
+    EXPECT_FALSE(a->Mapped[0]);
+    EXPECT_EQ(picture_->selectKey(0x7777, false), nullptr);
+
+    // No layout, and a layout of no keys: only the background is painted.
+    picture_->setLayout(nullptr);
+    Paint();
+    EXPECT_EQ(picture_->getState(), 0);
+    GKbLayout empty("empty");
+    picture_->setLayout(&empty);
+    Paint();
+    EXPECT_TRUE(empty.Scaled);
+    Click(*a, WM_LBUTTONDOWN);
+    EXPECT_TRUE(g_presses.empty());
+}
+
+TEST(KeyNameList, SelectsByIdAndReadsBack) {
+    HWND list = CreateWindowExW(0, L"LISTBOX", L"", WS_POPUP, 0, 0, 100, 100, nullptr, nullptr, nullptr, nullptr);
+    const std::vector<KeyName> keys{{u"Enter", 13, 0}, {u"PF1", 0x70, 0}, {u"Also PF1", 0x70, 0}};
+    KeyList names(list);
+    EXPECT_EQ(names.selectedId(), -1);
+    names.setKeys(&keys);
+    EXPECT_EQ(SendMessageW(list, LB_GETCOUNT, 0, 0), 3);
+    names.selectCode(0x70);
+    EXPECT_EQ(SendMessageW(list, LB_GETCURSEL, 0, 0), 1);  // the first of that id
+    EXPECT_EQ(names.selectedId(), 0x70);
+    names.selectCode(99);
+    EXPECT_EQ(names.selectedId(), -1);
+    names.selectCode(13);
+    names.clear();
+    EXPECT_EQ(names.selectedId(), -1);
+    DestroyWindow(list);
+}
+
+}  // namespace
+}  // namespace qrl::test
