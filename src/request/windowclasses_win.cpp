@@ -3,6 +3,7 @@
 #include "forms/pleasewait.h"
 #include "forms/samplectl.h"
 #include "keyboard/keyboardctl.h"
+#include "keyboard/presskey.h"
 
 namespace qrl {
 
@@ -19,7 +20,7 @@ const TWindowClassEntry kWindowClasses[] = {
     {L"qrsample", &RegisterSampleClass, &UnregisterSampleClass},  // colour sample control (forms, colours)
     {L"qrpalette", nullptr, nullptr},      // palette control (colours)
     {L"qrcolpatch", nullptr, nullptr},     // colour patch control (colours)
-    {L"PressKeyWin", nullptr, nullptr},    // key capture window (keyboard)
+    {L"PressKeyWin", &RegisterPressKeyClass, &UnregisterPressKeyClass},  // key capture window (keyboard)
     {L"PleaseWaitWin", &RegisterPleaseWaitClass, &UnregisterPleaseWaitClass},  // please-wait window (forms)
     {L"qrkeyb4", &RegisterKeyboardClass, &UnregisterKeyboardClass},  // keyboard picture (keyboard)
 };
