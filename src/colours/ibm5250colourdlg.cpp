@@ -112,7 +112,7 @@ void Ibm5250ColoursDlg::ShowRow() {
     SetControlText(Window(), IDC_5250_DESCRIPTION, monochrome_ ? row.monoText : row.colourText);
     const T5250Edit& edit = Edit();
     for (const TFeatureBox& box : kFeatureBoxes)
-        CheckDlgButton(Window(), box.id, (edit.features & box.bit) != 0 ? BST_CHECKED : BST_UNCHECKED);
+        SetChecked(Window(), box.id, (edit.features & box.bit) != 0);
     // The combos take the colour values as positions, unmapped: value 3 shows position 3.
     SendDlgItemMessageW(Window(), IDC_5250_FOREGROUND, CB_SETCURSEL, edit.foreground, 0);
     SendDlgItemMessageW(Window(), IDC_5250_BACKGROUND, CB_SETCURSEL, edit.background, 0);
@@ -121,7 +121,7 @@ void Ibm5250ColoursDlg::ShowRow() {
 }
 
 void Ibm5250ColoursDlg::OnFeature(const TFeatureBox& box) {
-    const bool on = IsDlgButtonChecked(Window(), box.id) == BST_CHECKED;
+    const bool on = IsChecked(Window(), box.id);
     Edit().features = on ? Edit().features | box.bit : Edit().features & ~box.bit;
     example_ = ExampleOf(Edit(), example_);
     RepaintExample();

@@ -66,8 +66,8 @@ INT_PTR TandemColoursDlg::OnInit() {
     for (int position = 0; position < static_cast<int>(TTandemColourMap::kListedIndexes); ++position)
         SendDlgItemMessageW(Window(), IDC_TANDEM_ATTRIBUTES, LB_ADDSTRING, 0,
                             reinterpret_cast<LPARAM>(W(TandemAttributeText(position))));
-    CheckDlgButton(Window(), IDC_TANDEM_DISABLE, disableMapping_ ? BST_CHECKED : BST_UNCHECKED);
-    CheckDlgButton(Window(), IDC_TANDEM_PERSISTENCE, persistence_ ? BST_CHECKED : BST_UNCHECKED);
+    SetChecked(Window(), IDC_TANDEM_DISABLE, disableMapping_);
+    SetChecked(Window(), IDC_TANDEM_PERSISTENCE, persistence_);
     SendDlgItemMessageW(Window(), IDC_TANDEM_ATTRIBUTES, LB_SETCURSEL, 0, 0);
     ShowByte();
     return TRUE;

@@ -82,6 +82,8 @@ public:
 // Helpers; each takes the dialog's window first and skips a control id that has no window.
 void EnableControl(HWND dialog, int id, bool enable);
 void EnableCheck(HWND dialog, int id, bool enable);  // a disabled check box is never left checked
+bool IsChecked(HWND dialog, int id);
+void SetChecked(HWND dialog, int id, bool on);
 void ShowControl(HWND dialog, int id, bool show);
 void SetControlNumber(HWND dialog, int id, int value);
 std::u16string GetControlText(HWND dialog, int id);

@@ -83,6 +83,10 @@ void EnableControl(HWND dialog, int id, bool enable) {
     if (HWND w = GetDlgItem(dialog, id)) EnableWindow(w, enable);
 }
 
+bool IsChecked(HWND dialog, int id) { return IsDlgButtonChecked(dialog, id) == BST_CHECKED; }
+
+void SetChecked(HWND dialog, int id, bool on) { CheckDlgButton(dialog, id, on ? BST_CHECKED : BST_UNCHECKED); }
+
 void EnableCheck(HWND dialog, int id, bool enable) {
     HWND w = GetDlgItem(dialog, id);
     if (!w) return;

@@ -49,7 +49,7 @@ void ShowValues(HWND dialog, TFormRun& run) {
             if (RadioCompareText(*element) == item.value) CheckDlgButton(dialog, id, BST_CHECKED);
             break;
         case ItemKind::CheckBox:
-            CheckDlgButton(dialog, id, element->GetBool() != item.inverted ? BST_CHECKED : BST_UNCHECKED);
+            SetChecked(dialog, id, element->GetBool() != item.inverted);
             break;
         case ItemKind::ComboBox:
             if (item.listBound) {
@@ -77,10 +77,10 @@ void CollectValues(HWND dialog, TFormRun& run) {
         const int id = item.controlId;
         switch (item.kind) {
         case ItemKind::RadioButton:
-            if (IsDlgButtonChecked(dialog, id) == BST_CHECKED) element->value = item.value;
+            if (IsChecked(dialog, id)) element->value = item.value;
             break;
         case ItemKind::CheckBox:
-            SetBool(*element, (IsDlgButtonChecked(dialog, id) == BST_CHECKED) != item.inverted);
+            SetBool(*element, (IsChecked(dialog, id)) != item.inverted);
             break;
         case ItemKind::ComboBox:
         case ItemKind::ListBox: {

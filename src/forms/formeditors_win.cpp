@@ -59,7 +59,7 @@ void ApplyEditor(HWND dialog, TFormRun& run, const EditorView& view) {
     }
     if (std::find(view.shown.begin(), view.shown.end(), IDC_VALUE_CHECK) != view.shown.end()) {
         SetControlText(dialog, IDC_VALUE_CHECK, view.checkText);
-        CheckDlgButton(dialog, IDC_VALUE_CHECK, view.checked ? BST_CHECKED : BST_UNCHECKED);
+        SetChecked(dialog, IDC_VALUE_CHECK, view.checked);
     }
     if (std::find(view.shown.begin(), view.shown.end(), IDC_VALUE_COMBO) != view.shown.end()) {
         if (view.comboAuthFiles) {
@@ -96,7 +96,7 @@ void OnEditChanged(HWND dialog, TFormRun& run) {
 }
 
 void OnCheckClicked(HWND dialog, TFormRun& run) {
-    SetBool(*run.form.currentElement, IsDlgButtonChecked(dialog, IDC_VALUE_CHECK) == BST_CHECKED);
+    SetBool(*run.form.currentElement, IsChecked(dialog, IDC_VALUE_CHECK));
     RefreshTreeItem(dialog, run);
 }
 

@@ -81,7 +81,7 @@ INT_PTR ColoursDlg::OnInit() {
             SetScrollRange(Bar(group, channel), SB_CTL, 0, 255, FALSE);
             SetScrollPos(Bar(group, channel), SB_CTL, channels[channel], TRUE);
         }
-        CheckDlgButton(Window(), group.flagId, group.useEmulation ? BST_CHECKED : BST_UNCHECKED);
+        SetChecked(Window(), group.flagId, group.useEmulation);
         ShowGroup(group);
     }
     return TRUE;
@@ -94,7 +94,7 @@ void ColoursDlg::ShowGroup(const TColourGroup& group) {
 // After any change both colours are formed again from the bars.
 void ColoursDlg::Recompute() {
     for (TColourGroup& group : groups_) {
-        group.useEmulation = IsDlgButtonChecked(Window(), group.flagId) == BST_CHECKED;
+        group.useEmulation = IsChecked(Window(), group.flagId);
         group.colour = group.useEmulation
                            ? group.emulationShown
                            : PaletteRelativeColour(Position(group, 0), Position(group, 1), Position(group, 2));

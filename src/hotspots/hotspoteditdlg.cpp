@@ -72,9 +72,6 @@ constexpr TTextKey kPrePostTexts[] = {
     {u"hotspotmatch_prepost_2", u"Include pre/post chars as blanks"},
 };
 
-bool Checked(HWND dialog, int id) { return IsDlgButtonChecked(dialog, id) == BST_CHECKED; }
-void Check(HWND dialog, int id, bool on) { CheckDlgButton(dialog, id, on ? BST_CHECKED : BST_UNCHECKED); }
-
 void FillCombo(HWND dialog, int id, std::span<const TTextKey> texts, int selection) {
     for (const TTextKey& text : texts)
         SendDlgItemMessageW(dialog, id, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(W(Translate(text))));
@@ -95,9 +92,9 @@ protected:
         SetControlText(Window(), IDC_HS_STRING, spot_.matchString);
         SetControlText(Window(), IDC_HS_PRE, spot_.preChars);
         SetControlText(Window(), IDC_HS_POST, spot_.postChars);
-        Check(Window(), IDC_HS_CASE, spot_.caseSensitive != 0);
-        Check(Window(), IDC_HS_WILDCARDS, spot_.wildcards);
-        Check(Window(), IDC_HS_AUTO, spot_.autoExecute != 0);
+        SetChecked(Window(), IDC_HS_CASE, spot_.caseSensitive != 0);
+        SetChecked(Window(), IDC_HS_WILDCARDS, spot_.wildcards);
+        SetChecked(Window(), IDC_HS_AUTO, spot_.autoExecute != 0);
         FillCombo(Window(), IDC_HS_PREPOST, kPrePostTexts, spot_.prePostMode);
         return TRUE;
     }
@@ -116,9 +113,9 @@ private:
         spot_.matchString = GetControlText(Window(), IDC_HS_STRING);
         spot_.preChars = GetControlText(Window(), IDC_HS_PRE);
         spot_.postChars = GetControlText(Window(), IDC_HS_POST);
-        spot_.caseSensitive = Checked(Window(), IDC_HS_CASE) ? 1 : 0;
-        spot_.wildcards = Checked(Window(), IDC_HS_WILDCARDS);
-        spot_.autoExecute = Checked(Window(), IDC_HS_AUTO) ? 1 : 0;
+        spot_.caseSensitive = IsChecked(Window(), IDC_HS_CASE) ? 1 : 0;
+        spot_.wildcards = IsChecked(Window(), IDC_HS_WILDCARDS);
+        spot_.autoExecute = IsChecked(Window(), IDC_HS_AUTO) ? 1 : 0;
         spot_.prePostMode = ComboSelection(Window(), IDC_HS_PREPOST);
     }
 
@@ -159,8 +156,8 @@ INT_PTR HotSpotEditDlg::OnInit() {
     SetControlNumber(Window(), IDC_HS_TOP, spot_.top);
     SetControlNumber(Window(), IDC_HS_RIGHT, spot_.right);
     SetControlNumber(Window(), IDC_HS_BOTTOM, spot_.bottom);
-    Check(Window(), spot_.permanent ? IDC_HS_PERMANENT : IDC_HS_RELATIVE, true);
-    Check(Window(), IDC_HS_OVERRIDE, spot_.overrideColour);
+    SetChecked(Window(), spot_.permanent ? IDC_HS_PERMANENT : IDC_HS_RELATIVE, true);
+    SetChecked(Window(), IDC_HS_OVERRIDE, spot_.overrideColour);
     ShowChoices();
     SetControlText(Window(), IDC_HS_SAMPLE, Translate(kSampleKey, u"Up"));
     return TRUE;
@@ -197,7 +194,7 @@ void HotSpotEditDlg::Accept() {
     spot_.description = GetControlText(Window(), IDC_HS_DESCRIPTION);
     spot_.sendString = GetControlText(Window(), IDC_HS_SEND);
     spot_.recordType = kRecordText;  // whatever it was read as, an edited hotspot holds text
-    spot_.overrideColour = Checked(Window(), IDC_HS_OVERRIDE);
+    spot_.overrideColour = IsChecked(Window(), IDC_HS_OVERRIDE);
     End(IDOK);
 }
 
@@ -220,11 +217,11 @@ INT_PTR HotSpotEditDlg::OnCommand(int id, int code) {
     switch (id) {
     case IDC_HS_PERMANENT:
     case IDC_HS_RELATIVE:
-        spot_.permanent = Checked(Window(), IDC_HS_PERMANENT);
+        spot_.permanent = IsChecked(Window(), IDC_HS_PERMANENT);
         ShowChoices();
         return TRUE;
     case IDC_HS_OVERRIDE:
-        spot_.overrideColour = Checked(Window(), IDC_HS_OVERRIDE);
+        spot_.overrideColour = IsChecked(Window(), IDC_HS_OVERRIDE);
         ShowChoices();
         return TRUE;
     case IDC_HS_SET_COLOUR:

@@ -137,7 +137,7 @@ INT_PTR HotSpotsDlg::OnInit() {
     data_.fullPath = HotSpotFullPath(Session());
     Load(Session().hotspotEmulation);
     ConvertKeysIfNeeded();
-    CheckDlgButton(Window(), IDC_HS_ENABLE, Set().enabled ? BST_CHECKED : BST_UNCHECKED);
+    SetChecked(Window(), IDC_HS_ENABLE, Set().enabled);
     FillList(0);
     ShowFile();
     FillSets();
@@ -257,7 +257,7 @@ void HotSpotsDlg::ChooseFile(const std::u16string& path) {
     session.hotspotFile = HotSpotFileForRequest(session.hotspotDirectory, path);
     Load(session.hotspotEmulation);
     ConvertKeysIfNeeded();
-    CheckDlgButton(Window(), IDC_HS_ENABLE, Set().enabled ? BST_CHECKED : BST_UNCHECKED);
+    SetChecked(Window(), IDC_HS_ENABLE, Set().enabled);
     FillList(0);
     ShowFile();
     FillSets();
@@ -316,7 +316,7 @@ INT_PTR HotSpotsDlg::OnCommand(int id, int code) {
     switch (id) {
     case IDC_HS_ENABLE:
         Set().dirty = true;
-        Set().enabled = IsDlgButtonChecked(Window(), IDC_HS_ENABLE) == BST_CHECKED;
+        Set().enabled = IsChecked(Window(), IDC_HS_ENABLE);
         return TRUE;
     case IDC_HS_COLOURS: EditColours(); return TRUE;
     case IDC_HS_BROWSE: Browse(); return TRUE;

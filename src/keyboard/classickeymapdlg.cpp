@@ -77,8 +77,6 @@ constexpr TDialogText kSelectTexts[] = {
     {IDC_KEYMAP_HELP, {u"IDHELP", u"Help"}},
 };
 
-bool Checked(HWND dialog, int id) { return IsDlgButtonChecked(dialog, id) == BST_CHECKED; }
-void Check(HWND dialog, int id, bool on) { CheckDlgButton(dialog, id, on ? BST_CHECKED : BST_UNCHECKED); }
 int Selection(HWND dialog, int id, UINT message = CB_GETCURSEL) {
     return static_cast<int>(SendDlgItemMessageW(dialog, id, message, 0, 0));
 }
@@ -95,7 +93,7 @@ constexpr std::array<std::pair<int, uint32_t>, 3> kModifierBoxes{{{IDC_SHIFT, 0x
 uint32_t CheckedModifiers(HWND dialog) {
     uint32_t mods = 0;
     for (const auto& [id, bit] : kModifierBoxes)
-        if (Checked(dialog, id)) mods |= bit;
+        if (IsChecked(dialog, id)) mods |= bit;
     return mods;
 }
 
@@ -118,7 +116,7 @@ protected:
     std::span<const TDialogText> Texts() const override { return kAdvancedTexts; }
     INT_PTR OnInit() override {
         CheckRadioButton(Window(), IDC_NP_NUMERIC, IDC_NP_NUMLOCK, IDC_NP_NUMERIC + std::clamp(settings_.numpad, 0, 2));
-        Check(Window(), IDC_NP_SHIFT, settings_.numpadshift);
+        SetChecked(Window(), IDC_NP_SHIFT, settings_.numpadshift);
         CheckRadioButton(Window(), IDC_CL_NOCHANGE, IDC_CL_OFF, IDC_CL_NOCHANGE + std::clamp(settings_.capslock, 0, 2));
         return TRUE;
     }
@@ -126,11 +124,11 @@ protected:
         if (code != BN_CLICKED) return FALSE;
         switch (id) {
         case IDOK:
-            settings_.numpad = Checked(Window(), IDC_NP_CURSOR) ? kNumpadCursor
-                               : Checked(Window(), IDC_NP_NUMLOCK) ? kNumpadNumLock
+            settings_.numpad = IsChecked(Window(), IDC_NP_CURSOR) ? kNumpadCursor
+                               : IsChecked(Window(), IDC_NP_NUMLOCK) ? kNumpadNumLock
                                                                    : kNumpadNumeric;
-            settings_.numpadshift = Checked(Window(), IDC_NP_SHIFT);
-            settings_.capslock = Checked(Window(), IDC_CL_ON) ? kCapsOn : Checked(Window(), IDC_CL_OFF) ? kCapsOff : kCapsNoChange;
+            settings_.numpadshift = IsChecked(Window(), IDC_NP_SHIFT);
+            settings_.capslock = IsChecked(Window(), IDC_CL_ON) ? kCapsOn : IsChecked(Window(), IDC_CL_OFF) ? kCapsOff : kCapsNoChange;
             End(IDOK);
             return TRUE;
         case IDCANCEL: End(IDCANCEL); return TRUE;
@@ -161,7 +159,7 @@ protected:
 private:
     int CheckedRadio() const {
         for (int id : {IDC_MAP_EMKEY, IDC_MAP_STRING, IDC_MAP_GLOBAL, IDC_MAP_NONE})
-            if (Checked(Window(), id)) return id;
+            if (IsChecked(Window(), id)) return id;
         return 0;
     }
     void LoadKey();

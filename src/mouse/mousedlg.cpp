@@ -46,7 +46,7 @@ protected:
     INT_PTR OnCommand(int id, int code) override;
 
 private:
-    bool Checked(int id) const { return IsDlgButtonChecked(Window(), id) == BST_CHECKED; }
+    bool Checked(int id) const { return IsChecked(Window(), id); }
     TMouseEvent CurrentEvent() const;
     void ShowParamControls(const TMouseParamView& view);
     void ShowEvent();

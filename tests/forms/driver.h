@@ -58,6 +58,10 @@ public:
     // overtake posted ones, so a posted click could land after the next selection.
     static void Tick(HWND dialog, int id);
 
+    // Clicks `id` of `dialog`, waits for the dialog titled `title` that it opens and closes that
+    // with `button`.
+    void OpenAndClose(HWND dialog, int id, const std::wstring& title, int button);
+
     // Waits until the dialog thread has nothing left to do for the moment.
     void Settle(int ms = 50) const;
 

@@ -96,6 +96,13 @@ std::wstring Driver::Text(HWND window) {
     return text;
 }
 
+void Driver::OpenAndClose(HWND dialog, int id, const std::wstring& title, int button) {
+    Click(dialog, id);
+    HWND inner = WaitForDialog(title, 15000, 0);
+    Click(inner, button);
+    WaitGone(inner);
+}
+
 std::wstring Driver::Answer(HWND owner, int button) {
     HWND box = WaitForPopup(owner);
     const std::wstring seen = Text(box) + L"|" + MessageText(box);

@@ -21,7 +21,7 @@ struct SoakResult {
     int failedRuns = 0;
     double heapBytesPerRun = 0;  // the smaller slope of the two windows
     long long windowGrowth = 0;  // over the second window
-    long long gdiGrowth = 0;     // over the second window
+    long long gdiGrowth = 0;     // the smaller of the two windows' growth
     std::string summary;
 };
 

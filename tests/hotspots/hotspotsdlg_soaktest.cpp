@@ -13,14 +13,6 @@
 namespace qrl::test {
 namespace {
 
-// Opens the dialog that `id` of `dlg` opens, and closes it with `button`.
-void Through(Driver& d, HWND dlg, int id, const std::wstring& title, int button) {
-    Driver::Click(dlg, id);
-    HWND inner = d.WaitForDialog(title, 15000, 0);
-    Driver::Click(inner, button);
-    d.WaitGone(inner);
-}
-
 TEST(Soak, HotSpots) {
     ASSERT_TRUE(Product::Get().Loaded());
     wchar_t temp[MAX_PATH] = {};
@@ -37,11 +29,11 @@ TEST(Soak, HotSpots) {
             HWND dlg = d.WaitForDialog(L"Configure HotSpots", 15000, 0);
             Driver::Click(dlg, IDC_HS_EDIT);
             HWND edit = d.WaitForDialog(L"Configure HotSpot", 15000, 0);
-            Through(d, edit, IDC_HS_MATCH, L"Configure HotSpot Match String", IDOK);
+            d.OpenAndClose(edit, IDC_HS_MATCH, L"Configure HotSpot Match String", IDOK);
             Driver::Click(edit, IDOK);
             d.WaitGone(edit);
-            Through(d, dlg, IDC_HS_COLOURS, L"Configure HotSpots Colours", IDCANCEL);
-            Through(d, dlg, IDC_HS_SAVEAS, L"Save HotSpot Set", IDCANCEL);
+            d.OpenAndClose(dlg, IDC_HS_COLOURS, L"Configure HotSpots Colours", IDCANCEL);
+            d.OpenAndClose(dlg, IDC_HS_SAVEAS, L"Save HotSpot Set", IDCANCEL);
             Driver::Click(dlg, IDCANCEL);  // nothing written
             d.WaitGone(dlg);
         });

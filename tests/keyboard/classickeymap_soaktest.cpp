@@ -11,14 +11,6 @@
 namespace qrl::test {
 namespace {
 
-// Opens the dialog that `id` of `dlg` opens and closes it with `button`.
-void Through(Driver& d, HWND dlg, int id, const std::wstring& title, int button) {
-    Driver::Click(dlg, id);
-    HWND inner = d.WaitForDialog(title, 15000, 0);
-    Driver::Click(inner, button);
-    d.WaitGone(inner);
-}
-
 TEST(Soak, ClassicKeymap) {
     ASSERT_TRUE(Product::Get().Loaded());
     const std::u16string request = SampleText("keymap_request.xml");
@@ -26,7 +18,7 @@ TEST(Soak, ClassicKeymap) {
         RunResult r;
         const auto failures = RunDriven([&] { r = Product::Get().RunConfig2W(request); }, [](Driver& d) {
             HWND byPhys = d.WaitForDialog(L"Keyboard Configuration", 15000, 0);
-            Through(d, byPhys, IDC_ADVANCED, L"Advanced Keyboard Configuration", IDOK);
+            d.OpenAndClose(byPhys, IDC_ADVANCED, L"Advanced Keyboard Configuration", IDOK);
             Driver::Click(byPhys, IDC_PRESS_KEY);
             d.Settle(0);
             PostMessageW(FindWindowW(L"PressKeyWin", nullptr), WM_KEYDOWN, VK_F2, 0);
@@ -34,7 +26,7 @@ TEST(Soak, ClassicKeymap) {
             Driver::Click(byPhys, IDC_LIST_BYEMUL);
             d.WaitGone(byPhys);
             HWND byEmul = d.WaitForDialog(L"Keyboard Configuration", 15000, 0);
-            Through(d, byEmul, IDC_ADD_PKEY, L"Select a Physical Key", IDCANCEL);
+            d.OpenAndClose(byEmul, IDC_ADD_PKEY, L"Select a Physical Key", IDCANCEL);
             Driver::Click(byEmul, IDCANCEL);
             d.WaitGone(byEmul);
         });
