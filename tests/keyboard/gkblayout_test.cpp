@@ -174,7 +174,8 @@ TEST(KbKeyStates, EntriesLabelsAndMarksFollowTheStateBits) {
     EXPECT_EQ(mappedFlags(key, 16), "00010000");
 
     // Bit 11 and the extended bit do not pass.
-    const std::vector<int> states{shiftFromCode(0x41), shiftFromCode(0x141), shiftFromCode(0x741), shiftFromCode(0x4A41)};
+    std::vector<int> states;
+    for (int code : {0x41, 0x141, 0x741, 0x4A41}) states.push_back(shiftFromCode(code));
     EXPECT_EQ(states, (std::vector<int>{0, 1, 7, 2}));
 }
 

@@ -56,7 +56,7 @@ KeyboardSpec richKeyboard() {
                           .value = 200, .shifts = {run(1, "7", 0x67, 0, 9), run(1, "&", -2, 5), run(6, "x", 0x67)},
                           .altShifts = {run(2, "Home", 0x24), run(1, "", 0x24, 1)}};  // states 3 to 7 left out
     KeySpec eightRuns{.code = 0x41, .width = 10, .height = 10, .closeShifts = false};  // eight runs end the table
-    for (int s = 0; s < 8; ++s) eightRuns.shifts.push_back(run(1, std::string(1, static_cast<char>('a' + s)), 0x41 + s));
+    for (char s = 0; s < 8; ++s) eightRuns.shifts.push_back(run(1, std::string(1, char('a' + s)), 0x41 + s));
     const LayoutSpec first{.name = "First", .text1 = "one", .text2 = "two", .text3 = "three", .keyUnit = -3,
                            .value2 = 7, .attributes = {{255, "attr"}, {1, ""}},
                            .keys = {toggled, eightRuns, plainKey(0x20, "Space")}};

@@ -86,7 +86,8 @@ TEST(SampleKeyboards, At102IsAnIsoPcKeyboardInTwoLayouts) {
         }
         // The big Enter key spans two rows; the keypad's + and Enter do too, 0 is double width.
         const KbKey& enter = keyOf(*layout, 0x0D);
-        EXPECT_EQ(std::vector<int>({enter.X, enter.Y, enter.Width, enter.Height}), std::vector<int>({570, 120, 48, 78}));
+        using V = std::vector<int>;
+        EXPECT_EQ(V({enter.X, enter.Y, enter.Width, enter.Height}), V({570, 120, 48, 78}));
         EXPECT_EQ(keyOf(*layout, 0x6B).Height, 78);
         EXPECT_EQ(keyOf(*layout, 0x400D).Height, 78);
         EXPECT_EQ(keyOf(*layout, 0x60).Width, 78);
