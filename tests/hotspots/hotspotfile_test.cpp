@@ -216,7 +216,8 @@ TEST_F(HotSpotFiles, WriteStoresTheWholeSectionOnlyWhenDirty) {
     HotSpots back;
     back.Read(path.c_str(), u"s");
     ASSERT_EQ(back.count, 1);
-    EXPECT_EQ(FormatHotSpotRecord(back.spots.front()), u"new,2,3,0,0,0,0,0,,0,0,,,0,0,0,0,{Enter},0,0,0,,,0,0,10|20|0,1|0|0,");
+    EXPECT_EQ(FormatHotSpotRecord(back.spots.front()),
+              u"new,2,3,0,0,0,0,0,,0,0,,,0,0,0,0,{Enter},0,0,0,,,0,0,10|20|0,1|0|0,");
     EXPECT_EQ(back.foreground, 0x030201u);
     EXPECT_EQ(back.background, kDefaultColour);
     EXPECT_FALSE(back.enabled);

@@ -42,7 +42,7 @@ TEST(PrinterProperty, ReadWrittenAgainAndShortText) {
     const Case cases[] = {
         {u"", u"|||1|||||", u"Default printer"},
         {full, full, u"Laser 5 on LPT1:"},
-        {u"Laser 5|LPT1:|winspool|1|", u"Laser 5|LPT1:|winspool|1|||||", u"Default printer"},  // a device, but useDefault
+        {u"Laser 5|LPT1:|winspool|1|", u"Laser 5|LPT1:|winspool|1|||||", u"Default printer"},  // useDefault wins
         {u"|LPT1:|winspool|0|", u"|LPT1:|winspool|0|||||", u"Default printer"},  // no device
         {u"Laser|LPT2:|", u"Laser|LPT2:||1|||||", u"Default printer"},  // useDefault not reached: stays on
         {u"Laser|LPT2:|drv|0", u"Laser|LPT2:|drv|0|||||", u"Laser on LPT2:"},  // the last field may lack its "|"

@@ -11,7 +11,8 @@ TEST(SslCertificate, WritesOnlyWhatIsSet) {
     const Case cases[] = {
         {T::None, u"MY", u"", u"CN=x", u""},
         {T::Pem, u"", u"", u"", u"Type=PEM|"},
-        {T::System, u"MY", u"a", u"CN=Alice, O=Org", u"Type=CertStore|Store=MY|StorePassword=H#q!?h|Subject=CN=Alice, O=Org|"},
+        {T::System, u"MY", u"a", u"CN=Alice, O=Org",
+         u"Type=CertStore|Store=MY|StorePassword=H#q!?h|Subject=CN=Alice, O=Org|"},
         {T::Pkcs12, u"", u"a", u"", u"Type=P12|StorePassword=H#q!?h|"},  // the password does not depend on the store
         {T::Der, u"", u"", u"", u"Type=DER|"},
     };
