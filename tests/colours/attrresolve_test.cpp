@@ -24,6 +24,13 @@ void setFeature(TColourScheme& s, int i, bool override, uint32_t features, uint3
     s.features[static_cast<std::size_t>(i)] = TSchemeFeature{override, features, fg, bg};
 }
 
+// Foreground and background, then the features and the entry's own pair.
+std::vector<uint32_t> pair(const TResolvedAttr& r) { return {r.foreground, r.background}; }
+std::vector<uint32_t> all(const TResolvedAttr& r) {
+    return {r.foreground, r.background, r.features, r.rawForeground, r.rawBackground};
+}
+using V = std::vector<uint32_t>;
+
 }  // namespace
 
 TEST(ColourAction, EachActionOnItsEdges) {
@@ -42,12 +49,9 @@ TEST(ColourAction, EachActionOnItsEdges) {
 
 TEST(ColourScheme, NewSchemeHasDefaultPaletteAndIdentityMap) {
     const TColourScheme s;
-    EXPECT_EQ(s.palette[0], 0u);
-    EXPECT_EQ(s.palette[1], 0x7F0000u);  // blue sits in the third byte
-    EXPECT_EQ(s.palette[4], 0x00007Fu);  // red in the low byte
-    EXPECT_EQ(s.palette[7], 0xC0C0C0u);
-    EXPECT_EQ(s.palette[14], 0x00FFFFu);
-    EXPECT_EQ(s.palette[15], 0xFFFFFFu);
+    // Blue sits in the third byte, red in the low byte.
+    EXPECT_EQ(V({s.palette[0], s.palette[1], s.palette[4], s.palette[7], s.palette[14], s.palette[15]}),
+              V({0u, 0x7F0000u, 0x00007Fu, 0xC0C0C0u, 0x00FFFFu, 0xFFFFFFu}));
     EXPECT_EQ(s.colours[0], 0u);
     EXPECT_EQ(s.colours[200], 200u);
     EXPECT_EQ(s.operation, kSchemeUntouched);
@@ -67,26 +71,11 @@ TEST(ResolveFeature, NormalPairAndOverride) {
     setFeature(d.working, 0, true, 0, 14, 1);   // combination 0's override counts for nothing
     setFeature(d.working, 2, false, 2, 4, 5);   // no override: the normal pair
     setFeature(d.working, 16, true, 16, 3, 6);  // override, and Reverse
-    TResolvedAttr r = ResolveFeature(d, 0);
-    EXPECT_EQ(r.foreground, 14u);
-    EXPECT_EQ(r.background, 1u);
-    r = ResolveFeature(d, 2);
-    EXPECT_EQ(r.foreground, 14u);
-    EXPECT_EQ(r.background, 1u);
-    EXPECT_EQ(r.features, 2u);
-    EXPECT_EQ(r.rawForeground, 4u);
-    EXPECT_EQ(r.rawBackground, 5u);
-    r = ResolveFeature(d, 16);
-    EXPECT_EQ(r.foreground, 6u);
-    EXPECT_EQ(r.background, 3u);
-
+    EXPECT_EQ(pair(ResolveFeature(d, 0)), V({14, 1}));
+    EXPECT_EQ(all(ResolveFeature(d, 2)), V({14, 1, 2, 4, 5}));
+    EXPECT_EQ(pair(ResolveFeature(d, 16)), V({6, 3}));
     // Outside 0 to 255 the starting value comes back.
-    for (int outside : {-1, 256, 100000}) {
-        r = ResolveFeature(d, outside);
-        EXPECT_EQ(r.foreground, 7u);
-        EXPECT_EQ(r.background, 0u);
-        EXPECT_EQ(r.features, 0u);
-    }
+    for (int outside : {-1, 256, 100000}) EXPECT_EQ(all(ResolveFeature(d, outside)), V({7, 0, 0, 0, 0})) << outside;
 }
 
 TEST(ResolveFeature, BoldAndDimActionsBeforeReverseAndInvisibleAfter) {
@@ -110,25 +99,17 @@ TEST(ResolveFeature, BoldAndDimActionsBeforeReverseAndInvisibleAfter) {
     // Reverse and Bold, white on black: the action changes the white, then the pair swaps.
     const int rb = kAttrReverse | kAttrBold;
     setFeature(d.working, rb, true, kAttrReverse | kAttrBold, 15, 0);
-    TResolvedAttr r = ResolveFeature(d, rb);
-    EXPECT_EQ(r.foreground, 0u);
-    EXPECT_EQ(r.background, 0u);  // 15 + 1 wraps to 0, then moves to the background
+    EXPECT_EQ(pair(ResolveFeature(d, rb)), V({0, 0}));  // 15 + 1 wraps to 0, then moves to the background
     d.working.boldMode = kActionPreviousGroup;
-    r = ResolveFeature(d, rb);
-    EXPECT_EQ(r.foreground, 0u);
-    EXPECT_EQ(r.background, 7u);
+    EXPECT_EQ(pair(ResolveFeature(d, rb)), V({0, 7}));
 
     // Invisible after the swap, and only when the config samples show invisible.
     const int ri = kAttrReverse | kAttrInvisible;
     setFeature(d.working, ri, true, kAttrReverse | kAttrInvisible, 2, 9);
     d.enableInvisCfg = false;
-    r = ResolveFeature(d, ri);
-    EXPECT_EQ(r.foreground, 9u);
-    EXPECT_EQ(r.background, 2u);
+    EXPECT_EQ(pair(ResolveFeature(d, ri)), V({9, 2}));
     d.enableInvisCfg = true;
-    r = ResolveFeature(d, ri);
-    EXPECT_EQ(r.foreground, 2u);
-    EXPECT_EQ(r.background, 2u);
+    EXPECT_EQ(pair(ResolveFeature(d, ri)), V({2, 2}));
 }
 
 TEST(ResolveField, OverrideAloneDecidesAndRangeIsGuarded) {
@@ -136,17 +117,10 @@ TEST(ResolveField, OverrideAloneDecidesAndRangeIsGuarded) {
     setFeature(d.working, 0, false, 0, 7, 1);
     d.working.fields[0] = TSchemeField{true, false, 0, 12, 3};
     d.working.fields[5] = TSchemeField{false, true, kAttrReverse, 12, 3};
-    TResolvedAttr r = ResolveField(d, 0);
-    EXPECT_EQ(r.foreground, 12u);  // field 0 keeps its own colours
-    EXPECT_EQ(r.background, 3u);
-    r = ResolveField(d, 5);
-    EXPECT_EQ(r.foreground, 1u);  // normal pair, reversed
-    EXPECT_EQ(r.background, 7u);
-    EXPECT_EQ(r.rawForeground, 12u);
-    r = ResolveField(d, 16);
-    EXPECT_EQ(r.foreground, 7u);
-    EXPECT_EQ(r.rawForeground, 0u);
-    EXPECT_EQ(ResolveField(d, -3).foreground, 7u);
+    EXPECT_EQ(pair(ResolveField(d, 0)), V({12, 3}));  // field 0 keeps its own colours
+    EXPECT_EQ(all(ResolveField(d, 5)), V({1, 7, kAttrReverse, 12, 3}));  // normal pair, reversed
+    EXPECT_EQ(all(ResolveField(d, 16)), V({7, 0, 0, 0, 0}));
+    EXPECT_EQ(all(ResolveField(d, -3)), V({7, 0, 0, 0, 0}));
 }
 
 TEST(FeatureListText, InvisibleFirstBlinkLast) {

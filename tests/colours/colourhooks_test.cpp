@@ -37,10 +37,9 @@ TEST(ColourHooks, RequestFillsSessionAndReplyCarriesOnlyChangedSchemes) {
     session.LoadRequestText(kRequest);
     session.ApplyDataValues();
     EXPECT_TRUE(session.attrDataPresent);
-    EXPECT_EQ(session.longFeatureNames[2], u"Underscore");
-    EXPECT_EQ(session.shortFeatureNames[2], u"Us");
-    EXPECT_EQ(session.colourDescriptions[3], u"Teal");
-    EXPECT_EQ(session.fieldDescriptions[1], u"Protected");
+    EXPECT_EQ(session.longFeatureNames[2] + u"|" + session.shortFeatureNames[2] + u"|" + session.colourDescriptions[3] +
+                  u"|" + session.fieldDescriptions[1],
+              u"Underscore|Us|Teal|Protected");
     TColourSchemeList& schemes = SessionColourSchemes(session);
     ASSERT_EQ(schemes.size(), 3u);  // every item adds to the list
     EXPECT_EQ(schemes[0].boldMode, 1u);
@@ -49,13 +48,10 @@ TEST(ColourHooks, RequestFillsSessionAndReplyCarriesOnlyChangedSchemes) {
 
     // Nothing changed: an empty ColourSchemeList, and never the attribute names.
     EXPECT_EQ(WriteDataReply(session, false),
-              u"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-              u"<Config>\n"
-              u"  <Data>\n"
+              u"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Config>\n  <Data>\n"
               u"    <Item Element=\"CurrScheme\" Value=\"night\"/>\n"
               u"    <Item Element=\"ColourSchemeList\"/>\n"
-              u"  </Data>\n"
-              u"</Config>");
+              u"  </Data>\n</Config>");
 
     schemes[2].operation = kSchemeDelete;
     schemes[0].operation = kSchemeUpdate;
@@ -110,11 +106,10 @@ TEST(AttrDialogData, SettingsComeFromDataAndGoBackToElements) {
     d.boxStyle = 4;
     d.mergeBoxes = true;  // MergeBoxes has no definition: skipped
     StoreAttrDialogData(d, session);
-    EXPECT_EQ(session.FindElement(u"CurrScheme")->value, u"(custom)");
-    EXPECT_EQ(session.FindElement(u"DisplayMode")->value, u"2");
-    EXPECT_EQ(session.FindElement(u"EnableBlink")->value, u"1");
-    EXPECT_EQ(session.FindElement(u"EnableInvisCfg")->value, u"0");
-    EXPECT_EQ(session.FindElement(u"BoxStyle")->value, u"4");
-    EXPECT_EQ(session.FindElement(u"FeaturesUsed")->value, u"9");  // not written back
+    std::u16string values;
+    for (auto name : {u"CurrScheme", u"DisplayMode", u"EnableBlink", u"EnableInvisCfg", u"BoxStyle", u"FeaturesUsed"}) {
+        values += session.FindElement(name)->value + u"|";
+    }
+    EXPECT_EQ(values, u"(custom)|2|1|0|4|9|");  // FeaturesUsed is not written back
     EXPECT_EQ(session.FindElement(u"MergeBoxes"), nullptr);
 }

@@ -30,6 +30,11 @@ std::u16string readData(const char* name) {
     return utf8ToUtf16(bytes.str());
 }
 
+// Override flag(s), features, foreground, background of one entry.
+using V = std::vector<uint32_t>;
+V parts(const TSchemeFeature& f) { return {f.override, f.features, f.foreground, f.background}; }
+V parts(const TSchemeField& f) { return {f.override, f.secondFlag, f.features, f.foreground, f.background}; }
+
 // A scheme with something in every part of the record.
 TColourScheme sampleScheme() {
     TColourScheme s;
@@ -67,8 +72,7 @@ TEST(AttrNames, IndexesBelow16AndKnownTagsOnly) {
         u"</Item>");
     TAttrNameTables t;
     ReadAttrNames(t, *doc->Root());
-    EXPECT_EQ(t.longFeatureNames[1], u"Flashing");
-    EXPECT_EQ(t.shortFeatureNames[1], u"Fl");
+    EXPECT_EQ(t.longFeatureNames[1] + u"|" + t.shortFeatureNames[1], u"Flashing|Fl");
     EXPECT_EQ(t.colourDescriptions[3], u"Turquoise");
     EXPECT_EQ(t.colourDescriptions[0], u"Zero by accident");  // a non-number index reads 0
     EXPECT_EQ(t.fieldDescriptions[15], u"Input");
@@ -106,35 +110,17 @@ TEST(ColourSchemeDocument, ReadsEveryPartOfAScheme) {
     EXPECT_EQ(s.name, u"Classic");
     EXPECT_EQ(s.operation, kSchemeUntouched);
     // Too few numbers leave the rest as a new scheme has it; the index of palette is not read.
-    EXPECT_EQ(s.palette[0], 0xFFu);
-    EXPECT_EQ(s.palette[1], 0x00FF00u);
-    EXPECT_EQ(s.palette[2], 0xABCDEFu);
-    EXPECT_EQ(s.palette[3], DefaultPalette()[3]);
-    EXPECT_EQ(s.colours[0], 5u);
-    EXPECT_EQ(s.colours[2], 7u);
-    EXPECT_EQ(s.colours[3], 3u);
+    EXPECT_EQ(V(s.palette.begin(), s.palette.begin() + 4), V({0xFF, 0x00FF00, 0xABCDEF, DefaultPalette()[3]}));
+    EXPECT_EQ(V(s.colours.begin(), s.colours.begin() + 4), V({5, 6, 7, 3}));
     // features index 1 covers combinations 16 to 31; the word packs features, foreground, background.
-    EXPECT_EQ(s.features[16].features, 4u);
-    EXPECT_EQ(s.features[16].foreground, 1u);
-    EXPECT_EQ(s.features[16].background, 0x0Fu);
-    EXPECT_TRUE(s.features[16].override);
-    EXPECT_EQ(s.features[17].features, 0x8001u);
-    EXPECT_EQ(s.features[17].foreground, 0xFFu);
-    EXPECT_EQ(s.features[17].background, 0xFFu);
-    EXPECT_FALSE(s.features[17].override);
-    EXPECT_EQ(s.features[18].features, 0u);
-    EXPECT_EQ(s.features[0].foreground, 0u);
-    EXPECT_EQ(s.fields[2].features, 2u);
-    EXPECT_EQ(s.fields[2].foreground, 0x0Au);
-    EXPECT_EQ(s.fields[2].background, 0x0Bu);
-    EXPECT_TRUE(s.fields[2].override);
-    EXPECT_TRUE(s.fields[2].secondFlag);
+    EXPECT_EQ(parts(s.features[16]), V({1, 4, 1, 0x0F}));
+    EXPECT_EQ(parts(s.features[17]), V({0, 0x8001, 0xFF, 0xFF}));
+    EXPECT_EQ(parts(s.features[18]), V({0, 0, 0, 0}));
+    EXPECT_EQ(parts(s.features[0]), V({0, 0, 0, 0}));
+    EXPECT_EQ(parts(s.fields[2]), V({1, 1, 2, 0x0A, 0x0B}));
     for (std::size_t i = 0; i < kFieldCount; ++i) EXPECT_EQ(s.fields[i].override, i == 2) << i;  // 16, -1 ignored
-    EXPECT_EQ(s.boldMode, 2u);
-    EXPECT_EQ(s.dimMode, 4u);
-    EXPECT_TRUE(s.useBgGraphic);
+    EXPECT_EQ(V({s.boldMode, s.dimMode, s.useBgGraphic, s.graphicMode}), V({2, 4, 1, 1}));
     EXPECT_EQ(s.graphicFile, u"sky.bmp");
-    EXPECT_EQ(s.graphicMode, 1u);
     EXPECT_EQ(list[2].name, u"Second");
     EXPECT_EQ(list[2].colours[77], 77u);
 }
@@ -153,17 +139,11 @@ TEST(ColourSchemeDocument, BrokenNumbersStopTheValueAndOutOfRangeFeaturesAreIgno
     ReadColourSchemes(list, *doc->Root());
     ASSERT_EQ(list.size(), 1u);
     const TColourScheme& s = list[0];
-    EXPECT_EQ(s.palette[1], 2u);
-    EXPECT_EQ(s.palette[2], DefaultPalette()[2]);
-    EXPECT_EQ(s.palette[3], DefaultPalette()[3]);
-    EXPECT_EQ(s.features[0].features, 5u);
-    EXPECT_TRUE(s.features[0].override);
-    EXPECT_EQ(s.features[1].features, 6u);  // word read, flag missing
-    EXPECT_EQ(s.features[1].foreground, 2u);
-    EXPECT_FALSE(s.features[1].override);
+    EXPECT_EQ(V(s.palette.begin(), s.palette.begin() + 4), V({1, 2, DefaultPalette()[2], DefaultPalette()[3]}));
+    EXPECT_EQ(parts(s.features[0]), V({1, 5, 1, 0}));
+    EXPECT_EQ(parts(s.features[1]), V({0, 6, 2, 0}));  // word read, flag missing
     for (std::size_t i = 2; i < kCombinationCount; ++i) EXPECT_EQ(s.features[i].features, 0u) << i;
-    EXPECT_EQ(s.fields[1].foreground, 3u);
-    EXPECT_FALSE(s.fields[1].override);
+    EXPECT_EQ(parts(s.fields[1]), V({0, 0, 0, 3, 0}));
     EXPECT_EQ(s.boldMode, 0u);
 }
 
@@ -174,23 +154,14 @@ TEST(ColourSchemeReply, OnlyUpdatedAndDeletedSchemesTravel) {
     list[1].operation = kSchemeDelete;
     list[2].name = u"Odd";
     list[2].operation = 7;
-    EXPECT_EQ(reply(list),
-              u"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-              u"<Config>\n"
-              u"  <Data>\n"
-              u"    <Item Element=\"ColourSchemeList\">\n"
-              u"      <ColourScheme Element=\"Gone\" operation=\"delete\"/>\n"
-              u"    </Item>\n"
-              u"  </Data>\n"
-              u"</Config>");
+    const std::u16string head = u"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Config>\n  <Data>\n";
+    EXPECT_EQ(reply(list), head +
+                               u"    <Item Element=\"ColourSchemeList\">\n"
+                               u"      <ColourScheme Element=\"Gone\" operation=\"delete\"/>\n"
+                               u"    </Item>\n"
+                               u"  </Data>\n</Config>");
     list[1].operation = kSchemeUntouched;
-    EXPECT_EQ(reply(list),
-              u"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-              u"<Config>\n"
-              u"  <Data>\n"
-              u"    <Item Element=\"ColourSchemeList\"/>\n"
-              u"  </Data>\n"
-              u"</Config>");
+    EXPECT_EQ(reply(list), head + u"    <Item Element=\"ColourSchemeList\"/>\n  </Data>\n</Config>");
 }
 
 TEST(ColourSchemeReply, UpdateWritesTheWholeRecordExactly) {

@@ -8,14 +8,15 @@ using namespace qrl;
 
 namespace {
 
-std::size_t CountOf(const std::u16string& text, char16_t c) {
-    return static_cast<std::size_t>(std::count(text.begin(), text.end(), c));
-}
+using V = std::vector<uint32_t>;
 
 bool RowIsDefault(const T5250Row& r) {
     return r.mono == r.monoDefault && r.colour == r.colourDefault && r.foreground == r.foregroundDefault &&
            r.background == r.backgroundDefault;
 }
+
+V RowOf(const T5250Row& r) { return {r.mono, r.colour, r.foreground, r.background}; }
+V EditOf(const T5250Edit& e) { return {e.features, e.foreground, e.background}; }
 
 }  // namespace
 
@@ -23,19 +24,15 @@ TEST(Ibm5250ColourMap, DefaultsFollowTheTerminal) {
     const T5250ColourMap map;
     const std::u16string text = map.ToText();
     EXPECT_EQ(text.rfind(u"0;0;2;0;16;16;2;0;", 0), 0u);
-    EXPECT_EQ(CountOf(text, u';'), 128u);
+    EXPECT_EQ(std::count(text.begin(), text.end(), u';'), 128);
     for (std::size_t i = 0; i < T5250ColourMap::kRows; ++i) {
         EXPECT_EQ(map.rows[i].code, 0x20 + i);
         EXPECT_TRUE(RowIsDefault(map.rows[i]));
     }
     for (std::size_t i : {0x07, 0x0F, 0x17, 0x1F}) {  // codes 27, 2F, 37, 3F
         const T5250Row& r = map.rows[i];
-        EXPECT_EQ(std::u16string_view{r.monoText}, u"Nondisplay");
-        EXPECT_EQ(std::u16string_view{r.colourText}, u"Nondisplay");
-        EXPECT_EQ(r.mono, f5250::Invisible);
-        EXPECT_EQ(r.colour, f5250::Invisible);
-        EXPECT_EQ(r.foreground, 0);
-        EXPECT_EQ(r.background, 0);
+        EXPECT_EQ(std::u16string(r.monoText) + u"|" + r.colourText, u"Nondisplay|Nondisplay");
+        EXPECT_EQ(RowOf(r), V({f5250::Invisible, f5250::Invisible, 0, 0}));
     }
 }
 
@@ -65,97 +62,72 @@ TEST(Ibm5250ColourMap, CanonicalTextsRoundTrip) {
 TEST(Ibm5250ColourMap, ShortOrBrokenTextsKeepTheDefaults) {
     T5250ColourMap map;
     map.Parse(u"1;2;3;4;5;6;");
-    EXPECT_EQ(map.rows[0].mono, 1u);
-    EXPECT_EQ(map.rows[0].colour, 2u);
-    EXPECT_EQ(map.rows[0].foreground, 3);
-    EXPECT_EQ(map.rows[0].background, 4);
-    EXPECT_EQ(map.rows[1].mono, 5u);
-    EXPECT_EQ(map.rows[1].colour, 6u);
-    EXPECT_EQ(map.rows[1].foreground, 2);  // not reached: the default of code 21
+    EXPECT_EQ(RowOf(map.rows[0]), V({1, 2, 3, 4}));
+    EXPECT_EQ(RowOf(map.rows[1]), V({5, 6, 2, 0}));  // colours not reached: the defaults of code 21
     for (std::size_t i = 2; i < T5250ColourMap::kRows; ++i) EXPECT_TRUE(RowIsDefault(map.rows[i]));
 
     // Reading again starts from the defaults, not from what the map held.
     map.Parse(u"");
     for (const T5250Row& r : map.rows) EXPECT_TRUE(RowIsDefault(r));
 
-    // A field without a number reads as 0 and reading goes on; one character is skipped after it,
-    // so "x;" is two fields.
-    map.Parse(u"9;;;8;");
-    EXPECT_EQ(map.rows[0].mono, 9u);
-    EXPECT_EQ(map.rows[0].foreground, 0);
-    EXPECT_EQ(map.rows[0].background, 8);
-    map.Parse(u"9;x;7;");
-    EXPECT_EQ(map.rows[0].foreground, 0);
-    EXPECT_EQ(map.rows[0].background, 7);
-
-    // Any single character separates, and a number that ends the text needs none.
-    map.Parse(u"5,6 7a8");
-    EXPECT_EQ(map.rows[0].mono, 5u);
-    EXPECT_EQ(map.rows[0].colour, 6u);
-    EXPECT_EQ(map.rows[0].foreground, 7);
-    EXPECT_EQ(map.rows[0].background, 8);
-
-    // Colours are bytes: only the low byte of a larger number is kept.
-    map.Parse(u"0;0;258;-1;");
-    EXPECT_EQ(map.rows[0].foreground, 2);
-    EXPECT_EQ(map.rows[0].background, 255);
+    struct Case {
+        std::u16string_view text;
+        V row0;
+    };
+    const Case cases[] = {
+        // A field without a number reads as 0 and reading goes on; one character is skipped
+        // after it, so "x;" is two fields.
+        {u"9;;;8;", {9, 0, 0, 8}},
+        {u"9;x;7;", {9, 0, 0, 7}},
+        {u"5,6 7a8", {5, 6, 7, 8}},  // any single character separates; the last number needs none
+        {u"0;0;258;-1;", {0, 0, 2, 255}},  // colours are bytes: only the low byte is kept
+    };
+    for (const Case& c : cases) {
+        map.Parse(c.text);
+        EXPECT_EQ(RowOf(map.rows[0]), c.row0) << std::string(c.text.begin(), c.text.end());
+    }
 
     // More than 128 numbers: the rest is ignored.
-    std::u16string longText = T5250ColourMap{}.ToText() + u"1;2;3;";
-    map.Parse(longText);
+    map.Parse(T5250ColourMap{}.ToText() + u"1;2;3;");
     EXPECT_EQ(map.ToText(), T5250ColourMap{}.ToText());
 }
 
 TEST(Ibm5250ColourMap, TerminalTypeByModeValue) {
-    EXPECT_EQ(std::u16string_view{Find5250TerminalType(u"99").model}, u"IBM 3179-2");
-    EXPECT_FALSE(Find5250TerminalType(u"99").Monochrome());
-    EXPECT_EQ(std::u16string_view{Find5250TerminalType(u"").model}, u"IBM 3179-2");
-    EXPECT_EQ(std::u16string_view{Find5250TerminalType(u"52").model}, u"IBM 3180-2");
-    EXPECT_TRUE(Find5250TerminalType(u"52").Monochrome());
+    struct Case {
+        std::u16string_view mode, model;
+        bool monochrome;
+    };
+    const Case cases[] = {
+        {u"99", u"IBM 3179-2", false},
+        {u"", u"IBM 3179-2", false},
+        {u"52", u"IBM 3180-2", true},
+        {u"63", u"IBM Printer", false},  // a blank kind counts as colour
+    };
+    for (const Case& c : cases) {
+        const T5250TerminalType& t = Find5250TerminalType(c.mode);
+        EXPECT_EQ(std::u16string_view{t.model}, c.model) << std::string(c.mode.begin(), c.mode.end());
+        EXPECT_EQ(t.Monochrome(), c.monochrome) << std::string(c.mode.begin(), c.mode.end());
+    }
     EXPECT_TRUE(Find5250TerminalType(u"65").Monochrome());
     EXPECT_FALSE(Find5250TerminalType(u"62").Monochrome());
-    EXPECT_EQ(std::u16string_view{Find5250TerminalType(u"63").model}, u"IBM Printer");
-    EXPECT_FALSE(Find5250TerminalType(u"63").Monochrome());  // a blank kind counts as colour
 }
 
 TEST(Ibm5250ColourMap, EditingTouchesOnlyTheTerminalKindInForce) {
     T5250ColourMap map;
     const std::size_t blink = 0x08;  // code 28
+    EXPECT_EQ(map.EditOf(blink, true).code, 0x28);
+    EXPECT_EQ(EditOf(map.EditOf(blink, true)), V({f5250::Blink, 7, 0}));
+    map.Store(blink, T5250Edit{0x28, f5250::Underscore, 1, 6}, true);
+    // Colours chosen on a monochrome terminal are not kept.
+    EXPECT_EQ(RowOf(map.rows[blink]), V({f5250::Underscore, 0, 4, 0}));
 
-    T5250Edit mono = map.EditOf(blink, true);
-    EXPECT_EQ(mono.code, 0x28);
-    EXPECT_EQ(mono.features, f5250::Blink);
-    EXPECT_EQ(mono.foreground, 7);
-    EXPECT_EQ(mono.background, 0);
-    mono.features = f5250::Underscore;
-    mono.foreground = 1;
-    mono.background = 6;
-    map.Store(blink, mono, true);
-    EXPECT_EQ(map.rows[blink].mono, f5250::Underscore);
-    EXPECT_EQ(map.rows[blink].colour, 0u);
-    EXPECT_EQ(map.rows[blink].foreground, 4);  // colours chosen on a monochrome terminal are not kept
-    EXPECT_EQ(map.rows[blink].background, 0);
-
-    T5250Edit colour = map.EditOf(blink, false);
-    EXPECT_EQ(colour.features, 0u);
-    EXPECT_EQ(colour.foreground, 4);
-    colour.features = f5250::Reverse;
-    colour.foreground = 5;
-    colour.background = 1;
-    map.Store(blink, colour, false);
-    EXPECT_EQ(map.rows[blink].colour, f5250::Reverse);
-    EXPECT_EQ(map.rows[blink].foreground, 5);
-    EXPECT_EQ(map.rows[blink].background, 1);
-    EXPECT_EQ(map.rows[blink].mono, f5250::Underscore);
+    EXPECT_EQ(EditOf(map.EditOf(blink, false)), V({0, 4, 0}));
+    map.Store(blink, T5250Edit{0x28, f5250::Reverse, 5, 1}, false);
+    EXPECT_EQ(RowOf(map.rows[blink]), V({f5250::Underscore, f5250::Reverse, 5, 1}));
 
     // On a colour terminal the default shows blink as red.
-    const T5250Edit revert = map.DefaultEditOf(blink, false);
-    EXPECT_EQ(revert.features, 0u);
-    EXPECT_EQ(revert.foreground, 4);
-    EXPECT_EQ(revert.background, 0);
-    const T5250Edit revertMono = map.DefaultEditOf(blink, true);
-    EXPECT_EQ(revertMono.features, f5250::Blink);
-    EXPECT_EQ(revertMono.foreground, 7);
+    EXPECT_EQ(EditOf(map.DefaultEditOf(blink, false)), V({0, 4, 0}));
+    EXPECT_EQ(EditOf(map.DefaultEditOf(blink, true)), V({f5250::Blink, 7, 0}));
 
     // A row number out of range is the first row, never outside the map.
     EXPECT_EQ(map.EditOf(32, false).code, 0x20);

@@ -34,9 +34,8 @@ TEST(TandemColourMap, NewMapAndResetFollowTheirOwnRules) {
     other.defaultBackground = 1;
     other.defaultForeground = 6;
     other.SetDefaults();
-    EXPECT_EQ(other.bytes[8], 0x11);
-    EXPECT_EQ(other.bytes[0], 0x16);  // 1 * 16 + (6 | 8), bit 8 cleared at an even index
-    EXPECT_EQ(other.bytes[1], 0x1E);
+    // 1 * 16 + (6 | 8), with bit 8 cleared at an even index.
+    EXPECT_EQ(std::vector<int>({other.bytes[0], other.bytes[1], other.bytes[8]}), std::vector<int>({0x16, 0x1E, 0x11}));
     other.bytes[8] = 0x4F;
     other.ResetIndex(8);
     EXPECT_EQ(TTandemColourMap::Foreground(other.bytes[8]), TTandemColourMap::Background(other.bytes[8]));
@@ -53,23 +52,25 @@ TEST(TandemColourMap, StreamRoundTripsAndKeepsDefaultsWhereShort) {
         EXPECT_EQ(read.ToText(), canonical);
     }
 
-    TTandemColourMap read;
-    read.Parse(u"31;47");
-    EXPECT_EQ(read.bytes[0], 31);
-    EXPECT_EQ(read.bytes[1], 47);
-    for (std::size_t i = 2; i < TTandemColourMap::kIndexes; ++i) EXPECT_EQ(read.bytes[i], kNewMap[i]);
-
-    read.Parse(u"1;;3;");  // an empty field reads as 0 and reading goes on
-    EXPECT_EQ(read.bytes[0], 1);
-    EXPECT_EQ(read.bytes[1], 0);
-    EXPECT_EQ(read.bytes[2], 3);
-    EXPECT_EQ(read.bytes[3], kNewMap[3]);
-
-    read.Parse(u"300;");
-    EXPECT_EQ(read.bytes[0], 44);  // the low byte
-    read.Parse(u";;;");
-    EXPECT_EQ(read.bytes[2], 0);
-    EXPECT_EQ(read.bytes[3], kNewMap[3]);
+    // Each text read over a new map: the given bytes first, the new map's after them.
+    struct Case {
+        std::u16string_view text;
+        std::vector<uint8_t> head;
+    };
+    const Case cases[] = {
+        {u"31;47", {31, 47}},
+        {u"1;;3;", {1, 0, 3}},  // an empty field reads as 0 and reading goes on
+        {u"300;", {44}},        // the low byte
+        {u";;;", {0, 0, 0}},
+    };
+    for (const Case& c : cases) {
+        TTandemColourMap read;
+        read.bytes.fill(0xEE);  // reading starts from the new map, not from what was held
+        read.Parse(c.text);
+        Bytes expected = kNewMap;
+        std::copy(c.head.begin(), c.head.end(), expected.begin());
+        EXPECT_EQ(read.bytes, expected) << std::string(c.text.begin(), c.text.end());
+    }
 }
 
 TEST(TandemColourMap, CombosStoreNibbles) {
@@ -99,12 +100,9 @@ TEST(TandemColourMap, CombosStoreNibbles) {
 }
 
 TEST(TandemColourMap, AttributeListSkipsUnofferedIndexes) {
-    EXPECT_EQ(TandemIndexOfListPosition(0), 0);
-    EXPECT_EQ(TandemIndexOfListPosition(19), 19);
-    EXPECT_EQ(TandemIndexOfListPosition(20), 24);
-    EXPECT_EQ(TandemIndexOfListPosition(23), 27);
-    EXPECT_EQ(TandemIndexOfListPosition(24), -1);
-    EXPECT_EQ(TandemIndexOfListPosition(-1), -1);
+    std::vector<int> indexes;
+    for (int position : {0, 19, 20, 23, 24, -1}) indexes.push_back(TandemIndexOfListPosition(position));
+    EXPECT_EQ(indexes, std::vector<int>({0, 19, 24, 27, -1, -1}));
     EXPECT_EQ(std::u16string_view{TandemAttributeText(20)}, u"Underscore, Invisible");
     EXPECT_EQ(std::u16string_view{TandemAttributeText(24)}, u"");
 }

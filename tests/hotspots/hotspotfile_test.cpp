@@ -69,66 +69,39 @@ TEST(HotSpotColours, ReadingIsNotTheMirrorOfWriting) {
     EXPECT_EQ(ParseColourText(u"7", u','), 7u);
 }
 
-TEST(HotSpotRecord, FieldsFixUpsAndTheOldForm) {
-    HotSpot spot;
-    ParseHotSpotRecord(u"Login,7,5,1,-3,-2,-9,-4,user:,1,1,,,44,0,0,0,{Enter},0,0,1,[,],2,1,10|20|30,,", spot);
-    EXPECT_EQ(spot.description, u"Login");
-    EXPECT_EQ(spot.recordType, 0);  // above 3
-    EXPECT_FALSE(spot.needsConversion);
-    EXPECT_EQ(spot.buttonStyle, 5);
-    EXPECT_TRUE(spot.permanent);
-    EXPECT_EQ(spot.left, 0);
-    EXPECT_EQ(spot.top, 0);
-    EXPECT_EQ(spot.right, 0);     // below left: left
-    EXPECT_EQ(spot.bottom, -4);   // not adjusted
-    EXPECT_EQ(spot.matchString, u"user:");
-    EXPECT_EQ(spot.keyCode, 0);   // read only for record type 1
-    EXPECT_EQ(spot.sendString, u"{Enter}");
-    EXPECT_TRUE(spot.wildcards);
-    EXPECT_EQ(spot.preChars, u"[");
-    EXPECT_EQ(spot.postChars, u"]");
-    EXPECT_EQ(spot.prePostMode, 2);
-    EXPECT_TRUE(spot.overrideColour);
-    EXPECT_EQ(spot.foreground, 0x00140Au);
-    EXPECT_EQ(spot.background, kDefaultColour);
+std::u16string num(int32_t n) { return latin1ToUtf16(std::to_string(n)); }
 
-    // Old form: a key code, characters as codes in 12 and 13 that win over 22 and 23.
-    ParseHotSpotRecord(u",1,3,0,9,1,5,1,x,0,0,65,0,44,0,0,0,,0,0,0,pre,post,0,0,,", spot);
-    EXPECT_EQ(spot.description, u"untitled");
-    EXPECT_EQ(spot.recordType, 1);
-    EXPECT_TRUE(spot.needsConversion);
-    EXPECT_EQ(spot.keyCode, 44);
-    EXPECT_EQ(spot.right, 9);
-    EXPECT_EQ(spot.preChars, u"A");
-    EXPECT_EQ(spot.postChars, u"");  // code 0 gives no character
-    // The next record into the same blank does not inherit the old form.
-    ParseHotSpotRecord(u"d,2", spot);
-    EXPECT_FALSE(spot.needsConversion);
-    EXPECT_EQ(spot.keyCode, 0);
-    EXPECT_EQ(spot.preChars, u"");
-    EXPECT_EQ(spot.buttonStyle, 0);  // too few fields: the rest reads as 0 and empty
-
-    // A comma in a text shifts every later field by one: nothing escapes it.
-    ParseHotSpotRecord(u"a,b,2,3", spot);
-    EXPECT_EQ(spot.description, u"a");
-    EXPECT_EQ(spot.recordType, 0);
-    EXPECT_EQ(spot.buttonStyle, 2);
+// Each hotspot's description, record type, macro, key code and the old-form flag.
+std::u16string summary(const HotSpots& set) {
+    std::u16string out;
+    for (const HotSpot& s : set.spots)
+        out += s.description + u"," + num(s.recordType) + u"," + s.sendString + u"," + num(s.keyCode) +
+               (s.needsConversion ? u",old;" : u";");
+    return out;
 }
 
-TEST(HotSpotRecord, WritesTwentySevenFieldsWithTheOldOnesBlank) {
+// A record as read, written again, then what writing leaves out: the old form's key code and flag.
+std::u16string reread(std::u16string_view text, HotSpot& spot) {
+    ParseHotSpotRecord(text, spot);
+    return FormatHotSpotRecord(spot) + u" key " + num(spot.keyCode) +
+           (spot.needsConversion ? u" old" : u"");
+}
+
+// Each record reads into the same blank, so what one leaves behind would show in the next.
+TEST(HotSpotRecord, FieldsFixUpsAndTheOldForm) {
+    const std::pair<std::u16string_view, std::u16string_view> cases[] = {
+        // Type above 3 gives 0; left and top below 0 give 0, right below left gives left, bottom stays;
+        // the key code is read only for type 1; with "|" a colour loses its blue.
+        {u"Login,7,5,1,-3,-2,-9,-4,user:,1,1,,,44,0,0,0,{Enter},0,0,1,[,],2,1,10|20|30,,",
+         u"Login,0,5,1,0,0,0,-4,user:,1,1,,,0,0,0,0,{Enter},0,0,1,[,],2,1,10|20|0,, key 0"},
+        // Old form: a key code, characters as codes in 12 and 13 that win over 22 and 23; code 0 gives none.
+        {u",1,3,0,9,1,5,1,x,0,0,65,0,44,0,0,0,,0,0,0,pre,post,0,0,,",
+         u"untitled,1,3,0,9,1,9,1,x,0,0,,,0,0,0,0,,0,0,0,A,,0,0,,, key 44 old"},
+        {u"d,2", u"d,2,0,0,0,0,0,0,,0,0,,,0,0,0,0,,0,0,0,,,0,0,,, key 0"},  // too few fields: 0 and empty
+        {u"a,b,2,3", u"a,0,2,1,0,0,0,0,,0,0,,,0,0,0,0,,0,0,0,,,0,0,,, key 0"},  // nothing escapes a comma in a text
+    };
     HotSpot spot;
-    spot.description = u"Go";
-    spot.recordType = kRecordOldKey;
-    spot.keyCode = 44;
-    spot.left = 1;
-    spot.top = 2;
-    spot.right = 3;
-    spot.bottom = 4;
-    spot.matchString = u"m";
-    spot.sendString = u"{PF1}";
-    spot.preChars = u"<";
-    spot.foreground = 0x1E140A;
-    EXPECT_EQ(FormatHotSpotRecord(spot), u"Go,1,3,0,1,2,3,4,m,0,0,,,0,0,0,0,{PF1},0,0,0,<,,0,0,10|20|30,,");
+    for (const auto& [text, back] : cases) EXPECT_EQ(reread(text, spot), back);
 }
 
 TEST_F(HotSpotFiles, SetKeysAndTheirDefaults) {
@@ -227,13 +200,8 @@ TEST_F(HotSpotFiles, WriteStoresTheWholeSectionOnlyWhenDirty) {
     EXPECT_EQ(contents(path), original);
 
     set.Clear();
-    HotSpot spot;
-    spot.description = u"new";
-    spot.recordType = kRecordText;
-    spot.sendString = u"{Enter}";
-    spot.foreground = 0x1E140A;
-    spot.background = 0x000001;
-    set.Add(spot);
+    set.Add({.foreground = 0x1E140A, .background = 0x000001, .description = u"new", .recordType = kRecordText,
+             .sendString = u"{Enter}"});
     set.background = kDefaultColour;
     set.foreground = 0x030201;
     set.enabled = false;
@@ -248,10 +216,8 @@ TEST_F(HotSpotFiles, WriteStoresTheWholeSectionOnlyWhenDirty) {
     HotSpots back;
     back.Read(path.c_str(), u"s");
     ASSERT_EQ(back.count, 1);
-    const HotSpot& read = back.spots.front();
-    EXPECT_EQ(read.sendString, u"{Enter}");
-    EXPECT_EQ(read.foreground, 0x00140Au);
-    EXPECT_EQ(read.background, 0x000001u);
+    EXPECT_EQ(FormatHotSpotRecord(back.spots.front()),
+              u"new,2,3,0,0,0,0,0,,0,0,,,0,0,0,0,{Enter},0,0,0,,,0,0,10|20|0,1|0|0,");
     EXPECT_EQ(back.foreground, 0x030201u);
     EXPECT_EQ(back.background, kDefaultColour);
     EXPECT_FALSE(back.enabled);
@@ -300,21 +266,12 @@ TEST_F(HotSpotFiles, OldFormKeysBecomeEmulationKeyNames) {
     set.ConvertKeys(keys);
     EXPECT_FALSE(set.needsKeyConversion);
     EXPECT_TRUE(set.dirty);
-    std::vector<HotSpot> spots(set.spots.begin(), set.spots.end());
-    EXPECT_EQ(spots[0].sendString, u"{PF1}");
-    EXPECT_EQ(spots[0].recordType, kRecordText);
-    EXPECT_EQ(spots[1].sendString, u"");  // no chain to a name: type 1 stays
-    EXPECT_EQ(spots[1].recordType, kRecordOldKey);
-    EXPECT_FALSE(spots[1].needsConversion);
-    EXPECT_EQ(spots[2].sendString, u"{Clear}");
-
+    // No chain from F2 to a name: type 1 stays, no longer marked. The save loses its key code.
+    EXPECT_EQ(summary(set), u"found,2,{PF1},112;missing,1,,113;text,2,{Clear},0;");
     set.Write(path.c_str(), nullptr);
     HotSpots back;
     back.Read(path.c_str(), u"s");
-    const HotSpot& missing = *std::next(back.spots.begin());
-    EXPECT_EQ(missing.description, u"missing");
-    EXPECT_EQ(missing.recordType, kRecordOldKey);
-    EXPECT_EQ(missing.keyCode, 0);  // the unconverted key is lost with the save
+    EXPECT_EQ(summary(back), u"found,2,{PF1},0;missing,1,,0,old;text,2,{Clear},0;");
 }
 
 TEST_F(HotSpotFiles, SetEditingKeepsIdsAndCount) {

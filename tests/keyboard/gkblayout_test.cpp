@@ -6,7 +6,7 @@ using namespace qrl;
 
 namespace {
 
-GKbKey& addKey(GKbLayout& layout, int code, int x, int y, int w, int h) {
+GKbKey& addKey(GKbLayout& layout, int code, int x = 0, int y = 0, int w = 1, int h = 1) {
     auto* key = static_cast<GKbKey*>(layout.newKey(0));
     layout.Keys.push_back(key);
     key->Code = code;
@@ -15,6 +15,21 @@ GKbKey& addKey(GKbLayout& layout, int code, int x, int y, int w, int h) {
     key->Width = w;
     key->Height = h;
     return *key;
+}
+
+std::vector<int> ratio(const GKbLayout& l) { return {l.XNum, l.XDen, l.YNum, l.YDen}; }
+std::vector<int> rect(const GKbKey& k) { return {k.Rect.left, k.Rect.top, k.Rect.right, k.Rect.bottom}; }
+
+// Per state 0 to 7 (with the toggle bit given): the drawn labels joined by '|', the mapped flags as 0 and 1.
+std::string drawnLabels(const GKbKey& key, int toggle) {
+    std::string out;
+    for (int s = 0; s < 8; ++s) out += (s ? "|" : "") + drawnLabel(key, toggle | s);
+    return out;
+}
+std::string mappedFlags(const GKbKey& key, int toggle) {
+    std::string out;
+    for (int s = 0; s < 8; ++s) out += isMapped(key, toggle | s) ? '1' : '0';
+    return out;
 }
 
 }  // namespace
@@ -27,21 +42,13 @@ TEST(GKbLayout, ScalesBothAxesByTheTighterSideWithEqualMargins) {
     // Extent 20 + 980 = 1000 wide, 10 + 240 = 250 high.
     layout.scaleTo(500, 500);  // width is tighter: 50 < 200
     EXPECT_TRUE(layout.Scaled);
-    EXPECT_EQ(layout.XNum, 500);
-    EXPECT_EQ(layout.XDen, 1000);
-    EXPECT_EQ(layout.YNum, 500);
-    EXPECT_EQ(layout.YDen, 1000);
-    EXPECT_EQ(layout.key(1).Rect.left, 450);
-    EXPECT_EQ(layout.key(1).Rect.right, 490);
-    EXPECT_EQ(layout.key(1).Rect.top, 100);
-    EXPECT_EQ(layout.key(1).Rect.bottom, 120);
+    EXPECT_EQ(ratio(layout), (std::vector<int>{500, 1000, 500, 1000}));
+    EXPECT_EQ(rect(layout.key(1)), (std::vector<int>{450, 100, 490, 120}));
     EXPECT_EQ(layout.Style.BaseSize, 20);
 
     layout.scaleTo(1000, 100);  // height is tighter: 40 < 100
-    EXPECT_EQ(layout.XNum, 100);
-    EXPECT_EQ(layout.XDen, 250);
-    EXPECT_EQ(layout.key(0).Rect.left, 8);     // 20 * 100 / 250
-    EXPECT_EQ(layout.key(0).Rect.bottom, 20);  // 50 * 100 / 250
+    EXPECT_EQ(ratio(layout), (std::vector<int>{100, 250, 100, 250}));
+    EXPECT_EQ(rect(layout.key(0)), (std::vector<int>{8, 4, 24, 20}));  // 20 * 100 / 250 ...
     EXPECT_EQ(layout.Style.BaseSize, 16);
 
     layout.scaleTo(200, 50);  // equal ratios: the height wins
@@ -58,8 +65,7 @@ TEST(GKbLayout, EmptyOrDegenerateLayoutsScaleWithoutDividingByZero) {
     GKbLayout flat("F");
     addKey(flat, 1, 0, 0, 0, 0);  // extent 0 by 0: the ratio stays as constructed
     flat.scaleTo(300, 200);
-    EXPECT_EQ(flat.XNum, 1);
-    EXPECT_EQ(flat.XDen, 1);
+    EXPECT_EQ(ratio(flat), (std::vector<int>{1, 1, 1, 1}));
 
     GKbLayout negative("N");
     addKey(negative, 1, -32768, -32768, 32767, 32767);
@@ -85,63 +91,61 @@ TEST(GKbLayout, HitTestPrefersTheLaterKeyAndExcludesRightAndBottomEdges) {
 
 TEST(GKbLayout, FindKeyTakesModifiersAndToggleFromTheCodeWord) {
     GKbLayout layout("L");
-    addKey(layout, 0x41, 0, 0, 1, 1);
-    GKbKey& keypad = addKey(layout, 0x67, 0, 0, 1, 1);
+    GKbKey& plain = addKey(layout, 0x41);
+    GKbKey& keypad = addKey(layout, 0x67);
     keypad.AltCode = 0x24;
-    GKbKey& extended = addKey(layout, 0x4025, 0, 0, 1, 1);
-    int state = -1;
-
-    EXPECT_EQ(layout.findKey(0x41, state), &layout.key(0));
-    EXPECT_EQ(state, 0);
-    EXPECT_EQ(layout.findKey(0x41 | 0x100, state), &layout.key(0));
-    EXPECT_EQ(state, 1);
-    EXPECT_EQ(layout.findKey(0x41 | 0x700, state), &layout.key(0));
-    EXPECT_EQ(state, 7);
-    EXPECT_EQ(layout.findKey(0x41 | 0x800, state), &layout.key(0));  // bit 11 is masked, not a state
-    EXPECT_EQ(state, 0);
-    EXPECT_EQ(layout.findKey(0x4025 | 0x200, state), &extended);
-    EXPECT_EQ(state, 2);
-    EXPECT_EQ(layout.findKey(0x24, state), &keypad);
-    EXPECT_EQ(state, 16);
-    EXPECT_EQ(layout.findKey(0x24 | 0x500, state), &keypad);
-    EXPECT_EQ(state, 16 | 5);
-    EXPECT_EQ(layout.findKey(0x99, state), nullptr);
-    EXPECT_EQ(state, 0);
+    GKbKey& extended = addKey(layout, 0x4025);
+    struct Case {
+        int code;
+        const GKbKey* key;
+        int state;
+    };
+    const Case cases[] = {
+        {0x41, &plain, 0},
+        {0x41 | 0x100, &plain, 1},
+        {0x41 | 0x700, &plain, 7},
+        {0x41 | 0x800, &plain, 0},  // bit 11 is masked, not a state
+        {0x4025 | 0x200, &extended, 2},
+        {0x24, &keypad, 16},
+        {0x24 | 0x500, &keypad, 16 | 5},
+        {0x99, nullptr, 0},
+    };
+    for (const Case& c : cases) {
+        int state = -1;
+        EXPECT_EQ(layout.findKey(c.code, state), c.key) << std::hex << c.code;
+        EXPECT_EQ(state, c.state) << std::hex << c.code;
+    }
 
     // A key that uses shift codes is found by the code of one of its entries.
-    GKbKey& coded = layout.key(0);
-    coded.UsesShiftCodes = 1;
-    coded.Shifts[5].Code = 0x1234;
-    coded.AltCode = 0x77;
-    coded.AltShifts[3].Code = 0x2345;
-    EXPECT_EQ(layout.findKey(0x1234, state), &coded);
+    plain.UsesShiftCodes = 1;
+    plain.Shifts[5].Code = 0x1234;
+    plain.AltCode = 0x77;
+    plain.AltShifts[3].Code = 0x2345;
+    int state = -1;
+    EXPECT_EQ(layout.findKey(0x1234, state), &plain);
     EXPECT_EQ(state, 5);
-    EXPECT_EQ(layout.findKey(0x2345, state), &coded);
+    EXPECT_EQ(layout.findKey(0x2345, state), &plain);
     EXPECT_EQ(state, 3);
 }
 
 TEST(GKbLayout, SetStateLatchesModifierKeysThatAreNotMapped) {
     GKbLayout layout("L");
-    GKbKey& shift = addKey(layout, 0x10, 0, 0, 1, 1);
+    GKbKey& shift = addKey(layout, 0x10);
     shift.ModifierMask = 1;
-    GKbKey& altGr = addKey(layout, 0x4012, 0, 0, 1, 1);
+    GKbKey& altGr = addKey(layout, 0x4012);
     altGr.ModifierMask = 6;
-    GKbKey& letter = addKey(layout, 0x41, 0, 0, 1, 1);
+    GKbKey& letter = addKey(layout, 0x41);
     letter.Selected = true;
+    const auto selected = [&] { return std::vector<bool>{shift.Selected, altGr.Selected, letter.Selected}; };
 
     layout.setState(1);
     EXPECT_EQ(layout.State, 1);
-    EXPECT_TRUE(shift.Selected);
-    EXPECT_FALSE(altGr.Selected);
-    EXPECT_TRUE(letter.Selected);  // ordinary keys keep their selection
+    EXPECT_EQ(selected(), (std::vector<bool>{true, false, true}));  // ordinary keys keep their selection
     layout.setState(4);
-    EXPECT_FALSE(shift.Selected);
-    EXPECT_TRUE(altGr.Selected);
-
+    EXPECT_EQ(selected(), (std::vector<bool>{false, true, true}));
     shift.Mapped[1] = true;  // mapped in state 1: left alone, free to be selected for mapping
     layout.setState(1);
-    EXPECT_FALSE(shift.Selected);
-    EXPECT_FALSE(altGr.Selected);
+    EXPECT_EQ(selected(), (std::vector<bool>{false, false, true}));
 }
 
 TEST(KbKeyStates, EntriesLabelsAndMarksFollowTheStateBits) {
@@ -152,36 +156,27 @@ TEST(KbKeyStates, EntriesLabelsAndMarksFollowTheStateBits) {
     }
     key.Shifts[1].Inactive = true;
 
-    // Without an AltCode the toggle bit changes nothing.
+    // The drawn label is entry 2n, running from Shifts on into AltShifts; without an AltCode the
+    // toggle bit changes nothing.
     EXPECT_EQ(&shiftEntry(key, 16 | 1), &key.Shifts[1]);
-    EXPECT_EQ(drawnLabel(key, 16), "s0");
-    // The drawn label is entry 2n, running from Shifts on into AltShifts.
-    EXPECT_EQ(drawnLabel(key, 0), "s0");
-    EXPECT_EQ(drawnLabel(key, 1), "s2");
-    EXPECT_EQ(drawnLabel(key, 3), "s6");
-    EXPECT_EQ(drawnLabel(key, 4), "a0");
-    EXPECT_EQ(drawnLabel(key, 7), "a6");
+    EXPECT_EQ(drawnLabels(key, 0), "s0|s2|s4|s6|a0|a2|a4|a6");
+    EXPECT_EQ(drawnLabels(key, 16), "s0|s2|s4|s6|a0|a2|a4|a6");
     EXPECT_TRUE(shiftEntry(key, 1).Inactive);  // the flag goes by n itself
 
     key.AltCode = 0x24;
     EXPECT_EQ(&shiftTable(key, 16), &key.AltShifts);
     EXPECT_EQ(&shiftEntry(key, 16 | 6), &key.AltShifts[6]);
-    EXPECT_EQ(drawnLabel(key, 16 | 1), "a2");
-    EXPECT_EQ(drawnLabel(key, 16 | 3), "a6");
-    EXPECT_EQ(drawnLabel(key, 16 | 4), "");  // past the end of AltShifts: no label
-    EXPECT_EQ(drawnLabel(key, 16 | 7), "");
+    EXPECT_EQ(drawnLabels(key, 16), "a0|a2|a4|a6||||");  // past the end of AltShifts: no label
 
     key.Mapped[2] = true;
     key.AltMapped[3] = true;
-    EXPECT_TRUE(isMapped(key, 2));
-    EXPECT_FALSE(isMapped(key, 16 | 2));
-    EXPECT_TRUE(isMapped(key, 16 | 3));
-    EXPECT_FALSE(isMapped(key, 3));
+    EXPECT_EQ(mappedFlags(key, 0), "00100000");
+    EXPECT_EQ(mappedFlags(key, 16), "00010000");
 
-    EXPECT_EQ(shiftFromCode(0x41), 0);
-    EXPECT_EQ(shiftFromCode(0x141), 1);
-    EXPECT_EQ(shiftFromCode(0x741), 7);
-    EXPECT_EQ(shiftFromCode(0x4A41), 2);  // bit 11 and the extended bit do not pass
+    // Bit 11 and the extended bit do not pass.
+    std::vector<int> states;
+    for (int code : {0x41, 0x141, 0x741, 0x4A41}) states.push_back(shiftFromCode(code));
+    EXPECT_EQ(states, (std::vector<int>{0, 1, 7, 2}));
 }
 
 TEST(KeyStyle, GdiObjectsAreReleasedOnceOnRebuildAndOnDestruction) {

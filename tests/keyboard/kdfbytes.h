@@ -18,19 +18,15 @@ public:
     }
     Bytes& u16(int v) { return u8(v).u8(v >> 8); }
     Bytes& u32(std::uint32_t v) { return u16(static_cast<int>(v & 0xFFFF)).u16(static_cast<int>(v >> 16)); }
-    Bytes& str(const std::string& s) {
-        u16(static_cast<int>(s.size()));
-        data.insert(data.end(), s.begin(), s.end());
-        return *this;
-    }
-    Bytes& append(const Bytes& other) {
-        data.insert(data.end(), other.data.begin(), other.data.end());
+    Bytes& str(const std::string& s) { return u16(static_cast<int>(s.size())).raw(s.begin(), s.end()); }
+    Bytes& append(const Bytes& other) { return raw(other.data.begin(), other.data.end()); }
+    template <class It>
+    Bytes& raw(It begin, It end) {
+        data.insert(data.end(), begin, end);
         return *this;
     }
     void patchU32(std::size_t at, std::uint32_t v) {
-        for (int i = 0; i < 4; ++i) {
-            data[at + static_cast<std::size_t>(i)] = static_cast<std::uint8_t>(v >> (8 * i));
-        }
+        for (std::size_t i = 0; i < 4; ++i) data[at + i] = static_cast<std::uint8_t>(v >> (8 * i));
     }
     std::size_t size() const { return data.size(); }
 
@@ -71,21 +67,15 @@ struct KeyboardSpec {
 };
 
 inline void table(Bytes& b, const std::vector<Run>& runs, bool close) {
-    for (const Run& r : runs) {
-        b.u8(r.count).u8(r.inactive).u16(r.code).u8(r.value).str(r.label);
-    }
-    if (close) {
-        b.u8(0);
-    }
+    for (const Run& r : runs) b.u8(r.count).u8(r.inactive).u16(r.code).u8(r.value).str(r.label);
+    if (close) b.u8(0);
 }
 
 inline Bytes key(const KeySpec& k) {
     Bytes b;
     b.u16(k.code).u16(k.x).u16(k.y).u16(k.width).u16(k.height).u16(k.mask).u16(k.altCode).u8(k.value);
     table(b, k.shifts, k.closeShifts);
-    if (k.altCode != 0 || k.writeAlt) {
-        table(b, k.altShifts, k.closeAlt);
-    }
+    if (k.altCode != 0 || k.writeAlt) table(b, k.altShifts, k.closeAlt);
     return b;
 }
 
@@ -93,22 +83,16 @@ inline Bytes layout(const LayoutSpec& l) {
     Bytes b;
     b.str(l.name).str(l.text1).str(l.text2).str(l.text3).u16(l.keyUnit).u16(l.value2);
     b.u16(l.attributeCount.value_or(static_cast<int>(l.attributes.size())));
-    for (const auto& [value, text] : l.attributes) {
-        b.u8(value).str(text);
-    }
+    for (const auto& [value, text] : l.attributes) b.u8(value).str(text);
     b.u16(l.keyCount.value_or(static_cast<int>(l.keys.size())));
-    for (const KeySpec& k : l.keys) {
-        b.append(key(k));
-    }
+    for (const KeySpec& k : l.keys) b.append(key(k));
     return b;
 }
 
 inline Bytes block(const KeyboardSpec& k) {
     Bytes b;
     b.u16(k.layoutCount.value_or(static_cast<int>(k.layouts.size()))).str(k.blockName);
-    for (const LayoutSpec& l : k.layouts) {
-        b.append(layout(l));
-    }
+    for (const LayoutSpec& l : k.layouts) b.append(layout(l));
     return b;
 }
 
@@ -129,9 +113,7 @@ inline Bytes file(const std::vector<KeyboardSpec>& keyboards, int magic = 8816, 
     }
     Bytes b;
     b.u16(magic).u16(version).u32(10).u16(static_cast<int>(keyboards.size())).append(directory);
-    for (const Bytes& blockBytes : blocks) {
-        b.append(blockBytes);
-    }
+    for (const Bytes& blockBytes : blocks) b.append(blockBytes);
     return b;
 }
 

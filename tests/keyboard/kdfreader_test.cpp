@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 
 #include "keyboard/kdf.h"
 #include "keyboard/kdfbytes.h"
@@ -24,116 +25,79 @@ int readBytes(const Bytes& bytes, const std::string& name, KbKeyboard& target) {
 }
 
 KeySpec plainKey(int code, const std::string& label) {
-    KeySpec k;
-    k.code = code;
-    k.width = 10;
-    k.height = 10;
-    k.shifts = {run(8, label, code)};
-    return k;
+    return KeySpec{.code = code, .width = 10, .height = 10, .shifts = {run(8, label, code)}};
+}
+
+Bytes oneLayout(const std::vector<KeySpec>& keys) {
+    return file({KeyboardSpec{"pc", "pc", {LayoutSpec{.name = "L", .keys = keys}}, {}}});
+}
+
+// A whole table on one line: labels joined by '|', codes by spaces, inactive flags as 0 and 1.
+std::string labels(const KbShiftTable& t) {
+    std::string out;
+    for (int i = 0; i < kShiftStates; ++i) out += (i ? "|" : "") + t[i].Label;
+    return out;
+}
+std::string codes(const KbShiftTable& t) {
+    std::string out;
+    for (int i = 0; i < kShiftStates; ++i) out += (i ? " " : "") + std::to_string(t[i].Code);
+    return out;
+}
+std::string flags(const KbShiftTable& t) {
+    std::string out;
+    for (const KbKeyShift& s : t) out += s.Inactive ? '1' : '0';
+    return out;
 }
 
 // One keyboard of two layouts with attributes, a toggled key and a run-length table of every
 // shape: the sample for the field checks and for truncation.
 KeyboardSpec richKeyboard() {
-    KeySpec toggled;
-    toggled.code = 0x67;
-    toggled.x = -5;        // negative: sign extension
-    toggled.y = 0x7FFF;
-    toggled.width = 40;
-    toggled.height = 80;
-    toggled.mask = 16;
-    toggled.altCode = 0x24;
-    toggled.value = 200;
-    toggled.shifts = {run(1, "7", 0x67, 0, 9), run(1, "&", -2, 5), run(6, "x", 0x67)};
-    toggled.altShifts = {run(2, "Home", 0x24), run(1, "", 0x24, 1)};  // states 3 to 7 left out
-
-    KeySpec eightRuns = plainKey(0x41, "");
-    eightRuns.shifts.clear();
-    for (int s = 0; s < 8; ++s) {
-        eightRuns.shifts.push_back(run(1, std::string(1, static_cast<char>('a' + s)), 0x41 + s));
-    }
-    eightRuns.closeShifts = false;  // eight runs end the table by themselves
-
-    LayoutSpec first;
-    first.name = "First";
-    first.text1 = "one";
-    first.text2 = "two";
-    first.text3 = "three";
-    first.keyUnit = -3;
-    first.value2 = 7;
-    first.attributes = {{255, "attr"}, {1, ""}};
-    first.keys = {toggled, eightRuns, plainKey(0x20, "Space")};
-
-    LayoutSpec second;
-    second.name = "Second";
-    second.keyUnit = 22;
-    second.keys = {plainKey(0x0D, "<ret>")};
-
+    const KeySpec toggled{.code = 0x67, .x = -5, .y = 0x7FFF, .width = 40, .height = 80, .mask = 16, .altCode = 0x24,
+                          .value = 200, .shifts = {run(1, "7", 0x67, 0, 9), run(1, "&", -2, 5), run(6, "x", 0x67)},
+                          .altShifts = {run(2, "Home", 0x24), run(1, "", 0x24, 1)}};  // states 3 to 7 left out
+    KeySpec eightRuns{.code = 0x41, .width = 10, .height = 10, .closeShifts = false};  // eight runs end the table
+    for (char s = 0; s < 8; ++s) eightRuns.shifts.push_back(run(1, std::string(1, char('a' + s)), 0x41 + s));
+    const LayoutSpec first{.name = "First", .text1 = "one", .text2 = "two", .text3 = "three", .keyUnit = -3,
+                           .value2 = 7, .attributes = {{255, "attr"}, {1, ""}},
+                           .keys = {toggled, eightRuns, plainKey(0x20, "Space")}};
+    const LayoutSpec second{.name = "Second", .keyUnit = 22, .keys = {plainKey(0x0D, "<ret>")}};
     return KeyboardSpec{"pc", "stored name", {first, second}, {}};
 }
 
 }  // namespace
 
 TEST(KdfReader, ReadsEveryFieldOfKeyboardLayoutAndKey) {
-    const Bytes bytes = file({KeyboardSpec{"other", "x", {}, {}}, richKeyboard()});
     KbKeyboard kb;
-    ASSERT_EQ(readBytes(bytes, "pc", kb), kKdfOk);
+    ASSERT_EQ(readBytes(file({KeyboardSpec{"other", "x", {}, {}}, richKeyboard()}), "pc", kb), kKdfOk);
     EXPECT_EQ(kb.Name, "stored name");  // the block's own name, not the directory's
     ASSERT_EQ(kb.Layouts.size(), 2u);
 
     const KbLayout& l = kb.Layouts[0];
-    EXPECT_EQ(l.Name, "First");
-    EXPECT_EQ(l.Text1, "one");
-    EXPECT_EQ(l.Text2, "two");
-    EXPECT_EQ(l.Text3, "three");
-    EXPECT_EQ(l.KeyUnit, -3);
-    EXPECT_EQ(l.LayoutValue2, 7);
-    EXPECT_EQ(l.State, 0);
+    EXPECT_EQ(l.Name + "|" + l.Text1 + "|" + l.Text2 + "|" + l.Text3, "First|one|two|three");
+    EXPECT_EQ(std::vector<int>({l.KeyUnit, l.LayoutValue2, l.State}), std::vector<int>({-3, 7, 0}));
     ASSERT_EQ(l.Attributes.size(), 2u);
     EXPECT_EQ(l.Attributes[0].Value, 255u);
-    EXPECT_EQ(l.Attributes[0].Text, "attr");
-    EXPECT_EQ(l.Attributes[1].Text, "");
+    EXPECT_EQ(l.Attributes[0].Text + "|" + l.Attributes[1].Text, "attr|");
     ASSERT_EQ(l.Keys.size(), 3u);
 
-    const KbKey& k = l.Keys[0];
-    EXPECT_EQ(k.Code, 0x67);
-    EXPECT_EQ(k.X, -5);
-    EXPECT_EQ(k.Y, 0x7FFF);
-    EXPECT_EQ(k.Width, 40);
-    EXPECT_EQ(k.Height, 80);
-    EXPECT_EQ(k.ModifierMask, 16);
-    EXPECT_EQ(k.AltCode, 0x24);
-    EXPECT_EQ(k.KeyValue, 200);
+    const KbKey& k = l.Keys[0];  // x is negative: sign extension
+    EXPECT_EQ(std::vector<int>({k.Code, k.X, k.Y, k.Width, k.Height, k.ModifierMask, k.AltCode, k.KeyValue}),
+              std::vector<int>({0x67, -5, 0x7FFF, 40, 80, 16, 0x24, 200}));
     EXPECT_EQ(k.UsesShiftCodes, 0);
-    EXPECT_EQ(k.Shifts[0].Label, "7");
     EXPECT_EQ(k.Shifts[0].ShiftValue, 9);
-    EXPECT_FALSE(k.Shifts[0].Inactive);
-    EXPECT_EQ(k.Shifts[1].Label, "&");
-    EXPECT_EQ(k.Shifts[1].Code, -2);
-    EXPECT_TRUE(k.Shifts[1].Inactive);  // any non-zero byte
-    for (int s = 2; s < 8; ++s) {
-        EXPECT_EQ(k.Shifts[s].Label, "x") << s;
-        EXPECT_EQ(k.Shifts[s].Code, 0x67) << s;
-    }
-    EXPECT_EQ(k.AltShifts[0].Label, "Home");
-    EXPECT_EQ(k.AltShifts[1].Label, "Home");
-    EXPECT_TRUE(k.AltShifts[2].Inactive);
-    for (int s = 3; s < 8; ++s) {  // states no run covers stay empty
-        EXPECT_EQ(k.AltShifts[s].Label, "") << s;
-        EXPECT_EQ(k.AltShifts[s].Code, 0) << s;
-        EXPECT_FALSE(k.AltShifts[s].Inactive) << s;
-    }
+    EXPECT_EQ(labels(k.Shifts), "7|&|x|x|x|x|x|x");
+    EXPECT_EQ(codes(k.Shifts), "103 -2 103 103 103 103 103 103");
+    EXPECT_EQ(flags(k.Shifts), "01000000");  // any non-zero byte
+    EXPECT_EQ(labels(k.AltShifts), "Home|Home||||||");  // states no run covers stay empty
+    EXPECT_EQ(codes(k.AltShifts), "36 36 36 0 0 0 0 0");
+    EXPECT_EQ(flags(k.AltShifts), "00100000");
 
-    const KbKey& eight = l.Keys[1];
-    for (int s = 0; s < 8; ++s) {
-        EXPECT_EQ(eight.Shifts[s].Label, std::string(1, static_cast<char>('a' + s)));
-        EXPECT_EQ(eight.Shifts[s].Code, 0x41 + s);
-    }
-    EXPECT_EQ(eight.AltShifts[0].Label, "");  // no AltCode, no second table
+    EXPECT_EQ(labels(l.Keys[1].Shifts), "a|b|c|d|e|f|g|h");
+    EXPECT_EQ(codes(l.Keys[1].Shifts), "65 66 67 68 69 70 71 72");
+    EXPECT_EQ(labels(l.Keys[1].AltShifts), "|||||||");  // no AltCode, no second table
     // The key behind a table of eight runs is read in step.
     EXPECT_EQ(l.Keys[2].Code, 0x20);
     EXPECT_EQ(l.Keys[2].Shifts[7].Label, "Space");
-
     EXPECT_EQ(kb.Layouts[1].Name, "Second");
     EXPECT_EQ(kb.Layouts[1].Keys[0].Shifts[5].Label, "<ret>");
 }
@@ -144,8 +108,6 @@ TEST(KdfReader, HeaderIsReadWholeBeforeItIsJudged) {
     shortWrongMagic.u16(0x1234).u16(103).u32(10).u8(0);  // 9 bytes
     EXPECT_EQ(readBytes(shortWrongMagic, "pc", kb), kKdfShortRead);
     EXPECT_EQ(readBytes(Bytes{}, "pc", kb), kKdfShortRead);
-
-    const Bytes good = file({richKeyboard()});
     EXPECT_EQ(readBytes(file({richKeyboard()}, 0x2271), "pc", kb), kKdfBadMagic);
     EXPECT_EQ(readBytes(file({richKeyboard()}, 0x7022), "pc", kb), kKdfBadMagic);  // byte order
     for (int version : {102, 104, 0}) {
@@ -154,21 +116,17 @@ TEST(KdfReader, HeaderIsReadWholeBeforeItIsJudged) {
         bytes.patchU32(4, 0xFFFFFFF0u);
         EXPECT_EQ(readBytes(bytes, "pc", kb), kKdfBadVersion) << version;
     }
-    // Magic is tested before version.
-    EXPECT_EQ(readBytes(file({richKeyboard()}, 1, 1), "pc", kb), kKdfBadMagic);
+    EXPECT_EQ(readBytes(file({richKeyboard()}, 1, 1), "pc", kb), kKdfBadMagic);  // magic before version
     EXPECT_TRUE(kb.Layouts.empty());
 }
 
 TEST(KdfReader, DirectoryLookupIsExactAndFirstEntryWins) {
-    KeyboardSpec first = richKeyboard();
     KeyboardSpec second = richKeyboard();
     second.blockName = "second block";
-    const Bytes bytes = file({first, second});
-    {
-        KbKeyboard kb;
-        ASSERT_EQ(readBytes(bytes, "pc", kb), kKdfOk);
-        EXPECT_EQ(kb.Name, "stored name");
-    }
+    const Bytes bytes = file({richKeyboard(), second});
+    KbKeyboard first;
+    ASSERT_EQ(readBytes(bytes, "pc", first), kKdfOk);
+    EXPECT_EQ(first.Name, "stored name");
     for (const char* name : {"PC", "Pc", "pc ", "p", ""}) {
         KbKeyboard kb;
         EXPECT_EQ(readBytes(bytes, name, kb), kKdfNoKeyboard) << name;
@@ -183,15 +141,12 @@ TEST(KdfReader, DirectoryLookupIsExactAndFirstEntryWins) {
 
 TEST(KdfReader, EveryTruncationGivesShortReadAndKeepsWhatWasRead) {
     const Bytes bytes = file({richKeyboard()});
-    {
-        KbKeyboard whole;
-        ASSERT_EQ(readBytes(bytes, "pc", whole), kKdfOk);
-    }
+    KbKeyboard whole;
+    ASSERT_EQ(readBytes(bytes, "pc", whole), kKdfOk);
     for (std::size_t length = 0; length < bytes.size(); ++length) {
         KbKeyboard kb;
         ASSERT_EQ(readBytes(bytes, "pc", kb, length), kKdfShortRead) << "length " << length;
-        // A layout is added before it is read and stays: the first layout is whole once the
-        // second has been started.
+        // A layout is added before it is read and stays: the first is whole once the second began.
         if (kb.Layouts.size() == 2) {
             EXPECT_EQ(kb.Layouts[0].Keys.size(), 3u);
             EXPECT_EQ(kb.Layouts[0].Keys[2].Shifts[0].Label, "Space");
@@ -205,10 +160,8 @@ TEST(KdfReader, ReadsFromAFileAndStopsAtItsEnd) {
     std::filesystem::create_directories(dir);
     const auto path = dir / "cut.kdf";
     for (std::size_t length : {bytes.size(), bytes.size() - 1, bytes.size() / 2, std::size_t{9}}) {
-        {
-            std::ofstream out(path, std::ios::binary | std::ios::trunc);
-            out.write(reinterpret_cast<const char*>(bytes.data.data()), static_cast<std::streamsize>(length));
-        }
+        std::ofstream(path, std::ios::binary | std::ios::trunc)
+            .write(reinterpret_cast<const char*>(bytes.data.data()), static_cast<std::streamsize>(length));
         std::FILE* f = std::fopen(path.string().c_str(), "rb");
         ASSERT_NE(f, nullptr);
         KbHdr header;
@@ -224,95 +177,58 @@ TEST(KdfReader, ReadsFromAFileAndStopsAtItsEnd) {
 }
 
 TEST(KdfReader, CountsLargerThanTheFileEndInShortRead) {
-    {
+    const auto readChanged = [](const std::function<void(KeyboardSpec&)>& change, KbKeyboard& kb) {
         KeyboardSpec k = richKeyboard();
-        k.layoutCount = 0xFFFF;
-        KbKeyboard kb;
-        EXPECT_EQ(readBytes(file({k}), "pc", kb), kKdfShortRead);
-        EXPECT_EQ(kb.Layouts.size(), 3u);  // two whole ones and the one that found the end
-    }
-    {
-        KeyboardSpec k = richKeyboard();
-        k.layouts[1].keyCount = 0xFFFF;
-        KbKeyboard kb;
-        EXPECT_EQ(readBytes(file({k}), "pc", kb), kKdfShortRead);
-        EXPECT_EQ(kb.Layouts[1].Keys.size(), 2u);
-    }
-    {
-        KeyboardSpec k = richKeyboard();
-        k.layouts[1].attributeCount = 0xFFFF;
-        KbKeyboard kb;
-        EXPECT_EQ(readBytes(file({k}), "pc", kb), kKdfShortRead);
-        EXPECT_TRUE(kb.Layouts[1].Keys.empty());  // keys are not read after a failed attribute
-    }
-    {
-        Bytes bytes = file({richKeyboard()});
-        bytes.data[8] = 0xFF;
-        bytes.data[9] = 0xFF;  // 65535 directory entries
-        KbKeyboard kb;
-        EXPECT_EQ(readBytes(bytes, "pc", kb), kKdfShortRead);
-    }
+        change(k);
+        return readBytes(file({k}), "pc", kb);
+    };
+    KbKeyboard layouts, keys, attributes;
+    EXPECT_EQ(readChanged([](KeyboardSpec& k) { k.layoutCount = 0xFFFF; }, layouts), kKdfShortRead);
+    EXPECT_EQ(layouts.Layouts.size(), 3u);  // two whole ones and the one that found the end
+    EXPECT_EQ(readChanged([](KeyboardSpec& k) { k.layouts[1].keyCount = 0xFFFF; }, keys), kKdfShortRead);
+    EXPECT_EQ(keys.Layouts[1].Keys.size(), 2u);
+    EXPECT_EQ(readChanged([](KeyboardSpec& k) { k.layouts[1].attributeCount = 0xFFFF; }, attributes), kKdfShortRead);
+    EXPECT_TRUE(attributes.Layouts[1].Keys.empty());  // keys are not read after a failed attribute
+
+    KbKeyboard kb;
+    Bytes bytes = file({richKeyboard()});
+    bytes.data[8] = bytes.data[9] = 0xFF;  // 65535 directory entries
+    EXPECT_EQ(readBytes(bytes, "pc", kb), kKdfShortRead);
     for (std::uint32_t offset : {0xFFFFFFFFu, 0x80000000u, 0u}) {
-        Bytes bytes = file({richKeyboard()});
-        bytes.patchU32(10, offset);  // the entry's block offset
-        KbKeyboard kb;
-        EXPECT_NE(readBytes(bytes, "pc", kb), kKdfOk) << offset;
-        bytes = file({richKeyboard()});
-        bytes.patchU32(4, offset);  // the directory offset
-        EXPECT_NE(readBytes(bytes, "pc", kb), kKdfOk) << offset;
+        for (std::size_t at : {10, 4}) {  // the entry's block offset, the directory offset
+            bytes = file({richKeyboard()});
+            bytes.patchU32(at, offset);
+            EXPECT_NE(readBytes(bytes, "pc", kb), kKdfOk) << offset << " at " << at;
+        }
     }
-    {
-        // A text longer than what is left of the file.
-        Bytes bytes;
-        bytes.u16(8816).u16(103).u32(10).u16(1).u32(22).str("pc").u16(1).u16(500).str("abc");
-        KbKeyboard kb;
-        EXPECT_EQ(readBytes(bytes, "pc", kb), kKdfShortRead);
-        EXPECT_EQ(kb.Name, "");  // left as it was
-    }
+    // A text longer than what is left of the file.
+    Bytes longText;
+    longText.u16(8816).u16(103).u32(10).u16(1).u32(22).str("pc").u16(1).u16(500).str("abc");
+    KbKeyboard untouched;
+    EXPECT_EQ(readBytes(longText, "pc", untouched), kKdfShortRead);
+    EXPECT_EQ(untouched.Name, "");  // left as it was
 }
 
 TEST(KdfReader, ShiftRunsPastTheTableAreDroppedAndTheFileStaysInStep) {
-    KeySpec overflowing = plainKey(0x51, "");
     // 255 covers the table at once; the runs after it lie outside and are read, then dropped.
-    overflowing.shifts = {run(255, "big", 1), run(3, "lost", 2), run(9, "lost too", 3)};
-    KeySpec straddling = plainKey(0x52, "");
-    straddling.shifts = {run(2, "a", 1), run(8, "b", 2)};  // the second run reaches state 9
-    KeySpec full = plainKey(0x53, "");
-    full.shifts = {run(8, "all", 1), run(1, "after", 2)};  // a run after all eight states are set
-    KeySpec eightRunsOfTwo = plainKey(0x54, "");
-    eightRunsOfTwo.shifts.clear();
-    for (int r = 0; r < 8; ++r) {
-        eightRunsOfTwo.shifts.push_back(run(2, "r" + std::to_string(r), r));
-    }
-    eightRunsOfTwo.closeShifts = false;
-    eightRunsOfTwo.altCode = 0x55;
-    eightRunsOfTwo.altShifts = {run(200, "alt", 9)};
+    KeySpec overflowing{.code = 0x51, .shifts = {run(255, "big", 1), run(3, "lost", 2), run(9, "lost too", 3)}};
+    KeySpec straddling{.code = 0x52, .shifts = {run(2, "a", 1), run(8, "b", 2)}};  // the second reaches state 9
+    KeySpec full{.code = 0x53, .shifts = {run(8, "all", 1), run(1, "after", 2)}};  // a run after all eight are set
+    KeySpec eightRunsOfTwo{.code = 0x54, .altCode = 0x55, .closeShifts = false, .altShifts = {run(200, "alt", 9)}};
+    for (int r = 0; r < 8; ++r) eightRunsOfTwo.shifts.push_back(run(2, "r" + std::to_string(r), r));
 
-    LayoutSpec l;
-    l.name = "L";
-    l.keys = {overflowing, straddling, full, eightRunsOfTwo, plainKey(0x99, "last")};
-    const Bytes bytes = file({KeyboardSpec{"pc", "pc", {l}, {}}});
     KbKeyboard kb;
-    ASSERT_EQ(readBytes(bytes, "pc", kb), kKdfOk);
+    ASSERT_EQ(readBytes(oneLayout({overflowing, straddling, full, eightRunsOfTwo, plainKey(0x99, "last")}), "pc", kb),
+              kKdfOk);
     const auto& keys = kb.Layouts[0].Keys;
     ASSERT_EQ(keys.size(), 5u);
-    for (int s = 0; s < 8; ++s) {
-        EXPECT_EQ(keys[0].Shifts[s].Label, "big") << s;
-        EXPECT_EQ(keys[2].Shifts[s].Label, "all") << s;
-    }
-    EXPECT_EQ(keys[1].Shifts[0].Label, "a");
-    EXPECT_EQ(keys[1].Shifts[1].Label, "a");
-    for (int s = 2; s < 8; ++s) {
-        EXPECT_EQ(keys[1].Shifts[s].Label, "b") << s;
-    }
+    EXPECT_EQ(labels(keys[0].Shifts), "big|big|big|big|big|big|big|big");
+    EXPECT_EQ(labels(keys[1].Shifts), "a|a|b|b|b|b|b|b");
+    EXPECT_EQ(labels(keys[2].Shifts), "all|all|all|all|all|all|all|all");
     // Runs of two advance the position by two but count as one run each: four runs fill the
     // table, the other four fall outside it.
-    EXPECT_EQ(keys[3].Shifts[0].Label, "r0");
-    EXPECT_EQ(keys[3].Shifts[1].Label, "r0");
-    EXPECT_EQ(keys[3].Shifts[7].Label, "r3");
-    for (int s = 0; s < 8; ++s) {
-        EXPECT_EQ(keys[3].AltShifts[s].Label, "alt") << s;
-    }
+    EXPECT_EQ(labels(keys[3].Shifts), "r0|r0|r1|r1|r2|r2|r3|r3");
+    EXPECT_EQ(labels(keys[3].AltShifts), "alt|alt|alt|alt|alt|alt|alt|alt");
     EXPECT_EQ(keys[4].Code, 0x99);
     EXPECT_EQ(keys[4].Shifts[3].Label, "last");
 }
@@ -322,35 +238,23 @@ TEST(KdfReader, SecondTableIsReadOnlyForAKeyWithAnAltCode) {
     KeySpec stray = plainKey(0x41, "a");
     stray.writeAlt = true;
     stray.altShifts = {run(1, "x", 0x0302)};
-    LayoutSpec l;
-    l.name = "L";
-    l.keys = {stray, plainKey(0x42, "b")};
-    l.keyCount = 2;
-    const Bytes bytes = file({KeyboardSpec{"pc", "pc", {l}, {}}});
     KbKeyboard kb;
-    readBytes(bytes, "pc", kb);
+    readBytes(oneLayout({stray, plainKey(0x42, "b")}), "pc", kb);
     ASSERT_EQ(kb.Layouts[0].Keys.size(), 2u);
-    EXPECT_EQ(kb.Layouts[0].Keys[1].Code, 0x0001);    // run count 1, inactive 0
-    EXPECT_EQ(kb.Layouts[0].Keys[1].X, 0x0302);       // the stray entry's code
+    EXPECT_EQ(kb.Layouts[0].Keys[1].Code, 0x0001);  // run count 1, inactive 0
+    EXPECT_EQ(kb.Layouts[0].Keys[1].X, 0x0302);     // the stray entry's code
 }
 
 TEST(KdfReader, TextsAreCutAtAZeroByteAndEmptyOnesLeaveTheTarget) {
-    KeySpec k = plainKey(0x41, std::string("ab\0cd", 5));
-    k.shifts = {run(1, std::string("ab\0cd", 5)), run(1, ""), run(6, std::string("\0z", 2))};
-    LayoutSpec l;
-    l.name = std::string("Lay\0out", 7);
-    l.keys = {k};
-    LayoutSpec empty;  // a layout without keys is valid
-    const Bytes bytes = file({KeyboardSpec{"pc", "", {l, empty}, {}}});
+    KeySpec k{.code = 0x41, .shifts = {run(1, std::string("ab\0cd", 5)), run(1, ""), run(6, std::string("\0z", 2))}};
+    const LayoutSpec l{.name = std::string("Lay\0out", 7), .keys = {k}};
     KbKeyboard kb;
     kb.Name = "before";
-    ASSERT_EQ(readBytes(bytes, "pc", kb), kKdfOk);
+    ASSERT_EQ(readBytes(file({KeyboardSpec{"pc", "", {l, LayoutSpec{}}, {}}}), "pc", kb), kKdfOk);
     EXPECT_EQ(kb.Name, "before");  // a block name of length 0 changes nothing
     EXPECT_EQ(kb.Layouts[0].Name, "Lay");
-    EXPECT_EQ(kb.Layouts[0].Keys[0].Shifts[0].Label, "ab");
-    EXPECT_EQ(kb.Layouts[0].Keys[0].Shifts[1].Label, "");
-    EXPECT_EQ(kb.Layouts[0].Keys[0].Shifts[2].Label, "");
-    EXPECT_TRUE(kb.Layouts[1].Keys.empty());
+    EXPECT_EQ(labels(kb.Layouts[0].Keys[0].Shifts), "ab|||||||");
+    EXPECT_TRUE(kb.Layouts[1].Keys.empty());  // a layout without keys is valid
     EXPECT_EQ(kb.Layouts[1].Name, "");
 }
 
@@ -396,15 +300,11 @@ TEST(KdfModel, AFactoryThatGivesNothingRaisesThePointerContainersError) {
     };
     const Bytes bytes = file({richKeyboard()});
     KbHdr header;
-    {
-        NoLayouts kb;
-        KdfMemoryInput input(bytes.data.data(), bytes.size());
-        EXPECT_THROW(readKeyboard(header, input, "pc", kb), boost::bad_pointer);
-    }
-    {
-        KeylessLayouts kb;
-        KdfMemoryInput input(bytes.data.data(), bytes.size());
-        EXPECT_THROW(readKeyboard(header, input, "pc", kb), boost::bad_pointer);
-        EXPECT_EQ(kb.Layouts.size(), 1u);  // owned, and released with the keyboard
-    }
+    NoLayouts noLayouts;
+    KdfMemoryInput input(bytes.data.data(), bytes.size());
+    EXPECT_THROW(readKeyboard(header, input, "pc", noLayouts), boost::bad_pointer);
+    KeylessLayouts keyless;
+    KdfMemoryInput again(bytes.data.data(), bytes.size());
+    EXPECT_THROW(readKeyboard(header, again, "pc", keyless), boost::bad_pointer);
+    EXPECT_EQ(keyless.Layouts.size(), 1u);  // owned, and released with the keyboard
 }

@@ -8,6 +8,7 @@
 #include <iterator>
 
 using namespace qrl;
+using namespace std::literals;
 using qrl::test::TempFolder;
 
 namespace {
@@ -29,15 +30,11 @@ std::u16string getString(IniFileCache& cache, const char16_t* section, const cha
     return buffer;
 }
 
-// Fills a list into a buffer bigger than `size` and returns what was written, checking that
-// nothing beyond `size` was touched.
-std::u16string fill(IniFileCache& cache, const char16_t* section, uint32_t size, const std::u16string& file,
-                    uint32_t& result) {
-    char16_t buffer[40];
-    std::fill(std::begin(buffer), std::end(buffer), u'#');
-    result = cache.GetIniString(section, nullptr, u"<default>", buffer, size, file.c_str());
-    for (uint32_t i = size; i < 40; ++i) EXPECT_EQ(buffer[i], u'#') << "written at " << i;
-    std::u16string out(buffer, size);
+// A section's entries as "key=value" joined by "|"; a raw line as "!" and the line.
+std::u16string entries(const IniSection& section) {
+    std::u16string out;
+    for (const IniEntry& e : section.entries)
+        out += (out.empty() ? u"" : u"|") + (e.raw ? u"!" + e.key : e.key + u"=" + e.value);
     return out;
 }
 
@@ -48,42 +45,24 @@ TEST(IniFormat, ReadsLinesAsTheCacheDoes) {
                                        "  \r\nx=1=2\r\nnoequals\r\n[b\r\n=empty\r\nc\rr=lf\r\n"
                                        "[a]\r\nk=second\r\n[]x\r\n");
     ASSERT_EQ(sections.size(), 3u);
+    // The value keeps its leading blanks; "noequals" and "[b" (no "]") go; a CR goes wherever it stands.
+    EXPECT_EQ(entries(sections[0]), u"k=  v|!; note\n|!  \n|x=1=2|=empty|cr=lf");
     EXPECT_EQ(sections[0].name, u"a");
     EXPECT_EQ(sections[1].name, u"a");  // a second [a] is a section of its own
     EXPECT_EQ(sections[2].name, u"");
-    const auto& e = sections[0].entries;
-    ASSERT_EQ(e.size(), 6u);
-    EXPECT_EQ(e[0].key, u"k");
-    EXPECT_EQ(e[0].value, u"  v");  // white space goes only at the ends
-    EXPECT_TRUE(e[1].raw);
-    EXPECT_EQ(e[1].key, u"; note\n");
-    EXPECT_TRUE(e[2].raw);
-    EXPECT_EQ(e[2].key, u"  \n");
-    EXPECT_EQ(e[3].key, u"x");
-    EXPECT_EQ(e[3].value, u"1=2");
-    EXPECT_EQ(e[4].key, u"");  // "[b" had no "]" and went; "=empty" has an empty key
-    EXPECT_EQ(e[4].value, u"empty");
-    EXPECT_EQ(e[5].key, u"cr");  // a CR is dropped wherever it stands
-    EXPECT_EQ(e[5].value, u"lf");
-    EXPECT_FALSE(e[0].raw || e[3].raw || e[4].raw || e[5].raw);
 }
 
 TEST(IniFormat, LongLinesAreReadInPiecesOf2047) {
-    const std::string longValue(3000, 'v');
-    auto sections = parseIniText("[a]\nk=" + longValue + "\n" + std::string(2047, 'x') + "=y\n");
+    auto sections = parseIniText("[a]\nk=" + std::string(3000, 'v') + "\n" + std::string(2047, 'x') + "=y\n");
     ASSERT_EQ(sections.size(), 1u);
-    const auto& e = sections[0].entries;
-    ASSERT_EQ(e.size(), 2u);
-    EXPECT_EQ(e[0].value, std::u16string(2045, u'v'));  // the rest of that line has no "=" and goes
-    EXPECT_EQ(e[1].key, u"");
-    EXPECT_EQ(e[1].value, u"y");
+    // The rest of the long value has no "=" and goes; so does the first piece of the long key.
+    EXPECT_EQ(entries(sections[0]), u"k=" + std::u16string(2045, u'v') + u"|=y");
 
     // Bytes are characters: no code page, a zero ends the line's text.
     sections = parseIniText(std::string{"[\xE9]\nk=\xFF\x80\nz=a\0b\n", 16});
     ASSERT_EQ(sections.size(), 1u);
     EXPECT_EQ(sections[0].name, u"\u00E9");
-    EXPECT_EQ(sections[0].entries[0].value, u"\u00FF\u0080");
-    EXPECT_EQ(sections[0].entries[1].value, u"a");
+    EXPECT_EQ(entries(sections[0]), u"k=\u00FF\u0080|z=a");
 }
 
 TEST(IniFormat, WritesSectionsAndEntriesWithCrLf) {
@@ -119,32 +98,27 @@ TEST(IniCache, ListsFillTheBufferWithinItsSize) {
     dir.write("t.ini", "[a]\r\nk=1\r\n;raw\r\nn=2\r\nneg=3\r\n[B]\r\n[a]\r\n");
     const std::u16string file = dir.file("t.ini");
     IniFileCache cache(fakeTicks);
-    uint32_t n = 0;
-
-    // Section names: whole names while the list stays within size - 2, then a zero; the count
-    // leaves that last zero out.
-    EXPECT_EQ(fill(cache, nullptr, 9, file, n).substr(0, 7), std::u16string(u"a\0B\0a\0\0", 7));
-    EXPECT_EQ(n, 6u);
-    EXPECT_EQ(fill(cache, nullptr, 8, file, n).substr(0, 7), std::u16string(u"a\0B\0a\0\0", 7));
-    EXPECT_EQ(n, 6u);
-    EXPECT_EQ(fill(cache, nullptr, 7, file, n).substr(0, 5), std::u16string(u"a\0B\0\0", 5));
-    EXPECT_EQ(n, 4u);
-    EXPECT_EQ(fill(cache, nullptr, 2, file, n)[0], u'\0');
-    EXPECT_EQ(n, 0u);
-    EXPECT_EQ(fill(cache, nullptr, 1, file, n)[0], u'\0');
-    EXPECT_EQ(n, 0u);
-    fill(cache, nullptr, 0, file, n);
-    EXPECT_EQ(n, 0u);
-
-    // Keys of the first [a], raw lines skipped; the count includes the last zero.
-    EXPECT_EQ(fill(cache, u"A", 12, file, n).substr(0, 9), std::u16string(u"k\0n\0neg\0\0", 9));
-    EXPECT_EQ(n, 9u);
-    EXPECT_EQ(fill(cache, u"A", 9, file, n).substr(0, 5), std::u16string(u"k\0n\0\0", 5));
-    EXPECT_EQ(n, 5u);
-    EXPECT_EQ(fill(cache, u"none", 12, file, n)[0], u'\0');
-    EXPECT_EQ(n, 1u);
-    EXPECT_EQ(fill(cache, u"B", 12, file, n)[0], u'\0');
-    EXPECT_EQ(n, 1u);
+    // Section names: whole names while the list stays within size - 2, then a zero; the count leaves
+    // that last zero out. Keys of the first [a], raw lines skipped; the count includes the last zero.
+    const struct Case { const char16_t* section; uint32_t size; std::u16string_view list; uint32_t count; } cases[] = {
+        {nullptr, 9, u"a\0B\0a\0\0"sv, 6},
+        {nullptr, 8, u"a\0B\0a\0\0"sv, 6},
+        {nullptr, 7, u"a\0B\0\0"sv, 4},
+        {nullptr, 2, u"\0"sv, 0},
+        {nullptr, 1, u"\0"sv, 0},
+        {nullptr, 0, u""sv, 0},
+        {u"A", 12, u"k\0n\0neg\0\0"sv, 9},
+        {u"A", 9, u"k\0n\0\0"sv, 5},
+        {u"none", 12, u"\0"sv, 1},
+        {u"B", 12, u"\0"sv, 1},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(testing::Message() << (c.section ? "keys" : "sections") << " in " << c.size);
+        std::u16string buffer(40, u'#');
+        EXPECT_EQ(cache.GetIniString(c.section, nullptr, u"<default>", buffer.data(), c.size, file.c_str()), c.count);
+        EXPECT_EQ(buffer.substr(0, c.list.size()), c.list);
+        EXPECT_EQ(buffer.substr(c.size), std::u16string(40 - c.size, u'#'));  // nothing written past the size
+    }
 
     // A value is cut to the buffer, its zero included.
     char16_t small[4] = {u'#', u'#', u'#', u'#'};
@@ -161,30 +135,27 @@ TEST(IniCache, SeesAChangedFileOnlyAfterTheInterval) {
     dir.write("t.ini", "[a]\r\nk=old\r\n");
     const std::u16string file = dir.file("t.ini");
     IniFileCache cache(fakeTicks);
-    g_ticks = 1000;
-    EXPECT_EQ(getString(cache, u"a", u"k", file), u"old");
-
-    dir.write("t.ini", "[a]\r\nk=new\r\n");
-    touchLater(dir, "t.ini", 10);
-    g_ticks = 1000 + 4999;
-    EXPECT_EQ(getString(cache, u"a", u"k", file), u"old");
-    g_ticks = 1000 + 5000;
-    EXPECT_EQ(getString(cache, u"a", u"k", file), u"new");
-
-    // The interval counts from the last look at the time stamp, across the counter's wrap.
-    dir.write("t.ini", "[a]\r\nk=newer\r\n");
-    touchLater(dir, "t.ini", 20);
-    g_ticks = 0xFFFFF000u;
-    EXPECT_EQ(getString(cache, u"a", u"k", file), u"newer");
-    dir.write("t.ini", "[a]\r\nk=newest\r\n");
-    touchLater(dir, "t.ini", 30);
-    g_ticks = 0xFFFFF000u + 4999u;  // wrapped
-    EXPECT_EQ(getString(cache, u"a", u"k", file), u"newer");
-    g_ticks = 0xFFFFF000u + 5000u;
-    EXPECT_EQ(getString(cache, u"a", u"k", file), u"newest");
+    // Each step may rewrite the file with a later stamp, then reads at a tick count. The interval
+    // counts from the last look at the time stamp, across the counter's wrap.
+    const struct Step { const char* value; int later; uint32_t ticks; const char16_t* seen; } steps[] = {
+        {nullptr, 0, 1000, u"old"},
+        {"new", 10, 1000 + 4999, u"old"},
+        {nullptr, 0, 1000 + 5000, u"new"},
+        {"newer", 20, 0xFFFFF000u, u"newer"},
+        {"newest", 30, 0xFFFFF000u + 4999u, u"newer"},  // wrapped
+        {nullptr, 0, 0xFFFFF000u + 5000u, u"newest"},
+    };
+    for (const Step& step : steps) {
+        SCOPED_TRACE(step.ticks);
+        if (step.value) {
+            dir.write("t.ini", std::string{"[a]\r\nk="} + step.value + "\r\n");
+            touchLater(dir, "t.ini", step.later);
+        }
+        g_ticks = step.ticks;
+        EXPECT_EQ(getString(cache, u"a", u"k", file), step.seen);
+    }
 
     // Rewritten within the same second, the stamp doesn't change and the cache keeps what it has.
-    const std::string unchanged = dir.read("t.ini");
     const auto stamp = std::filesystem::last_write_time(dir.path() / "t.ini");
     dir.write("t.ini", "[a]\r\nk=unseen\r\n");
     std::filesystem::last_write_time(dir.path() / "t.ini", stamp);
@@ -212,11 +183,11 @@ TEST(IniCache, AMissingFileStaysAsAnEmptyRecordUntilItAppears) {
     // off the platform answers the same.
     for (const std::u16string& bad : {std::u16string(1000, u'n'), std::u16string(u"a|b.ini")}) {
         EXPECT_FALSE(cache.WriteIniString(u"a", u"k", u"v", bad.c_str()));
-        EXPECT_EQ(getString(cache, u"a", u"k", bad), u"<default>");
-        EXPECT_EQ(cache.GetIniInt(u"a", u"k", 9, bad.c_str()), 9);
-        cache.enabled = 0;
-        EXPECT_EQ(getString(cache, u"a", u"k", bad), u"<default>");
-        EXPECT_EQ(cache.GetIniInt(u"a", u"k", 9, bad.c_str()), 9);
+        for (int enabled : {1, 0}) {
+            cache.enabled = enabled;
+            EXPECT_EQ(getString(cache, u"a", u"k", bad), u"<default>");
+            EXPECT_EQ(cache.GetIniInt(u"a", u"k", 9, bad.c_str()), 9);
+        }
         cache.enabled = 1;
     }
     EXPECT_EQ(cache.files.size(), 1u);
@@ -258,7 +229,6 @@ TEST(IniCache, DisabledReadsGoToThePlatform) {
     EXPECT_EQ(getString(cache, u"a", u"q", file), u"\"quoted\"");  // the cache keeps quotes
     cache.enabled = 0;
     EXPECT_EQ(getString(cache, u"a", u"q", file), u"quoted");      // the platform takes them off
-    EXPECT_EQ(getString(cache, u"a", u"none", file), u"<default>");
     EXPECT_EQ(cache.GetIniInt(u"a", u"none", 5, file.c_str()), 5);
 }
 
@@ -280,24 +250,22 @@ TEST(IniCache, FlushSavesDirtyRecordsInTheCacheFormat) {
 TEST(IniCache, WritesGiveTheSameFileInBothBuilds) {
     TempFolder dir;
     const std::u16string file = dir.file("sequence.ini");
-    const auto check = [&](const char16_t* section, const char16_t* key, const char16_t* expected) {
-        char16_t buffer[64];
-        GetIniString(section, key, u"<default>", buffer, 64, file.c_str());
-        EXPECT_EQ(std::u16string{buffer}, expected);
+    // Each write, then a read of what it wrote: {section, key, value, what the key reads after}.
+    const struct Write { const char16_t *section, *key, *value, *after; } writes[] = {
+        {u"Session", u"Host", u"alpha", u"alpha"},  // new file and section
+        {u"Session", u"Port", u"23", u"23"},        // new key
+        {u"Display", u"Rows", u"24", u"24"},        // second section
+        {u"session", u"HOST", u"beta", u"beta"},    // replaced value
+        {u"Session", u"Port", nullptr, u""},        // deleted key
+        {u"Old", u"x", u"1", u"1"},
+        {u"Old", nullptr, nullptr, u"<default>"},   // deleted section, read at its key x
     };
-    EXPECT_TRUE(WriteIniString(u"Session", u"Host", u"alpha", file.c_str()));  // new file and section
-    check(u"Session", u"Host", u"alpha");
-    EXPECT_TRUE(WriteIniString(u"Session", u"Port", u"23", file.c_str()));     // new key
-    check(u"Session", u"Port", u"23");
-    EXPECT_TRUE(WriteIniString(u"Display", u"Rows", u"24", file.c_str()));     // second section
-    EXPECT_TRUE(WriteIniString(u"session", u"HOST", u"beta", file.c_str()));   // replaced value
-    check(u"Session", u"Host", u"beta");
-    EXPECT_TRUE(WriteIniString(u"Session", u"Port", nullptr, file.c_str()));   // deleted key
-    check(u"Session", u"Port", u"");
-    EXPECT_TRUE(WriteIniString(u"Old", u"x", u"1", file.c_str()));
-    EXPECT_TRUE(WriteIniString(u"Old", nullptr, nullptr, file.c_str()));       // deleted section
-    check(u"Old", u"x", u"<default>");
-
+    for (const Write& w : writes) {
+        EXPECT_TRUE(WriteIniString(w.section, w.key, w.value, file.c_str()));
+        char16_t buffer[64];
+        GetIniString(w.section, w.key ? w.key : u"x", u"<default>", buffer, 64, file.c_str());
+        EXPECT_EQ(std::u16string{buffer}, w.after);
+    }
     std::ifstream in(std::string{QRL_SOURCE_DIR} + "/tests/data/locale/profile_sequence.ini", std::ios::binary);
     const std::string expected{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
     ASSERT_FALSE(expected.empty());

@@ -39,54 +39,38 @@ protected:
 
 }  // namespace
 
-TEST_F(Language, ValueEndsAtFirstCommaEvenInsideQuotes) {
-    ParseLanguageText("plain=Hello, world\n"
-                      "quoted=\"Hello, world\"\n"
-                      "whole=\"Hello\"\n"
-                      "commas=,,,after commas,x\n"
-                      "lonequote=\"\n"
-                      "emptyquotes=\"\"\n");
-    EXPECT_EQ(stored("plain"), "Hello");
-    // The quote goes and so does the last character of what is left: a real 'o' here.
-    EXPECT_EQ(stored("quoted"), "Hell");
-    EXPECT_EQ(stored("whole"), "Hello");
-    EXPECT_EQ(stored("commas"), "after commas");
-    EXPECT_EQ(stored("lonequote"), "");
-    EXPECT_EQ(stored("emptyquotes"), "");
+// One line at a time: what the table holds under a key afterwards; "<none>" if the line added nothing.
+TEST_F(Language, LinesSplitLikeATokeniser) {
+    const struct Case { const char* line; const char* key; const char* stored; } cases[] = {
+        {"plain=Hello, world\n", "plain", "Hello"},  // the value ends at the first comma, even inside quotes
+        {"quoted=\"Hello, world\"\n", "quoted", "Hell"},  // the quote goes and so does the last character left
+        {"whole=\"Hello\"\n", "whole", "Hello"},
+        {"commas=,,,after commas,x\n", "commas", "after commas"},
+        {"lonequote=\"\n", "lonequote", ""},
+        {"emptyquotes=\"\"\n", "emptyquotes", ""},
+        {"key=a=b\n", "key", "a=b"},
+        {"=x=y\n", "x", "y"},
+        {"==lead=z\n", "lead", "z"},
+        {"novalue=\n", "novalue", "<none>"},
+        {"onlycommas=,,,\n", "onlycommas", "<none>"},
+        {"no equals at all\n", "no equals at all", "<none>"},
+        {"====\n", "", "<none>"},
+        {"spaced key = spaced value \n", "spaced key ", " spaced value "},  // nothing is trimmed
+        {"only=no line end", "only", "<none>"},  // an unended last line is lost
+        {"\xEF\xBB\xBF" "bom=1\n", "\xEF\xBB\xBF" "bom", "1"},  // a byte-order mark is part of the first key
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.line);
+        const std::size_t before = languageTable().texts.size();
+        ParseLanguageText(c.line);
+        EXPECT_EQ(stored(c.key), c.stored);
+        EXPECT_EQ(languageTable().texts.size(), before + (std::string{c.stored} != "<none>"));
+    }
 }
 
-TEST_F(Language, EqualsSignsSplitLikeATokeniser) {
-    ParseLanguageText("key=a=b\n"
-                      "=x=y\n"
-                      "==lead=z\n"
-                      "novalue=\n"
-                      "onlycommas=,,,\n"
-                      "no equals at all\n"
-                      "====\n"
-                      "spaced key = spaced value \n");
-    EXPECT_EQ(stored("key"), "a=b");
-    EXPECT_EQ(stored("x"), "y");
-    EXPECT_EQ(stored("lead"), "z");
-    EXPECT_EQ(stored("novalue"), "<none>");
-    EXPECT_EQ(stored("onlycommas"), "<none>");
-    EXPECT_EQ(stored("no equals at all"), "<none>");
-    EXPECT_EQ(stored("spaced key "), " spaced value ");  // nothing is trimmed
-    EXPECT_EQ(languageTable().texts.size(), 4u);
-}
-
-TEST_F(Language, LinesEndAtCrOrLfAndAnUnendedLastLineIsLost) {
+TEST_F(Language, LinesEndAtCrOrLfAndAZeroEndsTheText) {
     ParseLanguageText("a=1\rb=2\r\n\r\nc=3\n\nd=4");
-    EXPECT_EQ(stored("a"), "1");
-    EXPECT_EQ(stored("b"), "2");
-    EXPECT_EQ(stored("c"), "3");
-    EXPECT_EQ(stored("d"), "<none>");
-    ParseLanguageText("only=no line end");
-    EXPECT_TRUE(languageTable().texts.find("only") == languageTable().texts.end());
-    // A byte-order mark is not skipped; it becomes part of the first key.
-    ParseLanguageText("\xEF\xBB\xBF" "bom=1\n");
-    EXPECT_EQ(stored("bom"), "<none>");
-    EXPECT_EQ(stored("\xEF\xBB\xBF" "bom"), "1");
-    // A zero byte ends the line's text, as it would in a C string.
+    EXPECT_EQ(stored("a") + stored("b") + stored("c") + stored("d"), "123<none>");
     ParseLanguageText(std::string{"zero=ab\0cd\nafter=ok\n", 20});
     EXPECT_EQ(stored("zero"), "ab");
     EXPECT_EQ(stored("after"), "ok");
@@ -98,42 +82,31 @@ TEST_F(Language, FirstDefinitionWins) {
     EXPECT_EQ(stored("k"), "first");
 }
 
+// Translate undoes the escapes at lookup, in stored texts and defaults alike; an empty stored text
+// gives the default as it stands, and an empty default gives nothing even for a key the table has.
 TEST_F(Language, TranslateUndoesEscapesAtLookup) {
-    ParseLanguageText("quote=\"a\\\"b\"\n"
-                      "lines=one\\ntwo\\rthree\n"
-                      "back=c:\\\\dir\\\\file\n"
-                      "tab=a\\tb\n"
-                      "trailing=end\\\n"
-                      "utf8=Gr\xC3\xBC\xC3\x9F" "e \xE2\x82\xAC\n");
+    ParseLanguageText("quote=\"a\\\"b\"\nlines=one\\ntwo\\rthree\nback=c:\\\\dir\\\\file\ntab=a\\tb\n"
+                      "trailing=end\\\nutf8=Gr\xC3\xBC\xC3\x9F" "e \xE2\x82\xAC\nemptied=\"\"\nfull=translated\n");
     EXPECT_EQ(stored("quote"), "a\\\"b");  // stored as written
-    EXPECT_EQ(Translate(u"quote", u"x"), u"a\"b");
-    EXPECT_EQ(Translate(u"lines", u"x"), u"one\ntwo\rthree");
-    EXPECT_EQ(Translate(u"back", u"x"), u"c:\\dir\\file");
-    EXPECT_EQ(Translate(u"tab", u"x"), u"a\\tb");
-    EXPECT_EQ(Translate(u"trailing", u"x"), u"end");
-    EXPECT_EQ(Translate(u"utf8", u"x"), u"Gr\u00FC\u00DFe \u20AC");
-    // Lookups are exact: case counts.
-    EXPECT_EQ(Translate(u"QUOTE", u"fallback"), u"fallback");
-}
-
-TEST_F(Language, EmptyTextsEndTheLookupWithTheDefaultAsItStands) {
-    ParseLanguageText("emptied=\"\"\n"
-                      "full=translated\n");
-    ASSERT_EQ(stored("emptied"), "");
-    // An empty stored text gives the default, and without its escapes undone.
-    EXPECT_EQ(Translate(u"emptied", u"a\\nb"), u"a\\nb");
-    // An empty default gives nothing, even for a key the table has.
-    EXPECT_EQ(Translate(u"full", u""), u"");
-    EXPECT_EQ(Translate(u"full", u"x"), u"translated");
-}
-
-TEST_F(Language, DefaultsGoThroughTheSameEscapeRule) {
-    EXPECT_EQ(Translate(u"missing", u"\\}  Right brace"), u"\\}  Right brace");
-    EXPECT_EQ(Translate(u"missing", u"C:\\\\temp"), u"C:\\temp");
-    EXPECT_EQ(Translate(u"missing", u"say \\\"hi\\\"\\"), u"say \"hi\"");
-    EXPECT_EQ(Translate(u"missing", u""), u"");
-    EXPECT_EQ(Translate(u"", u"empty key"), u"empty key");
-    EXPECT_EQ(Translate(u"missing", u"\u00E9\u4E2D"), u"\u00E9\u4E2D");
+    const struct Case { const char16_t *key, *fallback, *translated; } cases[] = {
+        {u"quote", u"x", u"a\"b"},
+        {u"lines", u"x", u"one\ntwo\rthree"},
+        {u"back", u"x", u"c:\\dir\\file"},
+        {u"tab", u"x", u"a\\tb"},
+        {u"trailing", u"x", u"end"},
+        {u"utf8", u"x", u"Gr\u00FC\u00DFe \u20AC"},
+        {u"QUOTE", u"fallback", u"fallback"},  // lookups are exact: case counts
+        {u"emptied", u"a\\nb", u"a\\nb"},
+        {u"full", u"", u""},
+        {u"full", u"x", u"translated"},
+        {u"missing", u"\\}  Right brace", u"\\}  Right brace"},
+        {u"missing", u"C:\\\\temp", u"C:\\temp"},
+        {u"missing", u"say \\\"hi\\\"\\", u"say \"hi\""},
+        {u"missing", u"", u""},
+        {u"", u"empty key", u"empty key"},
+        {u"missing", u"\u00E9\u4E2D", u"\u00E9\u4E2D"},
+    };
+    for (const Case& c : cases) EXPECT_EQ(Translate(c.key, c.fallback), c.translated) << utf16ToUtf8(c.key);
 }
 
 TEST_F(Language, LoadsTheLangFilesOfTheLanguageDirectory) {

@@ -42,12 +42,8 @@ TEST(MacroAssist, TypeListFollowsTheLevel) {
     EXPECT_EQ(macroAllowedTypes(0).size(), 13u);
     EXPECT_EQ(macroAllowedTypes(7).back(), MacroType::Label);
     // An emulation key has no row among the two types of the escapes level.
-    TMacroAssist assist = opened(u"{Enter}", 3);
-    EXPECT_EQ(assist.TypeRow(), 2);
-    TMacroAssist narrow(1, {});
-    narrow.Parse(u"a");
-    narrow.Select(0);
-    EXPECT_EQ(narrow.TypeRow(), 0);
+    EXPECT_EQ(opened(u"{Enter}", 3).TypeRow(), 2);
+    EXPECT_EQ(opened(u"a", 1).TypeRow(), 0);
 }
 
 TEST(MacroAssist, ReparsingKeepsTheSelectedIndexWhileItIsARow) {

@@ -2,100 +2,55 @@
 
 #include <gtest/gtest.h>
 
-#include <vector>
+#include <string>
 
 namespace qrl {
 namespace {
 
-struct Step {
-    int32_t Class;
-    char16_t Char;
-    uint32_t Start;
-    uint32_t End;
-};
-
-std::vector<Step> lexAll(std::u16string text, uint32_t flags)
+// Each step as "class:value@start-end", the value in decimal.
+std::string lexAll(std::u16string text, uint32_t flags)
 {
-    std::vector<Step> steps;
+    std::string out;
     MacroLexer lexer(std::move(text), flags);
-    while (!lexer.atEnd()) {
-        steps.push_back({lexer.Class, lexer.Char, lexer.Start, lexer.End});
-        lexer.step();
+    for (; !lexer.atEnd(); lexer.step()) {
+        out += out.empty() ? "" : " ";
+        out += std::to_string(lexer.Class) + ":" + std::to_string(lexer.Char) + "@" + std::to_string(lexer.Start) +
+               "-" + std::to_string(lexer.End);
     }
-    return steps;
+    return out;
 }
 
-TEST(MacroLexer, EscapesAndTheirValues)
+TEST(MacroLexer, Steps)
 {
     struct Case {
-        const char16_t* Text;
-        int32_t Class;
-        char16_t Char;
-    } cases[] = {
-        {u"\\n", MacroClass::Escaped, 10},  {u"\\r", MacroClass::Escaped, 13},
-        {u"\\t", MacroClass::Escaped, 9},   {u"\\b", MacroClass::Escaped, 8},
-        {u"\\f", MacroClass::Escaped, 12},  {u"\\{", MacroClass::Escaped, 123},
-        {u"\\}", MacroClass::Escaped, 125}, {u"\\\\", MacroClass::Escaped, u'\\'},
-        {u"\\q", MacroClass::Escaped, u'q'}, {u"\\\"", MacroClass::Escaped, u'"'},
-        {u"\\x41", MacroClass::Hex, 0x41},  {u"\\xfF", MacroClass::Hex, 0xFF},
-        {u"\\x4", MacroClass::Hex, 4},      {u"\\x", MacroClass::Hex, 0},
+        std::u16string_view text;
+        uint32_t flags;
+        std::string steps;
     };
-    for (const Case& c : cases) {
-        auto steps = lexAll(c.Text, MacroEscapes);
-        ASSERT_EQ(steps.size(), 1u) << std::u16string(c.Text).size();
-        EXPECT_EQ(steps[0].Class, c.Class);
-        EXPECT_EQ(steps[0].Char, c.Char);
-        EXPECT_EQ(steps[0].Start, 0u);
-        EXPECT_EQ(steps[0].End, std::u16string(c.Text).size() - 1);
-    }
-}
-
-TEST(MacroLexer, HexTakesAtMostTwoDigits)
-{
-    auto steps = lexAll(u"\\x414\\xZZ", MacroEscapes);
-    ASSERT_EQ(steps.size(), 5u);
-    EXPECT_EQ(steps[0].Char, 0x41);
-    EXPECT_EQ(steps[0].End, 3u);
-    EXPECT_EQ(steps[1].Char, u'4');
-    EXPECT_EQ(steps[1].Class, MacroClass::Plain);
-    EXPECT_EQ(steps[2].Class, MacroClass::Hex);
-    EXPECT_EQ(steps[2].Char, 0);
-    EXPECT_EQ(steps[2].Start, 5u);
-    EXPECT_EQ(steps[3].Char, u'Z');
-}
-
-TEST(MacroLexer, BackslashStaysPlainAtEndOrWithoutEscapes)
-{
-    auto steps = lexAll(u"a\\", MacroEscapes | MacroKeys | MacroLanguage);
-    ASSERT_EQ(steps.size(), 2u);
-    EXPECT_EQ(steps[1].Class, MacroClass::Plain);
-    EXPECT_EQ(steps[1].Char, u'\\');
-
-    steps = lexAll(u"\\n", MacroKeys);
-    ASSERT_EQ(steps.size(), 2u);
-    EXPECT_EQ(steps[0].Class, MacroClass::Plain);
-    EXPECT_EQ(steps[1].Char, u'n');
+    const Case cases[] = {
+        {u"\\n\\r\\t\\b\\f", MacroEscapes, "2:10@0-1 2:13@2-3 2:9@4-5 2:8@6-7 2:12@8-9"},
+        {u"\\{\\}\\\\\\q\\\"", MacroEscapes, "2:123@0-1 2:125@2-3 2:92@4-5 2:113@6-7 2:34@8-9"},
+        // \x takes at most two digits, of either case, and reads 0 without any.
+        {u"\\x414\\xfF\\x4\\xZZ\\x", MacroEscapes, "3:65@0-3 1:52@4-4 3:255@5-8 3:4@9-11 3:0@12-13 1:90@14-14 "
+                                                   "1:90@15-15 3:0@16-17"},
+        {u"a\\", MacroEscapes | MacroKeys | MacroLanguage, "1:97@0-0 1:92@1-1"},  // a backslash at the end is plain
+        {u"\\n", MacroKeys, "1:92@0-0 1:110@1-1"},                                  // and so is one without escapes
+        {u"{a}", MacroKeys, "4:123@0-0 1:97@1-1 5:125@2-2"},
+        // AtStart is never cleared, so a classic letter counts anywhere in the text.
+        {u"ab\\p", 7, "1:97@0-0 1:98@1-1 6:112@2-3"},
+    };
+    for (const Case& c : cases) EXPECT_EQ(lexAll(std::u16string(c.text), c.flags), c.steps) << c.steps;
 }
 
 TEST(MacroLexer, ClassicLettersOnlyAtFullLevel)
 {
     for (char16_t letter : std::u16string(u"ESUempv")) {
-        std::u16string text = {u'\\', letter};
-        auto full = lexAll(text, 7);
-        ASSERT_EQ(full.size(), 1u);
-        EXPECT_EQ(full[0].Class, MacroClass::Classic);
-        EXPECT_EQ(full[0].Char, letter);
-        for (uint32_t flags : {1u, 3u}) {
-            auto lower = lexAll(text, flags);
-            ASSERT_EQ(lower.size(), 1u);
-            EXPECT_EQ(lower[0].Class, MacroClass::Escaped);
-            EXPECT_EQ(lower[0].Char, letter);
-        }
+        const std::u16string text = {u'\\', letter};
+        const std::string value = std::to_string(letter) + "@0-1";
+        EXPECT_EQ(lexAll(text, 7), "6:" + value);
+        EXPECT_EQ(lexAll(text, 1), "2:" + value);
+        EXPECT_EQ(lexAll(text, 3), "2:" + value);
     }
-    // AtStart is never cleared, so a classic letter counts anywhere in the text.
-    auto later = lexAll(u"ab\\p", 7);
-    ASSERT_EQ(later.size(), 3u);
-    EXPECT_EQ(later[2].Class, MacroClass::Classic);
 }
 
 }  // namespace

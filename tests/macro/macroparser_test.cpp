@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+
 namespace qrl {
 namespace {
 
@@ -14,31 +16,63 @@ Macro parse(std::u16string_view text, uint32_t flags = Full, uint32_t tag = 0)
     return macro;
 }
 
-std::u16string joined(const Macro& macro)
+std::string narrow(std::u16string_view s)
 {
-    std::u16string text;
-    for (const MacroToken& token : macro.Tokens) {
-        if (token.Type == MacroType::End)
-            break;
-        text += token.Source;
-    }
-    return text;
+    std::string out;
+    for (char16_t c : s) out += c < 128 ? static_cast<char>(c) : '?';
+    return out;
 }
 
-// The token list of a parse without error: the tokens, then exactly one end token.
+std::string param(const MacroParam& p)
+{
+    if (p.Kind == MacroParamKind::Number) return "n" + std::to_string(p.Number);
+    return p.Kind == MacroParamKind::String ? "\"" + narrow(p.Text) + "\"" : "-";
+}
+
+// The tokens in short: each one's type, then the fields that type uses.
+std::string dump(const Macro& macro)
+{
+    static const char* const types[] = {"?", "", "c", "K", "F", "S", "if", "endif", "while", "wend",
+                                        "goto ", "break", "exit", ":", "$"};
+    std::string out;
+    for (const MacroToken& t : macro.Tokens) {
+        out += (out.empty() ? "" : " ") + std::string(types[t.Type]);
+        if (t.Type == MacroType::Invalid) out += narrow(t.Source);
+        if (t.Type == MacroType::Text) out += "'" + narrow(t.Text) + "'";
+        if (t.Type == MacroType::Character) out += std::to_string(t.CharCode) + (t.CharIsHex ? "x" : "");
+        if (t.Type == MacroType::EmulationKey) out += narrow(t.Name) + "=" + narrow(t.Text);
+        if (t.Type == MacroType::Label) out += narrow(t.Label);
+        if (t.Type == MacroType::Goto) out += narrow(t.Name) + "/" + narrow(t.Label);
+        if (t.Type == MacroType::If || t.Type == MacroType::While)
+            out += "(" + narrow(t.Identifier) + std::to_string(t.Operator) + param(t.Value) + ")";
+        if (t.Type == MacroType::Function || t.Type == MacroType::Classic) {
+            out += std::to_string(t.FunctionId);
+            out += t.Type == MacroType::Function ? ":" + narrow(t.Name) : std::string(1, char(t.Delimiter));
+            out += "(";
+            for (size_t i = 0; i < t.Params.size(); ++i) out += (i ? "," : "") + param(t.Params[i]);
+            out += ")";
+        }
+    }
+    return out;
+}
+
+// A parse without error: the tokens cover the text without gap, then exactly one end token.
 void expectWellFormed(const Macro& macro, std::u16string_view text)
 {
     ASSERT_EQ(macro.ErrorCode, 0);
     ASSERT_FALSE(macro.Tokens.empty());
     EXPECT_EQ(macro.Tokens.back().Type, MacroType::End);
     EXPECT_EQ(macro.Tokens.back().StartPos, text.size());
-    EXPECT_EQ(joined(macro), text);
+    std::u16string joined;
     uint32_t pos = 0;
     for (size_t i = 0; i + 1 < macro.Tokens.size(); ++i) {
-        EXPECT_EQ(macro.Tokens[i].StartPos, pos);
-        EXPECT_EQ(macro.Tokens[i].EndPos + 1 - macro.Tokens[i].StartPos, macro.Tokens[i].Source.size());
-        pos = macro.Tokens[i].EndPos + 1;
+        const MacroToken& t = macro.Tokens[i];
+        EXPECT_EQ(t.StartPos, pos);
+        EXPECT_EQ(t.EndPos + 1 - t.StartPos, t.Source.size());
+        pos = t.EndPos + 1;
+        joined += t.Source;
     }
+    EXPECT_EQ(joined, text);
 }
 
 TEST(MacroParser, RoundTripIsExact)
@@ -58,60 +92,133 @@ TEST(MacroParser, RoundTripIsExact)
         u"a\\",
     };
     for (const char16_t* text : texts) {
-        SCOPED_TRACE(testing::Message() << std::u16string(text).size());
-        Macro macro = parse(text);
-        expectWellFormed(macro, text);
+        SCOPED_TRACE(narrow(text));
+        expectWellFormed(parse(text), text);
     }
-    // The lower levels and "no parsing" round-trip too.
     for (uint32_t flags : {0u, 1u, 3u}) {
         std::u16string_view text = u"a\\nb{x}}{%if(r=1)}\\p1";
-        Macro macro = parse(text, flags);
-        expectWellFormed(macro, text);
+        expectWellFormed(parse(text, flags), text);
     }
 }
 
-TEST(MacroParser, EmptyTextAndFlagsZero)
+TEST(MacroParser, Tokens)
 {
-    Macro empty = parse(u"");
-    ASSERT_EQ(empty.Tokens.size(), 1u);
-    EXPECT_EQ(empty.Tokens[0].Type, MacroType::End);
-    EXPECT_EQ(empty.Tokens[0].StartPos, 0u);
-    EXPECT_EQ(empty.Tokens[0].EndPos, 0u);
-
-    Macro none = parse(u"a{%x}\\n", 0, 5);
-    ASSERT_EQ(none.Tokens.size(), 2u);
-    EXPECT_EQ(none.Tokens[0].Type, MacroType::Text);
-    EXPECT_EQ(none.Tokens[0].Text, u"a{%x}\\n");
-    EXPECT_EQ(none.Tokens[0].EndPos, 6u);
-    EXPECT_EQ(none.Tokens[0].Tag, 5u);
-    EXPECT_EQ(none.Tokens[1].StartPos, 7u);
+    struct Case {
+        std::u16string_view text;
+        uint32_t flags;
+        std::string tokens;
+    };
+    const Case cases[] = {
+        {u"", Full, "$"},
+        {u"a{%x}\\n", 0, "'a{%x}\\n' $"},  // no parsing at all
+        // "ZZ" and the final lone backslash are one Text token.
+        {u"ab\\qc\\x4\\xZZ\\", Full, "'ab' c113 'c' c4x c0x 'ZZ\\' $"},
+        {u"\\", Full, "'\\' $"},
+        {u"{x}", MacroEscapes, "'{x}' $"},
+        {u"{%if(r=1)}", MacroEscapes | MacroKeys, "K%if(r=1)={%if(r=1)} $"},
+        {u"\\p", MacroEscapes | MacroKeys, "c112 $"},  // classic letters count only at the full level
+        {u"a}b", Full, "'a' ?} 'b' $"},
+        {u"{.ClearScreen()}{.clearscreen()}{.ClearScreen}{Enter}", Full,
+         "F4:ClearScreen() F4:clearscreen() KClearScreen={ClearScreen} KEnter={Enter} $"},
+        // String characters are values after escapes; an escaped quote ends a string as a plain one does.
+        {u"{.SetProp(\"a\",\"\\n\")}{.MsgBox(\"a\\\")}", Full, "F12:SetProp(\"a\",\"\n\") F6:MsgBox(\"a\") $"},
+        {u"{%if(r<>-2)}{%while(r>=0x10)}{%wend}{%endif}{%exit}{:top_1}{%goto :top_1}", Full,
+         "if(r1n-2) while(r4n16) wend endif exit :top_1 goto top_1/_6 $"},  // the invented name stays in Label
+        {u"{%if(r=7)}{%if(r<7)}{%if(r>7)}{%if(r<=7)}", Full, "if(r0n7) if(r2n7) if(r3n7) if(r5n7) $"},
+        // \p takes three digits at most; the fourth is text.
+        {u"\\S/run.sh/\\p005\\p\\p1234\\m\\e'HOME'", Full,
+         "S16/(\"run.sh\") S5'(n5) S5'(n0) S5'(n123) '4' S19'() S7'(\"HOME\") $"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(narrow(c.text));
+        Macro macro = parse(c.text, c.flags);
+        expectWellFormed(macro, c.text);
+        EXPECT_EQ(dump(macro), c.tokens);
+    }
 }
 
-TEST(MacroParser, TextAndCharacterTokens)
+TEST(MacroParser, Numbers)
 {
-    Macro m = parse(u"ab\\qc\\x4\\xZZ\\");
-    ASSERT_EQ(m.ErrorCode, 0);
-    ASSERT_EQ(m.Tokens.size(), 7u);
-    EXPECT_EQ(m.Tokens[0].Type, MacroType::Text);
-    EXPECT_EQ(m.Tokens[0].Text, u"ab");
-    EXPECT_EQ(m.Tokens[1].Type, MacroType::Character);
-    EXPECT_EQ(m.Tokens[1].CharCode, u'q');
-    EXPECT_EQ(m.Tokens[1].Text, u"q");
-    EXPECT_FALSE(m.Tokens[1].CharIsHex);
-    EXPECT_EQ(m.Tokens[3].CharCode, 4);
-    EXPECT_TRUE(m.Tokens[3].CharIsHex);
-    EXPECT_EQ(m.Tokens[4].CharCode, 0);
-    EXPECT_TRUE(m.Tokens[4].CharIsHex);
-    EXPECT_EQ(m.Tokens[4].Source, u"\\x");
-    // "ZZ" and the final lone backslash are one Text token.
-    EXPECT_EQ(m.Tokens[5].Type, MacroType::Text);
-    EXPECT_EQ(m.Tokens[5].Text, u"ZZ\\");
-    EXPECT_EQ(m.Tokens[6].Type, MacroType::End);
+    struct Case {
+        std::u16string_view arg;
+        int32_t value;
+    } cases[] = {{u"10", 10}, {u"-5", -5}, {u"0x1f", 31}, {u"0X1F", 31}, {u"-", 0}, {u"007", 7}, {u"0", 0},
+                 {u"4294967295", -1}, {u"-2147483648", INT32_MIN}};
+    for (const Case& c : cases) {
+        SCOPED_TRACE(narrow(c.arg));
+        EXPECT_EQ(dump(parse(u"{.Pause(" + std::u16string(c.arg) + u")}")),
+                  "F5:Pause(n" + std::to_string(c.value) + ") $");
+    }
+}
 
-    Macro lone = parse(u"\\");
-    ASSERT_EQ(lone.Tokens.size(), 2u);
-    EXPECT_EQ(lone.Tokens[0].Type, MacroType::Text);
-    EXPECT_EQ(lone.Tokens[0].Text, u"\\");
+// A fault drops the faulty token and adds no end token.
+TEST(MacroParser, ErrorsAndTheirPositions)
+{
+    using namespace MacroError;
+    struct Case {
+        std::u16string_view text;
+        int32_t code;
+        uint32_t pos;
+        std::u16string_view errorText;
+        std::string left;
+    };
+    const Case cases[] = {
+        {u"{.Pause(-0x10)}", Syntax, 10, u"Invalid decimal number", ""},
+        {u"{.Pause(0x)}", Syntax, 10, u"Invalid hex number", ""},
+        {u"{.Pause(0x", Syntax, 10, u"Invalid hex number", ""},
+        {u"{.Pause(0xG)}", Syntax, 10, u"Invalid hex number", ""},
+        {u"{.Pause(12a)}", Syntax, 10, u"Invalid decimal number", ""},
+        {u"{.Pause(12", Syntax, 10, u"Invalid decimal number", ""},
+        {u"{.MsgBox(\"abc)}", Syntax, 9, u"Unmatched \" in string", ""},
+        {u"ok{.Pause(\"x\")}", WrongArguments, 2, u"Pause", "'ok'"},
+        {u"{.pause(1,2)}", WrongArguments, 0, u"pause", ""},
+        {u"{.Pause()}", WrongArguments, 0, u"Pause", ""},  // "()" holds no argument at all
+        {u"{.Nonsense()}", UnknownFunction, 0, u"Nonsense", ""},
+        {u"{.Pause 1}", Syntax, 7, u"", ""},
+        // The function is checked even after a bad argument, and its fault replaces the argument's:
+        // the unread argument has no kind, so it never fits.
+        {u"{.Pause(x)}", WrongArguments, 0, u"Pause", ""},
+        {u"a{.Nonsense(0x)}", UnknownFunction, 1, u"Nonsense", "'a'"},
+        {u"{.Pause(\"1)}", WrongArguments, 0, u"Pause", ""},
+        {u"{.ShellCmd(\"a\",b)}", WrongArguments, 0, u"ShellCmd", ""},
+        // A bad argument that still has the row's kind leaves the argument's fault standing.
+        {u"{.Find(\"a)}", Syntax, 7, u"Unmatched \" in string", ""},
+        {u"{.ClearScreen()x}", Syntax, 15, u"", ""},
+        {u"ab{", Syntax, 3, u"", "'ab'"},
+        {u"{Enter", Syntax, 6, u"", ""},
+        {u"{\\n}", Syntax, 1, u"", ""},
+        {u"{%break}", UnknownStatement, 2, u"break", ""},
+        {u"{%If(r=1)}", UnknownStatement, 2, u"If", ""},
+        {u"{%ifx(r=1)}", UnknownStatement, 2, u"ifx", ""},
+        {u"{%if(q=1)}", BadIdentifier, 5, u"q", ""},
+        {u"{%if(R=1)}", BadIdentifier, 5, u"R", ""},
+        {u"{%if(r=\"a\")}", ValueNotNumber, 7, u"", ""},
+        {u"{%if(q=\"a\")}", ValueNotNumber, 7, u"", ""},  // a later fault in the same token replaces an earlier one
+        {u"{%if(r!1)}", Syntax, 6, u"", ""},
+        {u"{%if(r=1,2)}", Syntax, 8, u"", ""},
+        {u"{%if(r=1x)}", Syntax, 8, u"", ""},  // the value's own fault is replaced by that of the check after it
+        {u"{%if(r=\"a", ValueNotNumber, 7, u"", ""},
+        // The character in place of "(" is taken as one, so what follows still reads.
+        {u"{%if<r=1)}", Syntax, 4, u"", ""},
+        {u"{%while=1)}", Syntax, 9, u"", ""},
+        {u"{%goto:x}", Syntax, 6, u"", ""},
+        {u"{%goto  :x}", Syntax, 7, u"", ""},
+        {u"{%goto :}", Syntax, 8, u"", ""},
+        {u"{%exit(1)}", Syntax, 6, u"", ""},
+        {u"x\\S/run", Syntax, 3, u"Unmatched delimiter", "'x'"},
+        // A brace or an escape inside the parameter leaves class 1 before the delimiter.
+        {u"\\U|a{b|", Syntax, 2, u"Unmatched delimiter", ""},
+        {u"\\U|a\\nb|", Syntax, 2, u"Unmatched delimiter", ""},
+        {u"\\S", Syntax, 2, u"Unmatched delimiter", ""},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(narrow(c.text));
+        Macro m = parse(c.text);
+        EXPECT_EQ(m.ErrorCode, c.code);
+        EXPECT_EQ(m.ErrorPos, c.pos);
+        EXPECT_EQ(m.ErrorText, c.errorText);
+        EXPECT_EQ(dump(m), c.left);
+    }
 }
 
 TEST(MacroParser, InventedNamesTagsAndAppending)
@@ -119,15 +226,12 @@ TEST(MacroParser, InventedNamesTagsAndAppending)
     Macro m;
     parseMacro(m, u"a\\nb", 8, Full);
     parseMacro(m, u"{x}", 9, Full);
-    ASSERT_EQ(m.Tokens.size(), 6u);  // two lists, each with its end token
-    EXPECT_EQ(m.Tokens[0].Label, u"_0");
-    EXPECT_EQ(m.Tokens[2].Label, u"_2");
-    EXPECT_EQ(m.Tokens[4].Label, u"_3");
+    EXPECT_EQ(dump(m), "'a' c10 'b' $ Kx={x} $");  // two lists, each with its end token
+    EXPECT_EQ(m.Tokens[0].Label + m.Tokens[2].Label + m.Tokens[4].Label, u"_0_2_3");
     EXPECT_EQ(m.Tokens[2].Tag, 8u);
     EXPECT_EQ(m.Tokens[4].Tag, 9u);
     EXPECT_EQ(m.NextName, 4u);
     EXPECT_EQ(m.Flags, Full);
-
     m.NextName = 0x1A;
     parseMacro(m, u"z", 0, Full);
     EXPECT_EQ(m.Tokens[6].Label, u"_1A");
@@ -142,288 +246,7 @@ TEST(MacroParser, InventedNamesTagsAndAppending)
     EXPECT_EQ(m.ErrorCode, 0);
     EXPECT_EQ(m.ErrorPos, 0u);
     parseMacro(m, u"abc", 0, Full);
-    EXPECT_EQ(m.Tokens.size(), 2u);
-}
-
-TEST(MacroParser, BracesByLevel)
-{
-    Macro level1 = parse(u"{x}", MacroEscapes);
-    ASSERT_EQ(level1.Tokens.size(), 2u);
-    EXPECT_EQ(level1.Tokens[0].Type, MacroType::Text);
-    EXPECT_EQ(level1.Tokens[0].Text, u"{x}");
-
-    Macro level3 = parse(u"{%if(r=1)}", MacroEscapes | MacroKeys);
-    ASSERT_EQ(level3.Tokens.size(), 2u);
-    EXPECT_EQ(level3.Tokens[0].Type, MacroType::EmulationKey);
-    EXPECT_EQ(level3.Tokens[0].Name, u"%if(r=1)");
-    EXPECT_EQ(level3.Tokens[0].Text, u"{%if(r=1)}");
-
-    // Classic letters count only at the full level.
-    Macro p3 = parse(u"\\p", 3);
-    ASSERT_EQ(p3.Tokens.size(), 2u);
-    EXPECT_EQ(p3.Tokens[0].Type, MacroType::Character);
-    EXPECT_EQ(p3.Tokens[0].CharCode, u'p');
-
-    Macro stray = parse(u"a}b");
-    ASSERT_EQ(stray.ErrorCode, 0);
-    ASSERT_EQ(stray.Tokens.size(), 4u);
-    EXPECT_EQ(stray.Tokens[1].Type, MacroType::Invalid);
-    EXPECT_EQ(stray.Tokens[1].Source, u"}");
-    EXPECT_EQ(tokenName(stray.Tokens[1]), u"invalid token");
-}
-
-TEST(MacroParser, FunctionsAndEmulationKeys)
-{
-    Macro m = parse(u"{.ClearScreen()}{.clearscreen()}{.ClearScreen}{Enter}{.SetProp(\"a\",\"\\n\")}");
-    ASSERT_EQ(m.ErrorCode, 0);
-    ASSERT_EQ(m.Tokens.size(), 6u);
-    EXPECT_EQ(m.Tokens[0].Type, MacroType::Function);
-    EXPECT_EQ(m.Tokens[0].FunctionId, 4);
-    EXPECT_EQ(m.Tokens[1].FunctionId, 4);
-    EXPECT_EQ(m.Tokens[1].Name, u"clearscreen");
-    EXPECT_EQ(m.Tokens[2].Type, MacroType::EmulationKey);
-    EXPECT_EQ(m.Tokens[2].Name, u"ClearScreen");
-    EXPECT_EQ(m.Tokens[2].Text, u"{ClearScreen}");
-    EXPECT_EQ(m.Tokens[3].Name, u"Enter");
-    EXPECT_EQ(m.Tokens[3].Text, u"{Enter}");
-    const MacroToken& setProp = m.Tokens[4];
-    EXPECT_EQ(setProp.FunctionId, 12);
-    ASSERT_EQ(setProp.Params.size(), 2u);
-    EXPECT_EQ(setProp.Params[0].Kind, MacroParamKind::String);
-    EXPECT_EQ(setProp.Params[0].Text, u"a");
-    EXPECT_EQ(setProp.Params[1].Text, u"\n");  // string characters are values after escapes
-}
-
-TEST(MacroParser, Numbers)
-{
-    struct Case {
-        const char16_t* Arg;
-        int32_t Value;
-    } good[] = {
-        {u"10", 10},       {u"-5", -5}, {u"0x1f", 31}, {u"0X1F", 31},
-        {u"-", 0},         {u"007", 7}, {u"0", 0},     {u"4294967295", -1},
-        {u"-2147483648", INT32_MIN},
-    };
-    for (const Case& c : good) {
-        std::u16string text = u"{.Pause(" + std::u16string(c.Arg) + u")}";
-        Macro m = parse(text);
-        SCOPED_TRACE(text.size());
-        ASSERT_EQ(m.ErrorCode, 0);
-        ASSERT_EQ(m.Tokens[0].Params.size(), 1u);
-        EXPECT_EQ(m.Tokens[0].Params[0].Kind, MacroParamKind::Number);
-        EXPECT_EQ(m.Tokens[0].Params[0].Number, c.Value);
-    }
-
-    struct Bad {
-        const char16_t* Text;
-        const char16_t* Error;
-        uint32_t Pos;
-    } bad[] = {
-        {u"{.Pause(-0x10)}", u"Invalid decimal number", 10},
-        {u"{.Pause(0x)}", u"Invalid hex number", 10},
-        {u"{.Pause(0x", u"Invalid hex number", 10},
-        {u"{.Pause(0xG)}", u"Invalid hex number", 10},
-        {u"{.Pause(12a)}", u"Invalid decimal number", 10},
-        {u"{.Pause(12", u"Invalid decimal number", 10},
-        {u"{.MsgBox(\"abc)}", u"Unmatched \" in string", 9},
-    };
-    for (const Bad& c : bad) {
-        Macro m = parse(c.Text);
-        SCOPED_TRACE(std::u16string(c.Text).size());
-        EXPECT_EQ(m.ErrorCode, MacroError::Syntax);
-        EXPECT_EQ(m.ErrorText, c.Error);
-        EXPECT_EQ(m.ErrorPos, c.Pos);
-        EXPECT_TRUE(m.Tokens.empty());
-    }
-}
-
-TEST(MacroParser, StringsEndAtAnyQuote)
-{
-    // An escaped quote ends a string as a plain one does.
-    Macro m = parse(u"{.MsgBox(\"a\\\")}");
-    ASSERT_EQ(m.ErrorCode, 0);
-    EXPECT_EQ(m.Tokens[0].Params[0].Text, u"a");
-}
-
-TEST(MacroParser, FunctionErrors)
-{
-    Macro wrongKind = parse(u"ok{.Pause(\"x\")}");
-    EXPECT_EQ(wrongKind.ErrorCode, MacroError::WrongArguments);
-    EXPECT_EQ(wrongKind.ErrorPos, 2u);
-    EXPECT_EQ(wrongKind.ErrorText, u"Pause");
-    // The faulty token is dropped and no end token is added.
-    ASSERT_EQ(wrongKind.Tokens.size(), 1u);
-    EXPECT_EQ(wrongKind.Tokens[0].Text, u"ok");
-
-    Macro wrongCount = parse(u"{.pause(1,2)}");
-    EXPECT_EQ(wrongCount.ErrorCode, MacroError::WrongArguments);
-    EXPECT_EQ(wrongCount.ErrorText, u"pause");
-
-    // "()" holds no argument at all.
-    Macro noArgs = parse(u"{.Pause()}");
-    EXPECT_EQ(noArgs.ErrorCode, MacroError::WrongArguments);
-
-    Macro unknown = parse(u"{.Nonsense()}");
-    EXPECT_EQ(unknown.ErrorCode, MacroError::UnknownFunction);
-    EXPECT_EQ(unknown.ErrorText, u"Nonsense");
-    EXPECT_EQ(unknown.ErrorPos, 0u);
-
-    Macro noParen = parse(u"{.Pause 1}");
-    EXPECT_EQ(noParen.ErrorCode, MacroError::Syntax);
-    EXPECT_EQ(noParen.ErrorPos, 7u);
-
-    // The function is checked even after a bad argument, and its fault replaces the argument's:
-    // the unread argument has no kind, so it never fits.
-    Macro badValue = parse(u"{.Pause(x)}");
-    EXPECT_EQ(badValue.ErrorCode, MacroError::WrongArguments);
-    EXPECT_EQ(badValue.ErrorText, u"Pause");
-    EXPECT_EQ(badValue.ErrorPos, 0u);
-    Macro badUnknown = parse(u"a{.Nonsense(0x)}");
-    EXPECT_EQ(badUnknown.ErrorCode, MacroError::UnknownFunction);
-    EXPECT_EQ(badUnknown.ErrorText, u"Nonsense");
-    EXPECT_EQ(badUnknown.ErrorPos, 1u);
-    Macro badString = parse(u"{.Pause(\"1)}");
-    EXPECT_EQ(badString.ErrorCode, MacroError::WrongArguments);
-    Macro badSecond = parse(u"{.ShellCmd(\"a\",b)}");
-    EXPECT_EQ(badSecond.ErrorCode, MacroError::WrongArguments);
-    // A bad argument that still has the row's kind leaves the argument's fault standing.
-    Macro keptFault = parse(u"{.Find(\"a)}");
-    EXPECT_EQ(keptFault.ErrorCode, MacroError::Syntax);
-    EXPECT_EQ(keptFault.ErrorText, u"Unmatched \" in string");
-
-    Macro trailing = parse(u"{.ClearScreen()x}");
-    EXPECT_EQ(trailing.ErrorCode, MacroError::Syntax);
-    EXPECT_EQ(trailing.ErrorPos, 15u);
-}
-
-TEST(MacroParser, BracedErrors)
-{
-    Macro open = parse(u"ab{");
-    EXPECT_EQ(open.ErrorCode, MacroError::Syntax);
-    EXPECT_EQ(open.ErrorPos, 3u);
-    ASSERT_EQ(open.Tokens.size(), 1u);
-
-    Macro unclosed = parse(u"{Enter");
-    EXPECT_EQ(unclosed.ErrorCode, MacroError::Syntax);
-    EXPECT_EQ(unclosed.ErrorPos, 6u);
-
-    Macro nested = parse(u"{\\n}");
-    EXPECT_EQ(nested.ErrorCode, MacroError::Syntax);
-    EXPECT_EQ(nested.ErrorPos, 1u);
-}
-
-TEST(MacroParser, Statements)
-{
-    Macro m = parse(u"{%if(r<>-2)}{%while(r>=0x10)}{%wend}{%endif}{%exit}{:top_1}{%goto :top_1}");
-    ASSERT_EQ(m.ErrorCode, 0);
-    ASSERT_EQ(m.Tokens.size(), 8u);
-    EXPECT_EQ(m.Tokens[0].Type, MacroType::If);
-    EXPECT_EQ(m.Tokens[0].Identifier, u"r");
-    EXPECT_EQ(m.Tokens[0].Operator, MacroOperator::NotEqual);
-    EXPECT_EQ(m.Tokens[0].Value.Kind, MacroParamKind::Number);
-    EXPECT_EQ(m.Tokens[0].Value.Number, -2);
-    EXPECT_EQ(m.Tokens[1].Type, MacroType::While);
-    EXPECT_EQ(m.Tokens[1].Operator, MacroOperator::GreaterEqual);
-    EXPECT_EQ(m.Tokens[1].Value.Number, 16);
-    EXPECT_EQ(m.Tokens[2].Type, MacroType::Wend);
-    EXPECT_EQ(m.Tokens[3].Type, MacroType::EndIf);
-    EXPECT_EQ(m.Tokens[4].Type, MacroType::Exit);
-    EXPECT_EQ(m.Tokens[5].Type, MacroType::Label);
-    EXPECT_EQ(m.Tokens[5].Label, u"top_1");
-    EXPECT_EQ(m.Tokens[6].Type, MacroType::Goto);
-    EXPECT_EQ(m.Tokens[6].Name, u"top_1");
-    EXPECT_EQ(m.Tokens[6].Label, u"_6");  // the invented name stays in Label
-
-    struct Op {
-        const char16_t* Text;
-        int32_t Operator;
-    } ops[] = {{u"=", 0}, {u"<>", 1}, {u"<", 2}, {u">", 3}, {u">=", 4}, {u"<=", 5}};
-    for (const Op& op : ops) {
-        Macro c = parse(u"{%if(r" + std::u16string(op.Text) + u"7)}");
-        ASSERT_EQ(c.ErrorCode, 0);
-        EXPECT_EQ(c.Tokens[0].Operator, op.Operator);
-    }
-}
-
-TEST(MacroParser, StatementErrors)
-{
-    struct Case {
-        const char16_t* Text;
-        int32_t Code;
-        uint32_t Pos;
-        const char16_t* ErrorText;
-    } cases[] = {
-        {u"{%break}", MacroError::UnknownStatement, 2, u"break"},
-        {u"{%If(r=1)}", MacroError::UnknownStatement, 2, u"If"},
-        {u"{%ifx(r=1)}", MacroError::UnknownStatement, 2, u"ifx"},
-        {u"{%if(q=1)}", MacroError::BadIdentifier, 5, u"q"},
-        {u"{%if(R=1)}", MacroError::BadIdentifier, 5, u"R"},
-        {u"{%if(r=\"a\")}", MacroError::ValueNotNumber, 7, u""},
-        // A later fault in the same token replaces an earlier one.
-        {u"{%if(q=\"a\")}", MacroError::ValueNotNumber, 7, u""},
-        {u"{%if(r!1)}", MacroError::Syntax, 6, u""},
-        {u"{%if(r=1,2)}", MacroError::Syntax, 8, u""},
-        // The value's own fault is replaced by that of the check after it.
-        {u"{%if(r=1x)}", MacroError::Syntax, 8, u""},
-        {u"{%if(r=\"a", MacroError::ValueNotNumber, 7, u""},
-        // The character in place of "(" is taken as one, so what follows still reads.
-        {u"{%if<r=1)}", MacroError::Syntax, 4, u""},
-        {u"{%while=1)}", MacroError::Syntax, 9, u""},
-        {u"{%goto:x}", MacroError::Syntax, 6, u""},
-        {u"{%goto  :x}", MacroError::Syntax, 7, u""},
-        {u"{%goto :}", MacroError::Syntax, 8, u""},
-        {u"{%exit(1)}", MacroError::Syntax, 6, u""},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(std::u16string(c.Text).size());
-        Macro m = parse(c.Text);
-        EXPECT_EQ(m.ErrorCode, c.Code);
-        EXPECT_EQ(m.ErrorPos, c.Pos);
-        EXPECT_EQ(m.ErrorText, c.ErrorText);
-        EXPECT_TRUE(m.Tokens.empty());
-    }
-}
-
-TEST(MacroParser, ClassicFunctions)
-{
-    Macro m = parse(u"\\S/run.sh/\\p005\\p\\p1234\\m\\e'HOME'");
-    ASSERT_EQ(m.ErrorCode, 0);
-    ASSERT_EQ(m.Tokens.size(), 8u);
-    EXPECT_EQ(m.Tokens[0].Type, MacroType::Classic);
-    EXPECT_EQ(m.Tokens[0].FunctionId, 16);
-    EXPECT_EQ(m.Tokens[0].Delimiter, u'/');
-    ASSERT_EQ(m.Tokens[0].Params.size(), 1u);
-    EXPECT_EQ(m.Tokens[0].Params[0].Kind, MacroParamKind::String);
-    EXPECT_EQ(m.Tokens[0].Params[0].Text, u"run.sh");
-    EXPECT_EQ(m.Tokens[1].FunctionId, 5);
-    EXPECT_EQ(m.Tokens[1].Params[0].Kind, MacroParamKind::Number);
-    EXPECT_EQ(m.Tokens[1].Params[0].Number, 5);
-    EXPECT_EQ(m.Tokens[2].Params[0].Number, 0);
-    EXPECT_EQ(m.Tokens[2].Source, u"\\p");
-    // Three digits at most; the fourth is text.
-    EXPECT_EQ(m.Tokens[3].Params[0].Number, 123);
-    EXPECT_EQ(m.Tokens[4].Type, MacroType::Text);
-    EXPECT_EQ(m.Tokens[4].Text, u"4");
-    EXPECT_EQ(m.Tokens[5].FunctionId, 19);
-    EXPECT_TRUE(m.Tokens[5].Params.empty());
-    EXPECT_EQ(m.Tokens[6].FunctionId, 7);
-    EXPECT_EQ(m.Tokens[6].Delimiter, u'\'');
-
-    Macro unmatched = parse(u"x\\S/run");
-    EXPECT_EQ(unmatched.ErrorCode, MacroError::Syntax);
-    EXPECT_EQ(unmatched.ErrorText, u"Unmatched delimiter");
-    EXPECT_EQ(unmatched.ErrorPos, 3u);
-
-    // A brace or an escape inside the parameter leaves class 1 before the delimiter.
-    Macro brace = parse(u"\\U|a{b|");
-    EXPECT_EQ(brace.ErrorText, u"Unmatched delimiter");
-    EXPECT_EQ(brace.ErrorPos, 2u);
-    Macro escape = parse(u"\\U|a\\nb|");
-    EXPECT_EQ(escape.ErrorText, u"Unmatched delimiter");
-
-    Macro bare = parse(u"\\S");
-    EXPECT_EQ(bare.ErrorText, u"Unmatched delimiter");
-    EXPECT_EQ(bare.ErrorPos, 2u);
+    EXPECT_EQ(dump(m), "'abc' $");
 }
 
 }  // namespace

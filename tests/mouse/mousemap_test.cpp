@@ -17,6 +17,14 @@ TMouseAction act(uint32_t action, std::u16string text = {}, std::u16string scrip
     return TMouseAction{action, std::move(text), std::move(script)};
 }
 
+// The map as "event=action" entries in order.
+std::u16string entries(const TMouseMap& map) {
+    std::u16string out;
+    for (const auto& entry : map)
+        out += (out.empty() ? u"" : u" ") + MouseEventText(entry.event) + u"=" + MouseActionText(entry.action);
+    return out;
+}
+
 }  // namespace
 
 TEST(MouseText, EventFieldsEndWithColons) {
@@ -38,33 +46,24 @@ TEST(MouseText, EventFieldsEndWithColons) {
 }
 
 TEST(MouseText, ActionCodeAndParameter) {
-    TMouseAction a = ParseMouseAction(u"11:hello");
-    EXPECT_EQ(a.action, 11u);
-    EXPECT_EQ(a.text, u"hello");
-    EXPECT_TRUE(a.script.empty());
-    // Only the first ":" separates.
-    a = ParseMouseAction(u"13:a:b::c");
-    EXPECT_EQ(a.action, 13u);
-    EXPECT_EQ(a.text, u"a:b::c");
-    a = ParseMouseAction(u"12:");
-    EXPECT_EQ(a.action, 12u);
-    EXPECT_TRUE(a.script.empty());
-    a = ParseMouseAction(u"12:run.scr");
-    EXPECT_EQ(a.script, u"run.scr");
-    EXPECT_TRUE(a.text.empty());
-    // Parameters of actions that take none are dropped.
-    a = ParseMouseAction(u"6:junk");
-    EXPECT_EQ(a.action, 6u);
-    EXPECT_TRUE(a.text.empty() && a.script.empty());
-    // No ":" at all, or a code out of range: not assigned.
-    EXPECT_EQ(ParseMouseAction(u"9").action, 0u);
-    a = ParseMouseAction(u"99:text");
-    EXPECT_EQ(a.action, 0u);
-    EXPECT_TRUE(a.text.empty());
-    EXPECT_EQ(ParseMouseAction(u"15:x").action, 0u);
-    EXPECT_EQ(ParseMouseAction(u"-2:x").action, 0u);
-    EXPECT_EQ(ParseMouseAction(u"14:x").action, 14u);
-
+    struct Case { std::u16string_view text; TMouseAction read; };
+    const Case cases[] = {
+        {u"11:hello", act(11, u"hello")},
+        {u"13:a:b::c", act(13, u"a:b::c")},  // only the first ":" separates
+        {u"12:", act(12)},
+        {u"12:run.scr", act(12, {}, u"run.scr")},
+        {u"6:junk", act(6)},  // parameters of actions that take none are dropped
+        {u"9", act(0)},       // no ":" at all, or a code out of range: not assigned
+        {u"99:text", act(0)},
+        {u"15:x", act(0)},
+        {u"-2:x", act(0)},
+        {u"14:x", act(14, u"x")},
+    };
+    for (const Case& c : cases) {
+        const TMouseAction a = ParseMouseAction(c.text);
+        EXPECT_EQ(a.action, c.read.action);
+        EXPECT_EQ(a.text + u"|" + a.script, c.read.text + u"|" + c.read.script);
+    }
     EXPECT_EQ(MouseActionText(act(11, u"hi:there", u"ignored")), u"11:hi:there");
     EXPECT_EQ(MouseActionText(act(12, u"ignored", u"s.scr")), u"12:s.scr");
     EXPECT_EQ(MouseActionText(act(4, u"ignored", u"ignored")), u"4:");
@@ -79,43 +78,21 @@ TEST(MouseMap, LookupFindsFirstOfTwinEntries) {
     EXPECT_TRUE(none.text.empty());
 }
 
-TEST(MouseMap, SetMappingChangesRemovesAndAppends) {
-    TMouseMap map;
-    RestoreDefaultMap(map);
-    ASSERT_EQ(map.size(), 5u);
-    // Unassigning an event with an entry removes it; assigning again appends it at the end.
-    SetMapping(map, ev(kMouseRightClick), act(0));
-    EXPECT_EQ(map.size(), 4u);
-    EXPECT_EQ(Lookup(map, ev(kMouseRightClick)).action, 0u);
-    SetMapping(map, ev(kMouseRightClick), act(11, u"x"));
-    ASSERT_EQ(map.size(), 5u);
-    EXPECT_EQ(map.back().event, ev(kMouseRightClick));
-    EXPECT_EQ(map.back().action.text, u"x");
-    // Changing keeps the position and takes code, text and script.
-    SetMapping(map, ev(kMouseLeftClick), act(12, u"t", u"s"));
-    EXPECT_EQ(map[0].action.action, 12u);
-    EXPECT_EQ(map[0].action.text, u"t");
-    EXPECT_EQ(map[0].action.script, u"s");
-    // Unassigning an event without an entry adds an entry of action 0.
-    SetMapping(map, ev(kMouseMiddleClick, true), act(0));
-    ASSERT_EQ(map.size(), 6u);
-    EXPECT_EQ(map.back().action.action, 0u);
-}
-
-TEST(MouseMap, DefaultsInOrder) {
+TEST(MouseMap, DefaultsThenSetMapping) {
     TMouseMap map{{ev(3), act(1)}};
     RestoreDefaultMap(map);
-    ASSERT_EQ(map.size(), 5u);
-    EXPECT_EQ(map[0].event, ev(1));
-    EXPECT_EQ(map[0].action.action, 9u);
-    EXPECT_EQ(map[1].event, ev(1, false, true));
-    EXPECT_EQ(map[1].action.action, 10u);
-    EXPECT_EQ(map[2].event, ev(7));
-    EXPECT_EQ(map[2].action.action, 6u);
-    EXPECT_EQ(map[3].event, ev(2));
-    EXPECT_EQ(map[3].action.action, 4u);
-    EXPECT_EQ(map[4].event, ev(2, false, true));
-    EXPECT_EQ(map[4].action.action, 5u);
+    EXPECT_EQ(entries(map), u"1:0:0:0:=9: 1:0:1:0:=10: 7:0:0:0:=6: 2:0:0:0:=4: 2:0:1:0:=5:");
+    // Unassigning an event with an entry removes it; assigning again appends it at the end.
+    SetMapping(map, ev(kMouseRightClick), act(0));
+    EXPECT_EQ(entries(map), u"1:0:0:0:=9: 1:0:1:0:=10: 2:0:0:0:=4: 2:0:1:0:=5:");
+    EXPECT_EQ(Lookup(map, ev(kMouseRightClick)).action, 0u);
+    SetMapping(map, ev(kMouseRightClick), act(11, u"x"));
+    // Changing keeps the position and takes code, text and script.
+    SetMapping(map, ev(kMouseLeftClick), act(12, u"t", u"s"));
+    EXPECT_EQ(map[0].action.text, u"t");
+    // Unassigning an event without an entry adds an entry of action 0.
+    SetMapping(map, ev(kMouseMiddleClick, true), act(0));
+    EXPECT_EQ(entries(map), u"1:0:0:0:=12:s 1:0:1:0:=10: 2:0:0:0:=4: 2:0:1:0:=5: 7:0:0:0:=11:x 4:1:0:0:=0:");
 }
 
 TEST(MouseDialogLogic, EventFromControlsAndLabel) {

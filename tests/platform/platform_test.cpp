@@ -90,11 +90,7 @@ TEST(PlatformPaths, FullPathFoldsDotsAndSeparators) {
 }
 
 TEST(PlatformPaths, NamesThatCannotBeFilesNeverReachTheSystem) {
-    struct Case {
-        std::u16string path;
-        bool file, pattern;
-    };
-    const Case cases[] = {
+    const struct Case { std::u16string path; bool file, pattern; } cases[] = {
         {u"C:\\dir\\x.ini", true, true},
         {u"rel\\x.ini", true, true},
         {u"dir/*.la?g", false, true},
@@ -103,18 +99,16 @@ TEST(PlatformPaths, NamesThatCannotBeFilesNeverReachTheSystem) {
         {std::u16string(259, u'n'), true, true},
         {std::u16string(260, u'n'), false, false},
         {std::u16string(1000000, u'n'), false, false},
-        {u"a\tb", false, false},
-        {std::u16string(u"a\0b", 3), false, false},
-        {u"a<b", false, false},
-        {u"a>b", false, false},
-        {u"a\"b", false, false},
-        {u"a|b", false, false},
         {u"ab:c", false, false},
         {u"1:\\x", false, false},
     };
     for (const Case& c : cases) {
         EXPECT_EQ(platform::isUsablePath(c.path), c.file) << c.path.size();
         EXPECT_EQ(platform::isUsablePath(c.path, true), c.pattern) << c.path.size();
+    }
+    for (char16_t bad : u"\t<>\"|") {  // the literal's own zero too
+        const std::u16string path = u"a" + std::u16string(1, bad) + u"b";
+        EXPECT_FALSE(platform::isUsablePath(path) || platform::isUsablePath(path, true)) << int(bad);
     }
 
     // Each seam answers an unusable name, and a relative one too long once made full, as a file

@@ -34,7 +34,7 @@ public:
     }
     std::string read(const std::string& name) const {
         std::ifstream in(path_ / name, std::ios::binary);
-        return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+        return {std::istreambuf_iterator<char>(in), {}};
     }
     bool exists(const std::string& name) const { return std::filesystem::exists(path_ / name); }
 

@@ -35,24 +35,23 @@ TEST(FontStream, CanonicalTextRoundTrips) {
 }
 
 TEST(FontStream, OtherFaceNameForms) {
-    TFontDescription font;
-    EXPECT_EQ(ParseFont(u"1 2 3 4 5 6 7 8 9 10 11 12 13 \"Lucida Console\"", font), 14);
-    EXPECT_EQ(font.faceName, u"Lucida Console");
-    EXPECT_EQ(ParseFont(u"1\t2 3 4 5 6 7 8 9 10 11 12 13\tArial Black", font), 14);
-    EXPECT_EQ(font.faceName, u"Arial");
-    EXPECT_EQ(font.width, 2);
-    EXPECT_EQ(ParseFont(u"1 2 3 4 5 6 7 8 9 10 11 12 13 \"unclosed name", font), 14);
-    EXPECT_EQ(font.faceName, u"unclosed name");
-    EXPECT_EQ(ParseFont(u"1 2 3 4 5 6 7 8 9 10 11 12 13 '0041006e'", font), 14);
-    EXPECT_EQ(font.faceName, u"An");  // lower-case digits are read too
-    // The hexadecimal name ends at a zero character, at a group that is not four digits, or
-    // at an incomplete group.
-    ParseFont(u"1 2 3 4 5 6 7 8 9 10 11 12 13 '004100000042'", font);
-    EXPECT_EQ(font.faceName, u"A");
-    ParseFont(u"1 2 3 4 5 6 7 8 9 10 11 12 13 '00410zz20043'", font);
-    EXPECT_EQ(font.faceName, u"A");
-    ParseFont(u"1 2 3 4 5 6 7 8 9 10 11 12 13 '0041004", font);
-    EXPECT_EQ(font.faceName, u"A");
+    const std::pair<std::u16string_view, std::u16string_view> cases[] = {
+        {u"1 2 3 4 5 6 7 8 9 10 11 12 13 \"Lucida Console\"", u"Lucida Console"},
+        {u"1\t2 3 4 5 6 7 8 9 10 11 12 13\tArial Black", u"Arial"},
+        {u"1 2 3 4 5 6 7 8 9 10 11 12 13 \"unclosed name", u"unclosed name"},
+        {u"1 2 3 4 5 6 7 8 9 10 11 12 13 '0041006e'", u"An"},  // lower-case digits are read too
+        // The hexadecimal name ends at a zero character, at a group that is not four digits, or at an
+        // incomplete group.
+        {u"1 2 3 4 5 6 7 8 9 10 11 12 13 '004100000042'", u"A"},
+        {u"1 2 3 4 5 6 7 8 9 10 11 12 13 '00410zz20043'", u"A"},
+        {u"1 2 3 4 5 6 7 8 9 10 11 12 13 '0041004", u"A"},
+    };
+    for (const auto& [text, face] : cases) {
+        TFontDescription font;
+        EXPECT_EQ(ParseFont(text, font), 14);
+        EXPECT_EQ(font.faceName, face);
+        EXPECT_EQ(font.width, 2);
+    }
 }
 
 TEST(FontStream, FaceNameHoldsAtMost31Characters) {
@@ -75,30 +74,23 @@ TEST(FontStream, FaceNameHoldsAtMost31Characters) {
     EXPECT_EQ(FontShortText(tooLong).size(), 31u);
 }
 
+// Each text is read into the same description: reading starts from a fresh one.
 TEST(FontStream, ShortOrBrokenTextsKeepInitialFields) {
+    struct Case { std::u16string_view text; int fields; std::u16string_view read; };
+    const Case cases[] = {
+        {u"12 7", 2, u"12 7 0 0 0 0 0 0 0 0 0 0 0 ''"},
+        {u"", 0, u"0 0 0 0 0 0 0 0 0 0 0 0 0 ''"},
+        {u"Courier New", 0, u"0 0 0 0 0 0 0 0 0 0 0 0 0 ''"},
+        {u"1 2 3 4 5 x 7", 5, u"1 2 3 4 5 0 0 0 0 0 0 0 0 ''"},
+        {u"1 2 3 4 5 6 7 8 9 10 11 12 13   ", 13, u"1 2 3 4 5 6 7 8 9 10 11 12 13 ''"},
+        {u"1\n2", 1, u"1 0 0 0 0 0 0 0 0 0 0 0 0 ''"},  // a line end is no blank between fields
+        {u"0 0 0 0 0 300 -1 0 0 0 0 0 0 ''", 14, u"0 0 0 0 0 44 255 0 0 0 0 0 0 ''"},  // byte fields keep the low byte
+    };
     TFontDescription font;
     font.faceName = u"left over";
     font.weight = 700;
-    EXPECT_EQ(ParseFont(u"12 7", font), 2);
-    EXPECT_EQ(font.height, 12);
-    EXPECT_EQ(font.width, 7);
-    EXPECT_EQ(font.weight, 0);  // reading starts from a fresh description
-    EXPECT_EQ(font.faceName, u"");
-
-    EXPECT_EQ(ParseFont(u"", font), 0);
-    EXPECT_EQ(ParseFont(u"Courier New", font), 0);
-    EXPECT_EQ(font.faceName, u"");
-    EXPECT_EQ(ParseFont(u"1 2 3 4 5 x 7", font), 5);
-    EXPECT_EQ(font.weight, 5);
-    EXPECT_EQ(font.italic, 0);
-    EXPECT_EQ(ParseFont(u"1 2 3 4 5 6 7 8 9 10 11 12 13   ", font), 13);
-    EXPECT_EQ(font.pitchAndFamily, 13);
-    EXPECT_EQ(font.faceName, u"");
-    // A line end is no blank between fields.
-    EXPECT_EQ(ParseFont(u"1\n2", font), 1);
-
-    // Byte fields keep the low byte of a larger number.
-    ParseFont(u"0 0 0 0 0 300 -1 0 0 0 0 0 0 ''", font);
-    EXPECT_EQ(font.italic, 44);
-    EXPECT_EQ(font.underline, 255);
+    for (const Case& c : cases) {
+        EXPECT_EQ(ParseFont(c.text, font), c.fields);
+        EXPECT_EQ(FontToText(font), c.read);
+    }
 }

@@ -35,57 +35,31 @@ TPrinterProperty SampleSetup() {
 
 }  // namespace
 
-TEST(PrinterProperty, EmptyValueIsTheDefaultPrinter) {
+// Each text is read into the same property: reading starts from a fresh one.
+TEST(PrinterProperty, ReadWrittenAgainAndShortText) {
+    struct Case { std::u16string text, written, shortText; };
+    const std::u16string full = u"Laser 5|LPT1:|winspool|0|Laser 5|A4|" + kNumbers + u"|000300FF7A|";
+    const Case cases[] = {
+        {u"", u"|||1|||||", u"Default printer"},
+        {full, full, u"Laser 5 on LPT1:"},
+        {u"Laser 5|LPT1:|winspool|1|", u"Laser 5|LPT1:|winspool|1|||||", u"Default printer"},  // useDefault wins
+        {u"|LPT1:|winspool|0|", u"|LPT1:|winspool|0|||||", u"Default printer"},  // no device
+        {u"Laser|LPT2:|", u"Laser|LPT2:||1|||||", u"Default printer"},  // useDefault not reached: stays on
+        {u"Laser|LPT2:|drv|0", u"Laser|LPT2:|drv|0|||||", u"Laser on LPT2:"},  // the last field may lack its "|"
+        {u"a|b|c|yes|", u"a|b|c|0|||||", u"a on b"},  // not a number: 0
+        {u"a|b|c| 2|", u"a|b|c|1|||||", u"Default printer"},
+        {u"1|2|3|0|5|6|7|8|9|10|", u"1|2|3|0|5|6|7|8|", u"1 on 2"},  // fields beyond eight are ignored
+        {u"x|", u"x|||1|||||", u"Default printer"},
+    };
     TPrinterProperty p;
-    ParsePrinter(u"", p);
-    EXPECT_TRUE(p.useDefault);
-    EXPECT_EQ(PrinterShortText(p), u"Default printer");
-    EXPECT_EQ(PrinterToText(p), u"|||1|||||");
-}
-
-TEST(PrinterProperty, TextRoundTripsAndShortText) {
-    const TPrinterProperty p = SampleSetup();
-    const std::u16string text = PrinterToText(p);
-    EXPECT_EQ(text, u"Laser 5|LPT1:|winspool|0|Laser 5|A4|" + kNumbers + u"|000300FF7A|");
-    TPrinterProperty read;
-    read.Parse(text);
-    EXPECT_EQ(read.driver, u"winspool");
-    EXPECT_EQ(read.driverExtra, u"000300FF7A");
-    EXPECT_FALSE(read.useDefault);
-    EXPECT_EQ(read.ToText(), text);
-    EXPECT_EQ(read.ShortText(), u"Laser 5 on LPT1:");
-
-    // A device with useDefault set still shows the default printer; so does no device.
-    read.Parse(u"Laser 5|LPT1:|winspool|1|");
-    EXPECT_EQ(read.ShortText(), u"Default printer");
-    read.Parse(u"|LPT1:|winspool|0|");
-    EXPECT_EQ(read.ShortText(), u"Default printer");
-}
-
-TEST(PrinterProperty, ShortOrOddTexts) {
-    TPrinterProperty p;
-    ParsePrinter(u"Laser|LPT2:|", p);  // useDefault not reached: stays on
-    EXPECT_EQ(p.device, u"Laser");
-    EXPECT_EQ(p.port, u"LPT2:");
-    EXPECT_TRUE(p.useDefault);
-
-    ParsePrinter(u"Laser|LPT2:|drv|0", p);  // the last field may lack its separator
-    EXPECT_FALSE(p.useDefault);
-    EXPECT_EQ(p.ShortText(), u"Laser on LPT2:");
-
-    ParsePrinter(u"a|b|c|yes|", p);
-    EXPECT_FALSE(p.useDefault);  // not a number: 0
-    ParsePrinter(u"a|b|c| 2|", p);
-    EXPECT_TRUE(p.useDefault);
-
-    ParsePrinter(u"1|2|3|0|5|6|7|8|9|10|", p);  // fields beyond eight are ignored
-    EXPECT_EQ(p.driverExtra, u"8");
-    EXPECT_EQ(PrinterToText(p), u"1|2|3|0|5|6|7|8|");
-
-    // Reading starts from a fresh property.
-    ParsePrinter(u"x|", p);
-    EXPECT_EQ(p.port, u"");
-    EXPECT_TRUE(p.useDefault);
+    for (const Case& c : cases) {
+        ParsePrinter(c.text, p);
+        EXPECT_EQ(PrinterToText(p), c.written);
+        EXPECT_EQ(PrinterShortText(p), c.shortText);
+    }
+    EXPECT_EQ(PrinterToText(SampleSetup()), full);
+    p.Parse(u"Laser|LPT2:|drv|0");
+    EXPECT_EQ(p.ToText() + p.ShortText(), u"Laser|LPT2:|drv|0|||||Laser on LPT2:");
 }
 
 TEST(PrinterDeviceMode, BuiltFromTheTextAndReadBack) {

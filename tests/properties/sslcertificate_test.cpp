@@ -4,59 +4,47 @@
 
 using namespace qrl;
 
+using T = TCertStoreType;
+
 TEST(SslCertificate, WritesOnlyWhatIsSet) {
-    TSslCertificateProperty p;
-    p.storeType = TCertStoreType::None;
-    p.store = u"MY";
-    p.subject = u"CN=x";
-    EXPECT_EQ(p.ToText(), u"");
-
-    p.storeType = TCertStoreType::Pem;
-    p.store.clear();
-    p.subject.clear();
-    EXPECT_EQ(p.ToText(), u"Type=PEM|");
-
-    p.storeType = TCertStoreType::System;
-    p.store = u"MY";
-    p.storePassword = u"a";
-    p.subject = u"CN=Alice, O=Org";
-    EXPECT_EQ(p.ToText(), u"Type=CertStore|Store=MY|StorePassword=H#q!?h|Subject=CN=Alice, O=Org|");
-
-    // The password's own condition does not depend on the store.
-    p.storeType = TCertStoreType::Pkcs12;
-    p.store.clear();
-    p.subject.clear();
-    EXPECT_EQ(p.ToText(), u"Type=P12|StorePassword=H#q!?h|");
-    p.storeType = TCertStoreType::Der;
-    EXPECT_EQ(p.ToText().substr(0, 9), u"Type=DER|");
+    struct Case { T type; std::u16string_view store, password, subject, text; };
+    const Case cases[] = {
+        {T::None, u"MY", u"", u"CN=x", u""},
+        {T::Pem, u"", u"", u"", u"Type=PEM|"},
+        {T::System, u"MY", u"a", u"CN=Alice, O=Org",
+         u"Type=CertStore|Store=MY|StorePassword=H#q!?h|Subject=CN=Alice, O=Org|"},
+        {T::Pkcs12, u"", u"a", u"", u"Type=P12|StorePassword=H#q!?h|"},  // the password does not depend on the store
+        {T::Der, u"", u"", u"", u"Type=DER|"},
+    };
+    for (const Case& c : cases) {
+        TSslCertificateProperty p;
+        p.storeType = c.type;
+        p.store = c.store;
+        p.storePassword = c.password;
+        p.subject = c.subject;
+        EXPECT_EQ(p.ToText(), c.text);
+    }
 }
 
+// Each text is read into the same property; missing keys leave their fields empty.
 TEST(SslCertificate, ReadsKeysInAnyOrder) {
+    struct Case { std::u16string_view text; T type; std::u16string_view store, password, subject; };
+    const Case cases[] = {
+        // A password that is not scrambled is used as it stands.
+        {u"Subject=CN=Bob|Store=C:\\b.pfx|Type=P12|StorePassword=plain|", T::Pkcs12, u"C:\\b.pfx", u"plain", u"CN=Bob"},
+        {u"Type=pem|Bogus|Store|=x|", T::None, u"", u"", u""},  // an unknown type is none
+        // The first field of a key counts, the last field may lack its separator, and nothing escapes "|".
+        {u"Type=DER|Store=a|Store=b|Subject=CN=x|y", T::Der, u"a", u"", u"CN=x"},
+        {u"Type=DER|Subject=CN=x=y", T::Der, u"", u"", u"CN=x=y"},
+        {u"", T::None, u"", u"", u""},
+    };
     TSslCertificateProperty p;
-    p.Parse(u"Subject=CN=Bob|Store=C:\\certs\\bob.pfx|Type=P12|StorePassword=plain|");
-    EXPECT_EQ(p.storeType, TCertStoreType::Pkcs12);
-    EXPECT_EQ(p.store, u"C:\\certs\\bob.pfx");
-    EXPECT_EQ(p.storePassword, u"plain");  // not scrambled: used as it stands
-    EXPECT_EQ(p.subject, u"CN=Bob");
-
-    // Missing keys leave their fields empty; an unknown type is none.
-    p.Parse(u"Type=pem|Bogus|Store|=x|");
-    EXPECT_EQ(p.storeType, TCertStoreType::None);
-    EXPECT_EQ(p.store, u"");
-    EXPECT_EQ(p.subject, u"");
-
-    // The first field of a key counts, the last field may lack its separator, and nothing
-    // escapes "|" inside a value.
-    p.Parse(u"Type=DER|Store=a|Store=b|Subject=CN=x|y");
-    EXPECT_EQ(p.storeType, TCertStoreType::Der);
-    EXPECT_EQ(p.store, u"a");
-    EXPECT_EQ(p.subject, u"CN=x");
-    p.Parse(u"Type=DER|Subject=CN=x=y");
-    EXPECT_EQ(p.subject, u"CN=x=y");
-
-    p.Parse(u"");
-    EXPECT_EQ(p.storeType, TCertStoreType::None);
-    EXPECT_EQ(p.ToText(), u"");
+    for (const Case& c : cases) {
+        p.Parse(c.text);
+        EXPECT_EQ(p.storeType, c.type);
+        EXPECT_EQ(p.store + u"|" + p.storePassword + u"|" + p.subject,
+                  std::u16string(c.store) + u"|" + std::u16string(c.password) + u"|" + std::u16string(c.subject));
+    }
 }
 
 TEST(SslCertificate, CanonicalTextsRoundTrip) {

@@ -30,74 +30,44 @@ public:
     const std::u16string& text_;
 };
 
-TEST(XmlCursor, ReadsLineEndsAsOneLfAndCountsColumns) {
-    const std::u16string text = u"a\r\nb\rc\nd";
-    TestCursor c(text);
-    EXPECT_EQ(c.At(), (Pos{0, 1, 1, 1, false}));
-    EXPECT_EQ(c.Get(), u'a');
-    EXPECT_EQ(c.At(), (Pos{1, 1, 2, 1, false}));  // the first line counts from 1 before any read
-    EXPECT_EQ(c.Get(), u'\n');                     // CR LF is one LF
-    EXPECT_EQ(c.At(), (Pos{3, 2, 0, 2, false}));
-    EXPECT_EQ(c.Get(), u'b');
-    EXPECT_EQ(c.At(), (Pos{4, 2, 1, 0, false}));
-    EXPECT_EQ(c.Get(), u'\n');  // a lone CR too
-    EXPECT_EQ(c.At(), (Pos{5, 3, 0, 1, false}));
-    EXPECT_EQ(c.Get(), u'c');
-    EXPECT_EQ(c.Get(), u'\n');
-    EXPECT_EQ(c.Get(), u'd');
-    EXPECT_EQ(c.At(), (Pos{8, 4, 1, 0, false}));
-    EXPECT_EQ(c.Get(), 0);
-    EXPECT_EQ(c.At(), (Pos{8, 4, 1, 0, true}));
-    c.Unget();  // a read past the end is never undone
-    EXPECT_EQ(c.At(), (Pos{8, 4, 1, 0, true}));
-    EXPECT_EQ(c.Get(), 0);
-}
-
-TEST(XmlCursor, UngetStepsBackOverLineEndsAsWritten) {
-    const std::u16string text = u"ab\r\nc\rd";
-    TestCursor c(text);
-    c.Get();
-    c.Get();
-    c.Get();  // CR LF
-    c.Unget();
-    EXPECT_EQ(c.At(), (Pos{2, 1, 3, 3, false})) << "back before the CR, line taken back";
-    c.Get();
-    c.Get();  // c
-    c.Get();  // lone CR, read as LF
-    EXPECT_EQ(c.At(), (Pos{6, 3, 0, 1, false}));
-    c.Unget();
-    // The character stepped over is a CR, not an LF: the line stays counted.
-    EXPECT_EQ(c.At(), (Pos{5, 3, 1, 1, false}));
-    EXPECT_EQ(c.Get(), u'\n');
-    EXPECT_EQ(c.At(), (Pos{6, 4, 0, 1, false}));
-}
-
-TEST(XmlCursor, UngetRemembersOnlyOneColumn) {
-    const std::u16string text = u"abc";
-    TestCursor c(text);
-    c.Get();
-    c.Get();
-    c.Get();
-    c.Unget();
-    c.Unget();  // the column comes from the one remembered value
-    EXPECT_EQ(c.At(), (Pos{1, 1, 3, 3, false}));
-    c.Unget();
-    c.Unget();  // before the beginning: back to the start state
-    EXPECT_EQ(c.At(), (Pos{0, 1, 1, 1, false}));
+// Each row runs Get ('g') and Unget ('u') over a text and checks the last character read ('-' for
+// none) and where the cursor stands.
+TEST(XmlCursor, LineEndsColumnsAndUnget) {
+    const struct Case { const char16_t* text; const char* steps; char16_t last; Pos at; } cases[] = {
+        {u"a\r\nb\rc\nd", "", u'-', {0, 1, 1, 1, false}},
+        {u"a\r\nb\rc\nd", "g", u'a', {1, 1, 2, 1, false}},  // the first line counts from 1 before any read
+        {u"a\r\nb\rc\nd", "gg", u'\n', {3, 2, 0, 2, false}},  // CR LF is one LF
+        {u"a\r\nb\rc\nd", "ggg", u'b', {4, 2, 1, 0, false}},
+        {u"a\r\nb\rc\nd", "gggg", u'\n', {5, 3, 0, 1, false}},  // a lone CR too
+        {u"a\r\nb\rc\nd", "ggggggg", u'd', {8, 4, 1, 0, false}},
+        {u"a\r\nb\rc\nd", "gggggggg", 0, {8, 4, 1, 0, true}},
+        {u"a\r\nb\rc\nd", "ggggggggu", 0, {8, 4, 1, 0, true}},  // a read past the end is never undone
+        {u"ab\r\nc\rd", "gggu", u'\n', {2, 1, 3, 3, false}},  // back before the CR, line taken back
+        {u"ab\r\nc\rd", "ggguggg", u'\n', {6, 3, 0, 1, false}},
+        {u"ab\r\nc\rd", "gggugggu", u'\n', {5, 3, 1, 1, false}},  // stepped back over a CR: the line stays
+        {u"ab\r\nc\rd", "gggugggug", u'\n', {6, 4, 0, 1, false}},
+        {u"abc", "ggguu", u'c', {1, 1, 3, 3, false}},  // the column comes from the one remembered value
+        {u"abc", "ggguuuu", u'c', {0, 1, 1, 1, false}},  // before the beginning: back to the start state
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.steps);
+        const std::u16string text = c.text;
+        TestCursor cursor(text);
+        char16_t last = u'-';
+        for (const char* s = c.steps; *s; ++s)
+            if (*s == 'g') last = cursor.Get();
+            else cursor.Unget();
+        EXPECT_EQ(last, c.last);
+        EXPECT_EQ(cursor.At(), c.at);
+    }
 }
 
 // Reference versions of the bulk operations, built from Get and Unget only.
 bool RefSkipSpace(Cursor& c) {
     bool any = false;
-    for (;;) {
-        const char16_t ch = c.Get();
-        if (ch == u' ' || ch == u'\t' || ch == u'\n') {
-            any = true;
-        } else {
-            c.Unget();
-            return any;
-        }
-    }
+    for (char16_t ch = c.Get(); ch == u' ' || ch == u'\t' || ch == u'\n'; ch = c.Get()) any = true;
+    c.Unget();
+    return any;
 }
 char16_t RefLookAhead(Cursor& c) {
     const char16_t ch = c.Get();

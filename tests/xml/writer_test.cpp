@@ -12,10 +12,6 @@ namespace {
 const std::u16string kDecl = u"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
 
 TEST(XmlWriter, ReplyFrame) {
-    Document d(u"Config");
-    d.Root()->AddElement(u"Data");
-    EXPECT_EQ(Written(d), kDecl + u"<Config>\n  <Data/>\n</Config>");  // no line end after the last tag
-
     Document reply(u"Config");
     Element& data = reply.Root()->AddElement(u"Data");
     Element& item = data.AddElement(u"Item");
@@ -23,7 +19,7 @@ TEST(XmlWriter, ReplyFrame) {
     item.SetAttribute(u"Value").SetText(u"alpha");
     data.AddElement(u"Item").SetAttribute(u"Element").SetText(u"Port");
     reply.Root()->AddElement(u"Note").AddText(u"a & b");
-    EXPECT_EQ(Written(reply), kDecl +
+    EXPECT_EQ(Written(reply), kDecl +  // no line end after the last tag
                                   u"<Config>\n"
                                   u"  <Data>\n"
                                   u"    <Item Element=\"Host\" Value=\"alpha\"/>\n"

@@ -1,6 +1,8 @@
 // Small helpers shared by the XML tests.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <memory>
 #include <ostream>
 #include <string>
@@ -34,6 +36,36 @@ inline Failure FailureOf(std::u16string_view text) {
         return {e.GetErrorNumber(), e.GetLine(), e.GetColumn()};
     }
     return {};
+}
+
+// The children of a node as "<type number><name>=<value>" joined by "|", so that one comparison
+// covers a whole child list. Each child must be of exactly one type, be an Element only if it says
+// so, and name its container as owner.
+inline std::u16string Children(const AdvXMLParser::NodeContainer& n) {
+    std::u16string out;
+    for (std::size_t i = 0; i < n.GetChildCount(); ++i) {
+        const AdvXMLParser::Node& c = n.GetChild(i);
+        int type = 0, types = 0;
+        for (int t = 0; t <= 10; ++t)
+            if (c.IsOfType(t)) type = t, ++types;
+        EXPECT_EQ(types, 1) << "child " << i;
+        EXPECT_EQ(c.AsElement() != nullptr, type == AdvXMLParser::kElement) << "child " << i;
+        EXPECT_EQ(c.GetOwner(), &n) << "child " << i;
+        out += (i ? u"|" : u"") + std::u16string(1, char16_t(u'0' + type));
+        out += std::u16string(c.GetName()) + u"=" + c.GetValue();
+    }
+    return out;
+}
+
+// The attributes of an element as "name=text" joined by "|"; each must name the element as owner.
+inline std::u16string Attributes(const AdvXMLParser::Element& e) {
+    std::u16string out;
+    for (std::size_t i = 0; i < e.GetAttributeCount(); ++i) {
+        const AdvXMLParser::Attribute& a = e.GetAttributeAt(i);
+        EXPECT_EQ(a.GetOwner(), &e) << "attribute " << i;
+        out += (i ? u"|" : u"") + std::u16string(a.GetName()) + u"=" + a.GetText();
+    }
+    return out;
 }
 
 inline std::u16string Written(const AdvXMLParser::Document& d) {
