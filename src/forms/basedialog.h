@@ -7,6 +7,7 @@
 #include "forms/dialogkit.h"
 
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -79,6 +80,9 @@ public:
     int GetCurSel() const;  // -1 while there is no window
 };
 
+// The caption of the program's own message boxes.
+inline constexpr wchar_t kProgramTitle[] = L"Quorl";
+
 // Helpers; each takes the dialog's window first and skips a control id that has no window.
 void EnableControl(HWND dialog, int id, bool enable);
 void EnableCheck(HWND dialog, int id, bool enable);  // a disabled check box is never left checked
@@ -89,6 +93,11 @@ void SetControlNumber(HWND dialog, int id, int value);
 std::u16string GetControlText(HWND dialog, int id);
 std::u16string GetWindowText16(HWND window);
 void SetControlText(HWND dialog, int id, const std::u16string& text);
+// A combo box's rows replaced by `rows`, with `selection` selected (-1: none).
+void FillComboRows(HWND dialog, int id, std::span<const std::u16string> rows, int selection = -1);
+int ComboSelection(HWND dialog, int id);  // CB_ERR when nothing is selected
+// Selects the row that equals `text` exactly; no such row leaves the combo without a selection.
+void SelectComboText(HWND dialog, int id, const std::u16string& text);
 void SetStyleBits(HWND control, LONG mask, LONG bits);
 RECT ControlRect(HWND control);
 int MoveAtBottom(HWND control, const RECT& rect, int left, int bottom);

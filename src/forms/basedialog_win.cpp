@@ -120,6 +120,23 @@ std::u16string GetControlText(HWND dialog, int id) { return GetWindowText16(GetD
 
 void SetControlText(HWND dialog, int id, const std::u16string& text) { SetDlgItemTextW(dialog, id, W(text)); }
 
+void FillComboRows(HWND dialog, int id, std::span<const std::u16string> rows, int selection) {
+    SendDlgItemMessageW(dialog, id, CB_RESETCONTENT, 0, 0);
+    for (const std::u16string& row : rows)
+        SendDlgItemMessageW(dialog, id, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(W(row)));
+    SendDlgItemMessageW(dialog, id, CB_SETCURSEL, static_cast<WPARAM>(selection), 0);
+}
+
+int ComboSelection(HWND dialog, int id) {
+    return static_cast<int>(SendDlgItemMessageW(dialog, id, CB_GETCURSEL, 0, 0));
+}
+
+void SelectComboText(HWND dialog, int id, const std::u16string& text) {
+    const LRESULT row = SendDlgItemMessageW(dialog, id, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1),
+                                            reinterpret_cast<LPARAM>(W(text)));
+    SendDlgItemMessageW(dialog, id, CB_SETCURSEL, static_cast<WPARAM>(row == CB_ERR ? -1 : row), 0);
+}
+
 void SetStyleBits(HWND control, LONG mask, LONG bits) {
     const LONG style = GetWindowLongW(control, GWL_STYLE);
     SetWindowLongW(control, GWL_STYLE, (style & ~mask) | (mask & bits));

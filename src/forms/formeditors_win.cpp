@@ -169,7 +169,7 @@ void OnSpecialEdit(HWND dialog, TFormRun& run) {
 
 void OnDefaultPrinter(HWND dialog, TFormRun& run) {
     const std::u16string question = Translate(u"run_cpp_2669", u"Use default printer?");
-    if (MessageBoxW(dialog, W(question), L"Quorl", MB_YESNO | MB_ICONQUESTION) != IDYES) return;
+    if (MessageBoxW(dialog, W(question), kProgramTitle, MB_YESNO | MB_ICONQUESTION) != IDYES) return;
     TPrinterProperty printer;
     ParsePrinter(run.form.currentElement->value, printer);
     printer.useDefault = true;
@@ -314,7 +314,7 @@ void OnAddLanguage(HWND dialog, TFormRun& run) {
     TConfigSession& session = run.session;
     if (AnyCharMapModified(session)) {
         const std::u16string question = Translate(formtexts::kMapsModified) + Translate(formtexts::kSaveMapsNow);
-        const int answer = MessageBoxW(dialog, W(question), L"Quorl", MB_YESNOCANCEL | MB_ICONEXCLAMATION);
+        const int answer = MessageBoxW(dialog, W(question), kProgramTitle, MB_YESNOCANCEL | MB_ICONEXCLAMATION);
         if (answer == IDCANCEL) return;
         if (answer == IDYES) SaveCharacterMaps(session);
     }

@@ -76,6 +76,16 @@ LRESULT SampleCtl::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 
 bool RegisterSampleClass(HINSTANCE instance) { return RegisterControlClass<SampleCtl>(instance, kSampleClass); }
 
+void ShowInSample(HWND sample, const std::u16string& text, COLORREF foreground, COLORREF background,
+                  std::uint32_t features, bool blinkEnabled) {
+    SetWindowTextW(sample, W(text));
+    SendMessageW(sample, kSampleSetForeground, 0, static_cast<LPARAM>(foreground));
+    SendMessageW(sample, kSampleSetBackground, 0, static_cast<LPARAM>(background));
+    SendMessageW(sample, kSampleSetFeatures, 0, static_cast<LPARAM>(features));
+    SendMessageW(sample, kSampleSetBlinkDisabled, blinkEnabled ? 0 : 1, 0);
+    InvalidateRect(sample, nullptr, FALSE);
+}
+
 void UnregisterSampleClass(HINSTANCE instance) { UnregisterClassW(kSampleClass, instance); }
 
 }  // namespace qrl

@@ -78,10 +78,6 @@ void FillCombo(HWND dialog, int id, std::span<const TTextKey> texts, int selecti
     SendDlgItemMessageW(dialog, id, CB_SETCURSEL, static_cast<WPARAM>(selection), 0);
 }
 
-int ComboSelection(HWND dialog, int id) {
-    return static_cast<int>(SendDlgItemMessageW(dialog, id, CB_GETCURSEL, 0, 0));
-}
-
 class MatchStringDlg : public TDialog {
 public:
     MatchStringDlg(const TConfigSession& session, HotSpot& spot) : session_(session), spot_(spot) {}

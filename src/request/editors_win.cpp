@@ -1,6 +1,7 @@
 #include "request/module_win.h"
 
 #include "charmap/charmapdlg.h"
+#include "colours/colourconfigdlg.h"
 #include "colours/colourmapdlg.h"
 #include "hotspots/hotspotsdlg.h"
 #include "keyboard/classickeymapdlg.h"
@@ -28,7 +29,7 @@ const std::array<TEditorRoute, kEditorRouteCount>& EditorRoutes() {
     // its entry here; until then that module type fails with 630.
     static const std::array<TEditorRoute, kEditorRouteCount> routes{
         &RunKeymapRoute,  // KeyMap (keyboard): the classic editor; the graphic one is still missing
-        nullptr,  // ColourMap (colours)
+        &RunColourDialog,  // ColourMap (colours)
         &RunPrinterRoute,  // Printer (properties)
         &RunHotSpotDialog,  // Hotspots (hotspots)
         &RunMouseDialog,  // MouseMap (mouse)

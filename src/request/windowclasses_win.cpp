@@ -1,5 +1,6 @@
 #include "request/module_win.h"
 
+#include "colours/palettectl.h"
 #include "forms/pleasewait.h"
 #include "forms/samplectl.h"
 #include "keyboard/keyboardctl.h"
@@ -18,8 +19,8 @@ struct TWindowClassEntry {
 // The order is fixed: qrsample, qrpalette, qrcolpatch, PressKeyWin, PleaseWaitWin, qrkeyb4.
 const TWindowClassEntry kWindowClasses[] = {
     {L"qrsample", &RegisterSampleClass, &UnregisterSampleClass},  // colour sample control (forms, colours)
-    {L"qrpalette", nullptr, nullptr},      // palette control (colours)
-    {L"qrcolpatch", nullptr, nullptr},     // colour patch control (colours)
+    {L"qrpalette", &RegisterPaletteClass, &UnregisterPaletteClass},  // palette control (colours)
+    {L"qrcolpatch", &RegisterColourPatchClass, &UnregisterColourPatchClass},  // colour patch (colours)
     {L"PressKeyWin", &RegisterPressKeyClass, &UnregisterPressKeyClass},  // key capture window (keyboard)
     {L"PleaseWaitWin", &RegisterPleaseWaitClass, &UnregisterPleaseWaitClass},  // please-wait window (forms)
     {L"qrkeyb4", &RegisterKeyboardClass, &UnregisterKeyboardClass},  // keyboard picture (keyboard)
