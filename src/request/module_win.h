@@ -14,7 +14,7 @@ HINSTANCE ModuleInstance();
 void SetModuleInstance(HINSTANCE instance);
 
 // The private window classes, registered at process attach in their fixed order and unregistered at
-// detach. Each subsystem fills its entry in windowclasses_win.cpp as its control exists.
+// detach. The table is in windowclasses_win.cpp.
 void RegisterModuleClasses(HINSTANCE instance);
 void UnregisterModuleClasses(HINSTANCE instance);
 

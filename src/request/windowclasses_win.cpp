@@ -12,8 +12,8 @@ namespace {
 
 struct TWindowClassEntry {
     const wchar_t* name;
-    bool (*registerClass)(HINSTANCE);    // null while the control does not exist yet
-    void (*unregisterClass)(HINSTANCE);  // null: UnregisterClassW by name
+    bool (*registerClass)(HINSTANCE);
+    void (*unregisterClass)(HINSTANCE);
 };
 
 // The order is fixed: qrsample, qrpalette, qrcolpatch, PressKeyWin, PleaseWaitWin, qrkeyb4.
@@ -29,18 +29,11 @@ const TWindowClassEntry kWindowClasses[] = {
 }  // namespace
 
 void RegisterModuleClasses(HINSTANCE instance) {
-    for (const TWindowClassEntry& entry : kWindowClasses)
-        if (entry.registerClass) entry.registerClass(instance);
+    for (const TWindowClassEntry& entry : kWindowClasses) entry.registerClass(instance);
 }
 
 void UnregisterModuleClasses(HINSTANCE instance) {
-    for (const TWindowClassEntry& entry : kWindowClasses) {
-        if (!entry.registerClass) continue;
-        if (entry.unregisterClass)
-            entry.unregisterClass(instance);
-        else
-            UnregisterClassW(entry.name, instance);
-    }
+    for (const TWindowClassEntry& entry : kWindowClasses) entry.unregisterClass(instance);
 }
 
 }  // namespace qrl

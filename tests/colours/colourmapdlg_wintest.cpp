@@ -30,9 +30,7 @@ int Selection(HWND dlg, int id, UINT message = CB_GETCURSEL) {
 bool Checked(HWND dlg, int id) { return IsDlgButtonChecked(dlg, id) == BST_CHECKED; }
 
 void ChooseRow(Driver& d, HWND dlg, int row) {
-    HWND list = GetDlgItem(dlg, IDC_TANDEM_ATTRIBUTES);
-    SendMessageW(list, LB_SETCURSEL, static_cast<WPARAM>(row), 0);
-    SendMessageW(dlg, WM_COMMAND, MAKEWPARAM(IDC_TANDEM_ATTRIBUTES, LBN_SELCHANGE), reinterpret_cast<LPARAM>(list));
+    Driver::SelectRow(dlg, IDC_TANDEM_ATTRIBUTES, row);
     d.Settle();
 }
 

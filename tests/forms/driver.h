@@ -51,6 +51,8 @@ public:
     static void Paste(HWND edit, const std::wstring& text);
     // Chooses a row of a drop-down and tells the dialog, as a user's pick does.
     static void Choose(HWND dialog, int comboId, int row);
+    // Selects a row of a list box and tells the dialog, as a user's click does.
+    static void SelectRow(HWND dialog, int listId, int row);
     // Clicks a button (posted, so that a modal box it opens doesn't block us).
     static void Click(HWND button);
     static void Click(HWND dialog, int id) { Click(GetDlgItem(dialog, id)); }

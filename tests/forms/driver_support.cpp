@@ -194,6 +194,12 @@ void Driver::Choose(HWND dialog, int comboId, int row) {
     SendMessageW(dialog, WM_COMMAND, MAKEWPARAM(comboId, CBN_SELCHANGE), reinterpret_cast<LPARAM>(combo));
 }
 
+void Driver::SelectRow(HWND dialog, int listId, int row) {
+    HWND list = GetDlgItem(dialog, listId);
+    SendMessageW(list, LB_SETCURSEL, static_cast<WPARAM>(row), 0);
+    SendMessageW(dialog, WM_COMMAND, MAKEWPARAM(listId, LBN_SELCHANGE), reinterpret_cast<LPARAM>(list));
+}
+
 void Driver::Click(HWND button) {
     if (!button) Fail("no button to click");
     PostMessageW(button, BM_CLICK, 0, 0);

@@ -37,9 +37,7 @@ bool ListButtonsEnabled(HWND dlg) {
 }
 
 void SelectRow(Driver& d, HWND dlg, int row) {
-    HWND list = GetDlgItem(dlg, IDC_HS_LIST);
-    SendMessageW(list, LB_SETCURSEL, static_cast<WPARAM>(row), 0);
-    SendMessageW(dlg, WM_COMMAND, MAKEWPARAM(IDC_HS_LIST, LBN_SELCHANGE), reinterpret_cast<LPARAM>(list));
+    Driver::SelectRow(dlg, IDC_HS_LIST, row);
     d.Settle();
 }
 

@@ -35,9 +35,7 @@ Assisted RunAssistant(std::u16string text, int mode, const std::function<void(Dr
 }
 
 void SelectToken(Driver& d, HWND dlg, int row) {
-    HWND list = GetDlgItem(dlg, IDC_TOKEN_LIST);
-    SendMessageW(list, LB_SETCURSEL, static_cast<WPARAM>(row), 0);
-    SendMessageW(dlg, WM_COMMAND, MAKEWPARAM(IDC_TOKEN_LIST, LBN_SELCHANGE), reinterpret_cast<LPARAM>(list));
+    Driver::SelectRow(dlg, IDC_TOKEN_LIST, row);
     d.Settle();
 }
 

@@ -1,0 +1,248 @@
+// The "ColourMap" route through the DLL: Colour Configuration and its sub-dialogs driven as a user
+// drives them, and the schemes of the reply read back. The listing, forking and editing rules are
+// checked natively.
+#include "colours/colourhooks.h"
+#include "colours/colours_rc.h"
+#include "colours/palettemodel.h"
+#include "forms/dllhost.h"
+#include "forms/driver.h"
+#include "request/session.h"
+
+#include <commctrl.h>
+#include <gtest/gtest.h>
+
+namespace qrl::test {
+namespace {
+
+const std::wstring kTitle = L"Colour Configuration";
+
+// A features line whose first entry (combination 16 times index) is `word` with `override`.
+std::u16string FeaturesLine(int index, std::u16string_view word, bool override) {
+    std::u16string value = std::u16string(word) + (override ? u" 1 " : u" 0 ");
+    for (int i = 1; i < 16; ++i) value += u"0 0 ";
+    return u"<features index=\"" + std::u16string(1, static_cast<char16_t>(u'0' + index)) + u"\" value=\"" + value +
+           u"\"/>";
+}
+
+// "Night" is in force: white on blue, Reverse with yellow on red of its own. The emulation uses Blink
+// and Reverse.
+const std::u16string kRequest =
+    u"<Config ModuleType=\"ColourMap\"><DTD><Element Name=\"Schemes\" Type=\"colourschemelist\"/>"
+    u"<Element Name=\"CurrScheme\" Type=\"string\"/><Element Name=\"EnableBlinkCfg\" Type=\"bool\"/>"
+    u"<Element Name=\"MergeBoxes\" Type=\"bool\"/></DTD><Data><Item Element=\"Schemes\">"
+    u"<ColourScheme Element=\"Classic\"/><ColourScheme Element=\"Night\">" +
+    FeaturesLine(0, u"10f0000", false) + FeaturesLine(1, u"40e0000", true) +
+    u"</ColourScheme></Item><Item Element=\"CurrScheme\" Value=\"Night\"/>"
+    u"<Item Element=\"FeaturesUsed\" Value=\"17\"/><Item Element=\"EnableBlinkCfg\" Value=\"0\"/></Data></Config>";
+
+std::u16string Reply(std::u16string_view schemes, std::u16string_view current, std::u16string_view merge = u"0") {
+    return u"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Config>\n  <Data>\n    <Item Element=\"ColourSchemeList\"" +
+           std::u16string(schemes) + u"\n    <Item Element=\"CurrScheme\" Value=\"" + std::u16string(current) +
+           u"\"/>\n    <Item Element=\"EnableBlinkCfg\" Value=\"0\"/>\n    <Item Element=\"MergeBoxes\" Value=\"" +
+           std::u16string(merge) + u"\"/>\n  </Data>\n</Config>";
+}
+
+// The reply's schemes as the request reader reads them; the reply's list element stands in for the
+// request's item.
+TColourSchemeList SchemesOf(const std::u16string& reply) {
+    const std::size_t from = reply.find(u"<Data>"), to = reply.find(u"</Data>");
+    if (from == std::u16string::npos || to == std::u16string::npos) return {};
+    TConfigSession session;
+    session.LoadRequestText(u"<Config><DTD><Element Name=\"ColourSchemeList\" Type=\"colourschemelist\"/></DTD>" +
+                            reply.substr(from, to + 7 - from) + u"</Config>");
+    return SessionColourSchemes(session);
+}
+
+RunResult RunColours(const std::function<void(Driver&, HWND)>& script) {
+    RunResult result;
+    const auto failures = RunDriven([&] { result = Product::Get().RunConfig2W(kRequest); },
+                                    [&](Driver& d) { script(d, d.WaitForDialog(kTitle)); });
+    for (const std::string& f : failures) ADD_FAILURE() << f;
+    return result;
+}
+
+// Opens a sub-dialog with `button`, lets `script` work it and waits for it to go.
+void InDialog(Driver& d, HWND owner, int button, const std::wstring& title, const std::function<void(HWND)>& script) {
+    Driver::Click(owner, button);
+    HWND dlg = d.WaitForDialog(title);
+    script(dlg);
+    d.WaitGone(dlg);
+}
+
+// A press on a palette cell, left (foreground) or right (background) button.
+void PressCell(HWND dlg, int cell, bool right) {
+    HWND palette = GetDlgItem(dlg, IDC_ATTR_PALETTE);
+    RECT client{};
+    GetClientRect(palette, &client);
+    const TCellRect c = PaletteGeometry(client.right, client.bottom).cells[static_cast<std::size_t>(cell)];
+    SendMessageW(palette, right ? WM_RBUTTONDOWN : WM_LBUTTONDOWN, 0, MAKELPARAM(c.left + 1, c.top + 1));
+}
+
+// A scheme picked in the combo; posted, as the pick may ask a question.
+void PickScheme(HWND dlg, int row) {
+    SendDlgItemMessageW(dlg, IDC_SCHEME, CB_SETCURSEL, static_cast<WPARAM>(row), 0);
+    PostMessageW(dlg, WM_COMMAND, MAKEWPARAM(IDC_SCHEME, CBN_SELCHANGE),
+                 reinterpret_cast<LPARAM>(GetDlgItem(dlg, IDC_SCHEME)));
+}
+
+std::wstring SchemeShown(HWND dlg) { return Driver::Text(GetDlgItem(dlg, IDC_SCHEME)); }
+bool RemoveEnabled(HWND dlg) { return IsWindowEnabled(GetDlgItem(dlg, IDC_SCHEME_REMOVE)) != FALSE; }
+
+class ColourRoute : public ::testing::Test {
+protected:
+    void SetUp() override { ASSERT_TRUE(Product::Get().Loaded()); }
+};
+
+TEST_F(ColourRoute, OpensOnTheSchemeInForceAndOkSendsNoUnchangedScheme) {
+    std::vector<std::wstring> schemes, emulation;
+    std::wstring shown;
+    std::size_t all = 0;
+    bool removable = false;
+    const RunResult r = RunColours([&](Driver& d, HWND dlg) {
+        schemes = Driver::ListRows(dlg, IDC_SCHEME);
+        shown = SchemeShown(dlg);
+        removable = RemoveEnabled(dlg);
+        emulation = Driver::ListRows(dlg, IDC_ATTRLIST);
+        Driver::Tick(dlg, ID_ALL);
+        all = Driver::ListRows(dlg, IDC_ATTRLIST).size();
+        Driver::Click(dlg, IDOK);
+        d.WaitGone(dlg);
+    });
+    EXPECT_EQ(schemes, (std::vector<std::wstring>{L"Classic", L"Night"}));
+    EXPECT_EQ(shown, L"Night");
+    EXPECT_TRUE(removable);
+    EXPECT_EQ(emulation, (std::vector<std::wstring>{L"Normal", L"Blink", L"Reverse", L"Reverse+Blink"}));
+    EXPECT_EQ(all, 96u + 16u);
+    EXPECT_EQ(r.code, 0);
+    EXPECT_EQ(r.reply, Reply(u"/>", u"Night"));
+}
+
+// An edit forks "Night" into "(custom)", which the combo cannot show; Save as names it, and only the
+// new scheme reaches the reply.
+TEST_F(ColourRoute, EditForksTheSchemeAndSaveAsNamesIt) {
+    std::wstring label, afterEdit, proposed;
+    bool removableAfterEdit = true;
+    const RunResult r = RunColours([&](Driver& d, HWND dlg) {
+        Driver::SelectRow(dlg, IDC_ATTRLIST, 2);  // Reverse
+        InDialog(d, dlg, IDC_ATTREDIT, L"Edit Attribute", [&](HWND edit) {
+            label = Driver::Text(GetDlgItem(edit, IDC_ATTR_LABEL));
+            PressCell(edit, 2, false);
+            PressCell(edit, 4, true);
+            Driver::Tick(edit, IDC_FEATURE_FIRST + 1);  // Underline
+            Driver::Click(edit, IDOK);
+        });
+        afterEdit = SchemeShown(dlg);
+        removableAfterEdit = RemoveEnabled(dlg);
+        InDialog(d, dlg, IDC_SCHEME_SAVEAS, L"Save Colour Scheme", [&](HWND save) {
+            proposed = Driver::Text(GetDlgItem(save, IDC_SCHEME_NAME));
+            Driver::Type(GetDlgItem(save, IDC_SCHEME_NAME), L"Mine");
+            Driver::Click(save, IDOK);
+        });
+        Driver::Click(dlg, IDOK);
+        d.WaitGone(dlg);
+    });
+    EXPECT_EQ(label, L"Attribute = Reverse");
+    EXPECT_EQ(afterEdit, L"");
+    EXPECT_FALSE(removableAfterEdit);
+    EXPECT_EQ(proposed, L"Night");
+    ASSERT_EQ(r.code, 0);
+    EXPECT_NE(r.reply.find(u"<ColourScheme Element=\"Mine\" operation=\"update\">"), std::u16string::npos);
+    EXPECT_EQ(r.reply.find(u"Night\" operation"), std::u16string::npos);
+    EXPECT_NE(r.reply.find(u"<Item Element=\"CurrScheme\" Value=\"Mine\"/>"), std::u16string::npos);
+    const TColourSchemeList sent = SchemesOf(r.reply);
+    ASSERT_EQ(sent.size(), 1u);
+    const TSchemeFeature& reverse = sent[0].features[16];
+    EXPECT_EQ(std::vector<uint32_t>({reverse.override, reverse.features, reverse.foreground, reverse.background}),
+              std::vector<uint32_t>({1, kAttrUnderline, 2, 4}));
+    EXPECT_EQ(sent[0].features[0].foreground, 15u);
+}
+
+// Removing asks with the scheme's name; the scheme goes as "delete", the fork as "(custom)".
+TEST_F(ColourRoute, RemoveAsksAndSendsTheSchemeAsDeleted) {
+    std::wstring question;
+    std::vector<std::wstring> left;
+    const RunResult r = RunColours([&](Driver& d, HWND dlg) {
+        Driver::Click(dlg, IDC_SCHEME_REMOVE);
+        question = d.Answer(dlg, IDYES);
+        left = Driver::ListRows(dlg, IDC_SCHEME);
+        Driver::Click(dlg, IDOK);
+        d.WaitGone(dlg);
+    });
+    EXPECT_EQ(question, L"Quorl|Remove scheme \"Night\"?");
+    EXPECT_EQ(left, std::vector<std::wstring>{L"Classic"});
+    ASSERT_EQ(r.code, 0);
+    EXPECT_NE(r.reply.find(u"<ColourScheme Element=\"Night\" operation=\"delete\"/>\n      <ColourScheme "
+                           u"Element=\"(custom)\" operation=\"update\">"),
+              std::u16string::npos);
+    EXPECT_NE(r.reply.find(u"<Item Element=\"CurrScheme\" Value=\"\"/>"), std::u16string::npos);
+}
+
+// Leaving changed custom colours asks first; No keeps them, Yes goes to the chosen scheme. The
+// sub-dialogs' Cancel still counts as a change, and OK of Advanced forks even with nothing changed.
+TEST_F(ColourRoute, LosingCustomChangesAsksAndCancelSendsNothing) {
+    std::wstring question, afterNo, afterYes, afterAdvanced;
+    bool blinkBoxInverted = false;
+    const RunResult r = RunColours([&](Driver& d, HWND dlg) {
+        InDialog(d, dlg, IDC_ATTREDIT, L"Edit Attribute", [&](HWND edit) {
+            Driver::Tick(edit, IDC_FEATURE_FIRST);
+            Driver::Click(edit, IDCANCEL);
+        });
+        PickScheme(dlg, 0);
+        question = d.Answer(dlg, IDNO);
+        afterNo = SchemeShown(dlg);
+        PickScheme(dlg, 0);
+        d.Answer(dlg, IDYES);
+        afterYes = SchemeShown(dlg);
+        InDialog(d, dlg, IDC_ADVANCED, L"Advanced Attribute Configuration", [&](HWND advanced) {
+            blinkBoxInverted = IsDlgButtonChecked(advanced, IDC_DISABLE_BLINK_CFG) == BST_CHECKED;
+            Driver::Click(advanced, IDOK);
+        });
+        afterAdvanced = SchemeShown(dlg);
+        Driver::Click(dlg, IDCANCEL);
+        d.WaitGone(dlg);
+    });
+    EXPECT_EQ(question, L"Quorl|Lose changes to custom scheme?");
+    EXPECT_EQ(afterNo, L"");
+    EXPECT_EQ(afterYes, L"Classic");
+    EXPECT_TRUE(blinkBoxInverted);
+    EXPECT_EQ(afterAdvanced, L"");
+    EXPECT_EQ(r.code, 2);
+    EXPECT_EQ(r.reply, u"");
+}
+
+// The palette editor's number edits move the sliders within their range, while the colour takes
+// the low byte of what was typed: 300 gives a red of 44.
+TEST_F(ColourRoute, PaletteEditorTakesTheLowByteOfATypedNumber) {
+    int startIndex = -1;
+    LRESULT slider = -1;
+    std::wstring merge;
+    const RunResult r = RunColours([&](Driver& d, HWND dlg) {
+        InDialog(d, dlg, IDC_ATTREDIT, L"Edit Attribute", [&](HWND edit) {
+            InDialog(d, edit, IDC_PALETTE_CFG, L"Configure Palette", [&](HWND palette) {
+                startIndex = static_cast<int>(SendDlgItemMessageW(palette, IDC_PAL_INDEX, CB_GETCURSEL, 0, 0));
+                Driver::Type(GetDlgItem(palette, IDC_PAL_RED), L"300");
+                slider = SendDlgItemMessageW(palette, IDC_PAL_RED_SLIDER, TBM_GETPOS, 0, 0);
+                Driver::Click(palette, IDOK);
+            });
+            Driver::Click(edit, IDOK);
+        });
+        InDialog(d, dlg, IDC_ADVANCED, L"Advanced Attribute Configuration", [&](HWND advanced) {
+            Driver::Tick(advanced, IDC_MERGE_BOXES);
+            Driver::Click(advanced, IDOK);
+        });
+        InDialog(d, dlg, IDC_SCHEME_SAVEAS, L"Save Colour Scheme", [&](HWND save) { Driver::Click(save, IDOK); });
+        Driver::Click(dlg, IDOK);
+        d.WaitGone(dlg);
+    });
+    EXPECT_EQ(startIndex, 15);
+    EXPECT_EQ(slider, 255);
+    ASSERT_EQ(r.code, 0);
+    EXPECT_NE(r.reply.find(u"<Item Element=\"MergeBoxes\" Value=\"1\"/>"), std::u16string::npos);
+    const TColourSchemeList sent = SchemesOf(r.reply);
+    ASSERT_EQ(sent.size(), 1u);
+    EXPECT_EQ(sent[0].name, u"Night");  // saved back under the name it came from
+    EXPECT_EQ(sent[0].palette[15], MakeColour(44, 255, 255));
+}
+
+}  // namespace
+}  // namespace qrl::test
