@@ -33,7 +33,7 @@ constexpr TDialogText kConfigTexts[] = {
     {ID_EMUSED, {u"ID_EMUSED", u"Emulation"}},
     {ID_ATTRINVIS, {u"ID_ATTRINVIS", u"Include invis."}},
     {IDC_ATTREDIT, {u"IDC_ATTREDIT", u"Change..."}},
-    {IDC_ADVANCED, {u"IDC_ADVANCED", u"Advanced..."}},
+    {IDC_ATTR_ADVANCED, {u"IDC_ADVANCED", u"Advanced..."}},
     {IDOK, {u"IDOK", u"OK"}},
     {IDCANCEL, {u"IDCANCEL", u"Cancel"}},
     {IDHELP, {u"IDHELP", u"&Help"}},
@@ -175,7 +175,7 @@ INT_PTR ColourConfigDlg::OnCommand(int id, int code) {
     case IDC_ATTREDIT:
         if (code == BN_CLICKED) Change();
         return TRUE;
-    case IDC_ADVANCED:
+    case IDC_ATTR_ADVANCED:
         if (code == BN_CLICKED && RunAdvancedAttrDialog(Window(), data_)) {
             SelectItem(data_.selectedItem);
             Fork();

@@ -141,10 +141,14 @@ private:
     KeymapSettings& settings_;
 };
 
-void RunAdvanced(HWND parent, KeymapSettings& settings) {
+}  // namespace
+
+void RunKeymapAdvanced(void* parent, KeymapSettings& settings) {
     AdvancedDlg dialog(settings);
-    dialog.RunModal(parent, IDD_KBD_ADVANCED);
+    dialog.RunModal(static_cast<HWND>(parent), IDD_KBD_ADVANCED);
 }
+
+namespace {
 
 class ByPhysicalDlg : public TDialog {
 public:
@@ -318,7 +322,7 @@ INT_PTR ByPhysicalDlg::OnCommand(int id, int code) {
     case IDC_MAP_STRING:
     case IDC_MAP_GLOBAL:
     case IDC_MAP_NONE: Changed(); return TRUE;
-    case IDC_ADVANCED: RunAdvanced(Window(), settings_); return TRUE;
+    case IDC_ADVANCED: RunKeymapAdvanced(Window(), settings_); return TRUE;
     case IDC_LIST_BYEMUL:
         Store();
         settings_.PhysKey = Selection(Window(), IDC_PHYS_KEY);
@@ -427,7 +431,7 @@ protected:
             return TRUE;
         }
         case IDC_REMOVE_PKEY: Remove(); return TRUE;
-        case IDC_ADVANCED: RunAdvanced(Window(), settings_); return TRUE;
+        case IDC_ADVANCED: RunKeymapAdvanced(Window(), settings_); return TRUE;
         case IDC_LIST_BYPHYS:
         case IDOK:
         case IDCANCEL: End(id); return TRUE;

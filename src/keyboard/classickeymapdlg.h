@@ -9,4 +9,7 @@ class KeymapSettings;
 // The editor's loop over the two dialogs; 1 for OK, 2 for Cancel. Works on the settings' session.
 int RunClassicKeymap(void* parent, KeymapSettings& settings);
 
+// Advanced Keyboard Configuration on the settings: keypad and Caps Lock. Both editors open it.
+void RunKeymapAdvanced(void* parent, KeymapSettings& settings);
+
 }  // namespace qrl

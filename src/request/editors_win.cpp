@@ -5,6 +5,7 @@
 #include "colours/colourmapdlg.h"
 #include "hotspots/hotspotsdlg.h"
 #include "keyboard/classickeymapdlg.h"
+#include "keyboard/keymapdlg.h"
 #include "keyboard/keymapsettings.h"
 #include "mouse/mousedlg.h"
 #include "properties/printerdlg.h"
@@ -14,21 +15,16 @@ namespace qrl {
 
 namespace {
 
-// The graphic key map editor does not exist yet: a request that asks for it fails as a route
-// without an editor does.
-int GraphicKeymapMissing(void*, KeymapSettings&) { return 630; }
-
 int RunKeymapRoute(TConfigSession& session, void* parent) {
-    return RunKeymapEditor(session, parent, &GraphicKeymapMissing, &RunClassicKeymap);
+    return RunKeymapEditor(session, parent, &runKeymapDialog, &RunClassicKeymap);
 }
 
 }  // namespace
 
 const std::array<TEditorRoute, kEditorRouteCount>& EditorRoutes() {
-    // By EditorRoute: KeyMap, ColourMap, Printer, Hotspots, MouseMap. Each editor's subsystem puts
-    // its entry here; until then that module type fails with 630.
+    // By EditorRoute: KeyMap, ColourMap, Printer, Hotspots, MouseMap; each from its subsystem.
     static const std::array<TEditorRoute, kEditorRouteCount> routes{
-        &RunKeymapRoute,  // KeyMap (keyboard): the classic editor; the graphic one is still missing
+        &RunKeymapRoute,  // KeyMap (keyboard): the graphic editor, or the classic one
         &RunColourDialog,  // ColourMap (colours)
         &RunPrinterRoute,  // Printer (properties)
         &RunHotSpotDialog,  // Hotspots (hotspots)

@@ -193,7 +193,7 @@ TEST_F(ColourRoute, LosingCustomChangesAsksAndCancelSendsNothing) {
         PickScheme(dlg, 0);
         d.Answer(dlg, IDYES);
         afterYes = SchemeShown(dlg);
-        InDialog(d, dlg, IDC_ADVANCED, L"Advanced Attribute Configuration", [&](HWND advanced) {
+        InDialog(d, dlg, IDC_ATTR_ADVANCED, L"Advanced Attribute Configuration", [&](HWND advanced) {
             blinkBoxInverted = IsDlgButtonChecked(advanced, IDC_DISABLE_BLINK_CFG) == BST_CHECKED;
             Driver::Click(advanced, IDOK);
         });
@@ -226,7 +226,7 @@ TEST_F(ColourRoute, PaletteEditorTakesTheLowByteOfATypedNumber) {
             });
             Driver::Click(edit, IDOK);
         });
-        InDialog(d, dlg, IDC_ADVANCED, L"Advanced Attribute Configuration", [&](HWND advanced) {
+        InDialog(d, dlg, IDC_ATTR_ADVANCED, L"Advanced Attribute Configuration", [&](HWND advanced) {
             Driver::Tick(advanced, IDC_MERGE_BOXES);
             Driver::Click(advanced, IDOK);
         });

@@ -28,7 +28,7 @@ bool cycle(const std::wstring& dll, const std::wstring& iniFile) {
     HMODULE module = LoadLibraryW(dll.c_str());
     if (!module) return false;
     const auto run = reinterpret_cast<RunConfig2W>(reinterpret_cast<void (*)()>(GetProcAddress(module, "fnRunConfig2W")));
-    std::wstring request = L"<Config ModuleType=\"KeyMap\" IniFile=\"" + iniFile + L"\"/>";
+    std::wstring request = L"<Config ModuleType=\"KeyMap\" IniFile=\"" + iniFile + L"\"><DTD><Bad/></DTD></Config>";
     wchar_t reply[64];
     uint32_t status = 0;
     const bool ran = run && run(request.data(), nullptr, reply, 64, &status) == 630;

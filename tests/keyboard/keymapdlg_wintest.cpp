@@ -1,0 +1,198 @@
+// Configure Keyboard, the "KeyMap" route's graphic editor, through the DLL on the bundled sample:
+// keys pressed on the two pictures or chosen in the lists, mapped to an emulation key, a string or
+// a global string, and the reply compared. The status texts and the mapping rules are checked
+// natively.
+#include "forms/dllhost.h"
+#include "forms/driver.h"
+#include "forms/formsetup.h"
+#include "keyboard/keyboard_rc.h"
+#include "keypress.h"
+
+#include <gtest/gtest.h>
+
+namespace qrl::test {
+namespace {
+
+const std::wstring kTitle = L"Configure Keyboard";
+const std::u16string kKdfPath = SampleKdfPath();
+
+std::u16string Request(std::u16string_view kdfPath) {
+    return ReplaceFirst(SampleText("graphic_keymap_request.xml"), u"samples\\keyboards", kdfPath);
+}
+
+// The sample's key lists and settings around the three mappings.
+std::u16string Reply(std::u16string_view keyMap, std::u16string_view strings, std::u16string_view globals,
+                     std::u16string_view pcLayout = u"0") {
+    const auto item = [](std::u16string_view name, std::u16string_view maps) {
+        if (maps.empty()) return u"    <Item Element=\"" + std::u16string(name) + u"\"/>\n";
+        return u"    <Item Element=\"" + std::u16string(name) + u"\">\n" + std::u16string(maps) + u"    </Item>\n";
+    };
+    return u"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Config>\n  <Data>\n" + item(u"KeyMap", keyMap) +
+           item(u"KeyStrings", strings) + item(u"GlobalKeyStrings", globals) +
+           u"    <Item Element=\"UseOldKeymap\" Value=\"0\"/>\n    <Item Element=\"EmKbLang\" Value=\"0\"/>\n"
+           u"    <Item Element=\"PCKbLang\" Value=\"" +
+           std::u16string(pcLayout) + u"\"/>\n  </Data>\n</Config>";
+}
+std::u16string Map(std::u16string_view pkey, std::u16string_view emkey) {
+    return u"      <Map pkey=\"" + std::u16string(pkey) + u"\" emkey=\"" + std::u16string(emkey) + u"\"/>\n";
+}
+std::u16string Text(std::u16string_view pkey, std::u16string_view text) {
+    return u"      <Map pkey=\"" + std::u16string(pkey) + u"\" string=\"" + std::u16string(text) + u"\"/>\n";
+}
+const std::u16string kSampleMap = Map(u"112", u"112") + Map(u"113", u"113") + Map(u"13", u"147") + Map(u"16397", u"147");
+
+RunResult RunKeymap(const std::u16string& request, const std::function<void(Driver&, HWND)>& script) {
+    RunResult result;
+    const auto failures = RunDriven([&] { result = Product::Get().RunConfig2W(request); },
+                                    [&](Driver& d) { script(d, d.WaitForDialog(kTitle)); });
+    for (const std::string& f : failures) ADD_FAILURE() << f;
+    return result;
+}
+
+void PressPc(HWND dlg, int32_t code) { ASSERT_TRUE(PressKey(GetDlgItem(dlg, IDC_PC_PICTURE), "at102.kdf", "pc", code)); }
+void PressEm(HWND dlg, int32_t code) {
+    ASSERT_TRUE(PressKey(GetDlgItem(dlg, IDC_EM_PICTURE), "IBM5250.kdf", "IBM5250", code));
+}
+
+std::wstring Status(HWND dlg) { return Driver::Text(GetDlgItem(dlg, IDC_GK_STATUS)); }
+bool Enabled(HWND dlg, int id) { return IsWindowEnabled(GetDlgItem(dlg, id)) != FALSE; }
+bool Shown(HWND dlg, int id) { return IsWindowVisible(GetDlgItem(dlg, id)) != FALSE; }
+
+void Accept(Driver& d, HWND dlg) {
+    Driver::Click(dlg, IDOK);
+    d.WaitGone(dlg);
+}
+
+class GraphicKeymap : public ::testing::Test {
+protected:
+    void SetUp() override { ASSERT_TRUE(Product::Get().Loaded()); }
+};
+
+// A PC key shows its emulation key; a press on the emulation picture picks a new target, Map binds it.
+TEST_F(GraphicKeymap, PcKeyRemappedToAnotherEmulationKey) {
+    std::vector<std::wstring> statuses;
+    bool removeOn = false, mapOn = false;
+    const RunResult r = RunKeymap(Request(kKdfPath), [&](Driver& d, HWND dlg) {
+        statuses.push_back(Status(dlg));
+        PressPc(dlg, 112);
+        statuses.push_back(Status(dlg));
+        removeOn = Enabled(dlg, ID_MAPREMOVE);
+        PressEm(dlg, 146);
+        statuses.push_back(Status(dlg));
+        mapOn = Enabled(dlg, ID_MAPSET);
+        Driver::Click(dlg, ID_MAPSET);
+        d.Settle();
+        statuses.push_back(Status(dlg));
+        Accept(d, dlg);
+    });
+    EXPECT_EQ(statuses, (std::vector<std::wstring>{L"Select a key to show its mapping",
+                                                   L"PC 'F1' is mapped to Emulation 'F1'",
+                                                   L"Press 'Map' to map PC 'F1' to Emulation 'Reset'",
+                                                   L"PC 'F1' is mapped to Emulation 'Reset'"}));
+    EXPECT_TRUE(removeOn);
+    EXPECT_TRUE(mapOn);
+    ASSERT_EQ(r.code, 0);
+    EXPECT_EQ(r.reply, Reply(Map(u"113", u"113") + Map(u"13", u"147") + Map(u"16397", u"147") + Map(u"112", u"146"),
+                             Text(u"369", u"logoff"), Text(u"626", u"signon")));
+}
+
+// A left press on Shift latches it, so F2 stands for Shift+F2 and shows its string in the string
+// edit; a new text is mapped, and an empty one is refused.
+TEST_F(GraphicKeymap, ShiftedKeyShowsItsStringAndMapsANewOne) {
+    std::wstring shown, edited, blank;
+    bool stringEditShown = false;
+    const RunResult r = RunKeymap(Request(kKdfPath), [&](Driver& d, HWND dlg) {
+        PressPc(dlg, 0x10);
+        PressPc(dlg, 113);
+        shown = Status(dlg);
+        stringEditShown = Shown(dlg, IDC_GK_STRING) && IsDlgButtonChecked(dlg, ID_EMSTRING) == BST_CHECKED;
+        Driver::Type(GetDlgItem(dlg, IDC_GK_STRING), L"");
+        Driver::Click(dlg, ID_MAPSET);
+        blank = d.Answer(dlg, IDOK);
+        Driver::Type(GetDlgItem(dlg, IDC_GK_STRING), L"bye");
+        edited = Status(dlg);
+        Driver::Click(dlg, ID_MAPSET);
+        d.Settle();
+        Accept(d, dlg);
+    });
+    EXPECT_EQ(shown, L"PC 'Sh+F2' is mapped to string 'logoff'");
+    EXPECT_TRUE(stringEditShown);
+    EXPECT_EQ(blank, L"Quorl|The string must not be blank.");
+    EXPECT_EQ(edited, L"Press 'Map' to map PC 'Sh+F2' to string 'bye'");
+    ASSERT_EQ(r.code, 0);
+    EXPECT_EQ(r.reply, Reply(kSampleMap, Text(u"369", u"bye"), Text(u"626", u"signon")));
+}
+
+// Ctrl+F3, chosen in the PC list with the Ctrl box, holds a global string: mapping it to an
+// emulation key asks first; No keeps everything, Yes drops the string and, with no emulation key
+// chosen, maps nothing.
+TEST_F(GraphicKeymap, GlobalStringIsDroppedOnlyAfterTheQuestion) {
+    std::wstring shown, question, afterNo;
+    const RunResult r = RunKeymap(Request(kKdfPath), [&](Driver& d, HWND dlg) {
+        Driver::Tick(dlg, ID_PCLIST);
+        Driver::Tick(dlg, ID_PHYS_CTRL);
+        Driver::SelectRow(dlg, IDC_GK_PCLIST, 2);
+        shown = Status(dlg);
+        Driver::Tick(dlg, ID_EMKEY);
+        Driver::Click(dlg, ID_MAPSET);
+        question = d.Answer(dlg, IDNO);
+        afterNo = Status(dlg);
+        Driver::Tick(dlg, ID_EMKEY);
+        Driver::Click(dlg, ID_MAPSET);
+        d.Answer(dlg, IDYES);
+        Accept(d, dlg);
+    });
+    EXPECT_EQ(shown, L"PC 'Ctrl+F3' is mapped to global string 'signon'");
+    EXPECT_EQ(question, L"Quorl|This will remove the Global string for this key\nOk to continue?");
+    EXPECT_EQ(afterNo, L"PC 'Ctrl+F3' is mapped to global string 'signon'");
+    ASSERT_EQ(r.code, 0);
+    EXPECT_EQ(r.reply, Reply(kSampleMap, Text(u"369", u"logoff"), u""));
+}
+
+// Without .kdf files both keyboards are lists, locked so; an emulation key chosen first gets a PC
+// key from the other list, and Map adds the pair.
+TEST_F(GraphicKeymap, WithoutKeyboardFilesBothSidesAreListsAndStillMap) {
+    std::wstring start, picked;
+    bool listsLocked = false;
+    const RunResult r = RunKeymap(Request(u"Z:\\no\\such\\folder"), [&](Driver& d, HWND dlg) {
+        listsLocked = Shown(dlg, IDC_GK_PCLIST) && Shown(dlg, IDC_GK_EMLIST) && !Shown(dlg, IDC_PC_PICTURE) &&
+                      !Enabled(dlg, ID_PCLIST) && !Enabled(dlg, ID_EMLIST);
+        Driver::SelectRow(dlg, IDC_GK_EMLIST, 2);
+        start = Status(dlg);
+        Driver::SelectRow(dlg, IDC_GK_PCLIST, 2);
+        picked = Status(dlg);
+        Driver::Click(dlg, ID_MAPSET);
+        d.Settle();
+        Accept(d, dlg);
+    });
+    EXPECT_TRUE(listsLocked);
+    EXPECT_EQ(start, L"Emulation 'Reset' is not mapped");
+    EXPECT_EQ(picked, L"Press 'Map' to map Emulation 'Reset' to PC 'F3'");
+    ASSERT_EQ(r.code, 0);
+    EXPECT_EQ(r.reply, Reply(kSampleMap + Map(u"114", u"146"), Text(u"369", u"logoff"), Text(u"626", u"signon")));
+}
+
+// Keyboard Selection changes the layout at once; Cancel puts it back, OK keeps it for the reply.
+TEST_F(GraphicKeymap, KeyboardSelectionCancelRestoresTheLayout) {
+    std::vector<std::wstring> layouts;
+    std::vector<LRESULT> opened;
+    const RunResult r = RunKeymap(Request(kKdfPath), [&](Driver& d, HWND dlg) {
+        for (int button : {IDCANCEL, IDOK}) {
+            Driver::Click(dlg, ID_KEYBOARDS);
+            HWND keyboards = d.WaitForDialog(L"Keyboard Selection");
+            layouts = Driver::ListRows(keyboards, IDC_KBD_PC);
+            opened.push_back(SendDlgItemMessageW(keyboards, IDC_KBD_PC, CB_GETCURSEL, 0, 0));
+            Driver::Choose(keyboards, IDC_KBD_PC, 1);
+            Driver::Click(keyboards, button);
+            d.WaitGone(keyboards);
+        }
+        Accept(d, dlg);
+    });
+    EXPECT_EQ(layouts, (std::vector<std::wstring>{L"United Kingdom", L"Deutschland"}));
+    EXPECT_EQ(opened, (std::vector<LRESULT>{0, 0}));
+    ASSERT_EQ(r.code, 0);
+    EXPECT_EQ(r.reply, Reply(kSampleMap, Text(u"369", u"logoff"), Text(u"626", u"signon"), u"1"));
+}
+
+}  // namespace
+}  // namespace qrl::test
