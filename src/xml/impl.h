@@ -99,6 +99,7 @@ struct Impl {
 
     // Whole-tree operations, each with an explicit stack (writer.cpp, clone.cpp, text.cpp).
     static void WriteTree(const Node& top, WriterState& state);
+    static std::size_t WrittenSizeHint(const Node& top);
     static void WriteLeaf(const Node& n, WriterState& state);
     static std::unique_ptr<Node> CloneTree(const Node& top, NodeContainer* newOwner);
     static std::unique_ptr<Node> CloneShallow(const Node& n);

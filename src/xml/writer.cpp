@@ -198,6 +198,43 @@ void Impl::WriteTree(const Node& top, WriterState& state) {
     }
 }
 
+// About what WriteTree puts out for a tree: names twice, attribute values, texts, and a line with
+// its indentation per element. Escapes are not counted; the figure only sizes the output once.
+std::size_t Impl::WrittenSizeHint(const Node& top) {
+    std::size_t size = 64;
+    std::vector<std::pair<const Node*, std::size_t>> stack{{&top, 0}};
+    while (!stack.empty()) {
+        const auto [node, depth] = stack.back();
+        stack.pop_back();
+        const Node& n = *node;
+        switch (n.kind_) {
+        case Kind::Element: {
+            const Element& e = static_cast<const Element&>(n);
+            size += 2 * Name(n).size() + 2 * depth + 8;
+            for (std::size_t i = 0; i < e.attrCount_; ++i) {
+                const Attribute& a = AttrAt(e, i);
+                size += Name(a).size() + 4;
+                if (a.flags_ & kInlineValue)
+                    size += InlineValue(a).size();
+                else
+                    stack.push_back({&a, depth});
+            }
+            [[fallthrough]];
+        }
+        case Kind::Document:
+        case Kind::Attribute: {
+            const NodeContainer& c = static_cast<const NodeContainer&>(n);
+            for (std::size_t i = 0; i < c.aux_; ++i) stack.push_back({c.children_[i], depth + 1});
+            break;
+        }
+        case Kind::Text:
+        case Kind::Comment: size += TextOf(static_cast<const TextualNode&>(n)).size() + 8; break;
+        default: size += 8; break;
+        }
+    }
+    return size;
+}
+
 }  // namespace detail
 
 void Element::Write(WriterState& state) const { Impl::WriteTree(*this, state); }
@@ -212,6 +249,9 @@ void EntityRef::Write(WriterState& state) const { Impl::WriteLeaf(*this, state);
 
 void WriteDocument(const Document& document, std::u16string& out) {
     out.clear();
+    // One allocation for the whole text: growing a reply of many thousand entries by doubling
+    // copies it again and again.
+    out.reserve(Impl::WrittenSizeHint(document));
     WriterState state(out);
     document.Write(state);
 }

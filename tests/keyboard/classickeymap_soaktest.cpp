@@ -13,7 +13,7 @@ namespace {
 
 TEST(Soak, ClassicKeymap) {
     ASSERT_TRUE(Product::Get().Loaded());
-    const std::u16string request = SampleText("keymap_request.xml");
+    const std::u16string request = SampleText("classic_keymap_request.xml");
     ExpectNoGrowth(200, [&](int) {
         RunResult r;
         const auto failures = RunDriven([&] { r = Product::Get().RunConfig2W(request); }, [](Driver& d) {

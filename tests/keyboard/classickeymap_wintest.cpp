@@ -41,7 +41,7 @@ std::u16string Text(int pkey, std::u16string_view text) {
 
 RunResult RunKeymap(const std::function<void(Driver&, HWND)>& script) {
     RunResult result;
-    const std::u16string request = SampleText("keymap_request.xml");
+    const std::u16string request = SampleText("classic_keymap_request.xml");
     const auto failures = RunDriven([&] { result = Product::Get().RunConfig2W(request); },
                                     [&](Driver& d) { script(d, d.WaitForDialog(kTitle)); });
     for (const std::string& f : failures) ADD_FAILURE() << f;

@@ -15,7 +15,7 @@ namespace {
 TEST(Soak, GraphicKeymap) {
     ASSERT_TRUE(Product::Get().Loaded());
     const std::u16string request =
-        ReplaceFirst(SampleText("graphic_keymap_request.xml"), u"samples\\keyboards", SampleKdfPath());
+        ReplaceFirst(SampleText("keymap_request.xml"), u"samples\\keyboards", SampleKdfPath());
     ExpectNoGrowth(200, [&](int run) {
         RunResult r;
         bool pressed = false;

@@ -17,7 +17,7 @@ const std::wstring kTitle = L"Configure Keyboard";
 const std::u16string kKdfPath = SampleKdfPath();
 
 std::u16string Request(std::u16string_view kdfPath) {
-    return ReplaceFirst(SampleText("graphic_keymap_request.xml"), u"samples\\keyboards", kdfPath);
+    return ReplaceFirst(SampleText("keymap_request.xml"), u"samples\\keyboards", kdfPath);
 }
 
 // The sample's key lists and settings around the three mappings.
@@ -67,6 +67,23 @@ class GraphicKeymap : public ::testing::Test {
 protected:
     void SetUp() override { ASSERT_TRUE(Product::Get().Loaded()); }
 };
+
+// OK as it opened gives every list back as it came; Remove drops the shown key's mapping.
+TEST_F(GraphicKeymap, OkUnchangedGivesTheWholeReplyAndRemoveDropsAMapping) {
+    const RunResult unchanged = RunKeymap(Request(kKdfPath), [&](Driver& d, HWND dlg) { Accept(d, dlg); });
+    EXPECT_EQ(unchanged.reply, Reply(kSampleMap, Text(u"369", u"logoff"), Text(u"626", u"signon")));
+    std::wstring removed;
+    const RunResult r = RunKeymap(Request(kKdfPath), [&](Driver& d, HWND dlg) {
+        PressPc(dlg, 13);
+        Driver::Click(dlg, ID_MAPREMOVE);
+        d.Settle();
+        removed = Status(dlg);
+        Accept(d, dlg);
+    });
+    EXPECT_EQ(removed, L"PC 'Enter' is not mapped");
+    EXPECT_EQ(r.reply, Reply(Map(u"112", u"112") + Map(u"113", u"113") + Map(u"16397", u"147"),
+                             Text(u"369", u"logoff"), Text(u"626", u"signon")));
+}
 
 // A PC key shows its emulation key; a press on the emulation picture picks a new target, Map binds it.
 TEST_F(GraphicKeymap, PcKeyRemappedToAnotherEmulationKey) {
@@ -149,12 +166,21 @@ TEST_F(GraphicKeymap, GlobalStringIsDroppedOnlyAfterTheQuestion) {
     EXPECT_EQ(r.reply, Reply(kSampleMap, Text(u"369", u"logoff"), u""));
 }
 
-// Without .kdf files both keyboards are lists, locked so; an emulation key chosen first gets a PC
-// key from the other list, and Map adds the pair.
-TEST_F(GraphicKeymap, WithoutKeyboardFilesBothSidesAreListsAndStillMap) {
+// A folder with a short emulation .kdf and no PC one: both keyboards are lists, locked so; an
+// emulation key chosen first gets a PC key from the other list, and Map adds the pair.
+TEST_F(GraphicKeymap, WithoutUsableKeyboardFilesBothSidesAreListsAndStillMap) {
+    wchar_t temp[MAX_PATH] = {};
+    GetTempPathW(MAX_PATH, temp);
+    const std::wstring folder = std::wstring(temp) + L"qrlbadkdf";
+    CreateDirectoryW(folder.c_str(), nullptr);
+    HANDLE file = CreateFileW((folder + L"\\IBM5250.kdf").c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
+    ASSERT_NE(file, INVALID_HANDLE_VALUE);
+    DWORD written = 0;
+    WriteFile(file, "\x70\x22\x67", 3, &written, nullptr);
+    CloseHandle(file);
     std::wstring start, picked;
     bool listsLocked = false;
-    const RunResult r = RunKeymap(Request(u"Z:\\no\\such\\folder"), [&](Driver& d, HWND dlg) {
+    const RunResult r = RunKeymap(Request(std::u16string(folder.begin(), folder.end())), [&](Driver& d, HWND dlg) {
         listsLocked = Shown(dlg, IDC_GK_PCLIST) && Shown(dlg, IDC_GK_EMLIST) && !Shown(dlg, IDC_PC_PICTURE) &&
                       !Enabled(dlg, ID_PCLIST) && !Enabled(dlg, ID_EMLIST);
         Driver::SelectRow(dlg, IDC_GK_EMLIST, 2);
