@@ -5,6 +5,7 @@
 
 #include "colours/colourconfig.h"
 #include "colours/colours_rc.h"
+#include "colours/contrast.h"
 #include "colours/palettemodel.h"
 #include "forms/basedialog.h"
 #include "forms/dialogkit.h"
@@ -42,11 +43,15 @@ constexpr TDialogText kConfigTexts[] = {
 constexpr TTextKey kLoseChanges{u"attrmapdlg_cpp_370", u"Lose changes to custom scheme?"};
 constexpr TTextKey kRemoveScheme{u"attrmapdlg_cpp_430", u"Remove scheme"};
 
-// The sample of either dialog, drawn from the current item in the working palette.
-void ShowCurrentItem(HWND dialog, int sampleId, const TAttrDialogData& data) {
+// The sample of either dialog, drawn from the current item in the working palette, and the
+// contrast of its two colours.
+void ShowCurrentItem(HWND dialog, int sampleId, int contrastId, const TAttrDialogData& data) {
     const auto& palette = data.working.palette;
-    ShowInSample(GetDlgItem(dialog, sampleId), data.currentLabel, palette[data.shown.foreground & 15],
-                 palette[data.shown.background & 15], data.shown.features, data.enableBlinkCfg);
+    const uint32_t foreground = palette[data.shown.foreground & 15];
+    const uint32_t background = palette[data.shown.background & 15];
+    ShowInSample(GetDlgItem(dialog, sampleId), data.currentLabel, foreground, background, data.shown.features,
+                 data.enableBlinkCfg);
+    SetControlText(dialog, contrastId, ContrastText(ContrastRatio(foreground, background)));
 }
 
 void ShowHelp(const TAttrDialogData& data, std::u16string_view topic) {
@@ -75,7 +80,7 @@ private:
     void ListItems();
     void SelectItem(uint32_t index) {
         SelectListItem(data_, index);
-        ShowCurrentItem(Window(), IDC_ATTRSAMPLE, data_);
+        ShowCurrentItem(Window(), IDC_ATTRSAMPLE, IDC_ATTRCONTRAST, data_);
     }
     // After any edit: a named scheme forks into "(custom)", which the combo then shows.
     void Fork() {
@@ -134,7 +139,7 @@ void ColourConfigDlg::ChooseScheme() {
     switch (SelectScheme(data_, name, ask)) {
     case TSchemeSwitch::Declined: SelectComboText(Window(), IDC_SCHEME, data_.currentName); break;
     case TSchemeSwitch::Switched:
-        ShowCurrentItem(Window(), IDC_ATTRSAMPLE, data_);
+        ShowCurrentItem(Window(), IDC_ATTRSAMPLE, IDC_ATTRCONTRAST, data_);
         EnableControl(Window(), IDC_SCHEME_REMOVE, !IsCustom(data_));
         break;
     case TSchemeSwitch::Unchanged: break;
@@ -243,7 +248,7 @@ private:
         return SendDlgItemMessageW(Window(), IDC_ATTR_PALETTE, message, wParam, lParam);
     }
     void ShowEntry(const TAttrEditView& view);
-    void ShowSample() const { ShowCurrentItem(Window(), IDC_ATTR_CHANGE_SAMPLE, data_); }
+    void ShowSample() const { ShowCurrentItem(Window(), IDC_ATTR_CHANGE_SAMPLE, IDC_ATTR_CHANGE_CONTRAST, data_); }
 
     TAttrDialogData& data_;
 };

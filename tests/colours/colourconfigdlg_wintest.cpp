@@ -95,12 +95,13 @@ protected:
 
 TEST_F(ColourRoute, OpensOnTheSchemeInForceAndOkSendsNoUnchangedScheme) {
     std::vector<std::wstring> schemes, emulation;
-    std::wstring shown;
+    std::wstring shown, contrast;
     std::size_t all = 0;
     bool removable = false;
     const RunResult r = RunColours([&](Driver& d, HWND dlg) {
         schemes = Driver::ListRows(dlg, IDC_SCHEME);
         shown = SchemeShown(dlg);
+        contrast = Driver::Text(GetDlgItem(dlg, IDC_ATTRCONTRAST));
         removable = RemoveEnabled(dlg);
         emulation = Driver::ListRows(dlg, IDC_ATTRLIST);
         Driver::Tick(dlg, ID_ALL);
@@ -110,6 +111,7 @@ TEST_F(ColourRoute, OpensOnTheSchemeInForceAndOkSendsNoUnchangedScheme) {
     });
     EXPECT_EQ(schemes, (std::vector<std::wstring>{L"Classic", L"Night"}));
     EXPECT_EQ(shown, L"Night");
+    EXPECT_EQ(contrast, L"Contrast 16.0:1");  // white on the palette's dark blue
     EXPECT_TRUE(removable);
     EXPECT_EQ(emulation, (std::vector<std::wstring>{L"Normal", L"Blink", L"Reverse", L"Reverse+Blink"}));
     EXPECT_EQ(all, 96u + 16u);
