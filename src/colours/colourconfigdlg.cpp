@@ -96,6 +96,8 @@ private:
 };
 
 INT_PTR ColourConfigDlg::OnInit() {
+    // The combo's edit shows "(custom)", which is no row of its list; names are only chosen.
+    SendMessageW(FindWindowExW(GetDlgItem(Window(), IDC_SCHEME), nullptr, L"Edit", nullptr), EM_SETREADONLY, TRUE, 0);
     OpenWorkingScheme(data_);
     FillSchemes();
     CheckRadioButton(Window(), ID_ALL, ID_EMUSED, ID_EMUSED);

@@ -96,7 +96,8 @@ void SetControlText(HWND dialog, int id, const std::u16string& text);
 // A combo box's rows replaced by `rows`, with `selection` selected (-1: none).
 void FillComboRows(HWND dialog, int id, std::span<const std::u16string> rows, int selection = -1);
 int ComboSelection(HWND dialog, int id);  // CB_ERR when nothing is selected
-// Selects the row that equals `text` exactly; no such row leaves the combo without a selection.
+// Selects the row that equals `text` exactly; without such a row nothing is selected, and a combo
+// with an edit shows the text there.
 void SelectComboText(HWND dialog, int id, const std::u16string& text);
 void SetStyleBits(HWND control, LONG mask, LONG bits);
 RECT ControlRect(HWND control);

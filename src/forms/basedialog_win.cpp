@@ -132,9 +132,10 @@ int ComboSelection(HWND dialog, int id) {
 }
 
 void SelectComboText(HWND dialog, int id, const std::u16string& text) {
-    const LRESULT row = SendDlgItemMessageW(dialog, id, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1),
-                                            reinterpret_cast<LPARAM>(W(text)));
-    SendDlgItemMessageW(dialog, id, CB_SETCURSEL, static_cast<WPARAM>(row == CB_ERR ? -1 : row), 0);
+    HWND combo = GetDlgItem(dialog, id);
+    const LRESULT row = SendMessageW(combo, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(W(text)));
+    SendMessageW(combo, CB_SETCURSEL, static_cast<WPARAM>(row == CB_ERR ? -1 : row), 0);
+    if (row == CB_ERR && (GetWindowLongW(combo, GWL_STYLE) & 3) == CBS_DROPDOWN) SetWindowTextW(combo, W(text));
 }
 
 void SetStyleBits(HWND control, LONG mask, LONG bits) {

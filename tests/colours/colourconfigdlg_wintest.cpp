@@ -119,8 +119,8 @@ TEST_F(ColourRoute, OpensOnTheSchemeInForceAndOkSendsNoUnchangedScheme) {
     EXPECT_EQ(r.reply, Reply(u"/>", u"Night"));
 }
 
-// An edit forks "Night" into "(custom)", which the combo cannot show; Save as names it, and only the
-// new scheme reaches the reply.
+// An edit forks "Night" into "(custom)", which the combo shows though no row holds it; Save as names
+// it, and only the new scheme reaches the reply.
 TEST_F(ColourRoute, EditForksTheSchemeAndSaveAsNamesIt) {
     std::wstring label, afterEdit, proposed;
     bool removableAfterEdit = true;
@@ -144,7 +144,7 @@ TEST_F(ColourRoute, EditForksTheSchemeAndSaveAsNamesIt) {
         d.WaitGone(dlg);
     });
     EXPECT_EQ(label, L"Attribute = Reverse");
-    EXPECT_EQ(afterEdit, L"");
+    EXPECT_EQ(afterEdit, L"(custom)");
     EXPECT_FALSE(removableAfterEdit);
     EXPECT_EQ(proposed, L"Night");
     ASSERT_EQ(r.code, 0);
@@ -176,7 +176,7 @@ TEST_F(ColourRoute, RemoveAsksAndSendsTheSchemeAsDeleted) {
     EXPECT_NE(r.reply.find(u"<ColourScheme Element=\"Night\" operation=\"delete\"/>\n      <ColourScheme "
                            u"Element=\"(custom)\" operation=\"update\">"),
               std::u16string::npos);
-    EXPECT_NE(r.reply.find(u"<Item Element=\"CurrScheme\" Value=\"\"/>"), std::u16string::npos);
+    EXPECT_NE(r.reply.find(u"<Item Element=\"CurrScheme\" Value=\"(custom)\"/>"), std::u16string::npos);
 }
 
 // Leaving changed custom colours asks first; No keeps them, Yes goes to the chosen scheme. The
@@ -204,10 +204,10 @@ TEST_F(ColourRoute, LosingCustomChangesAsksAndCancelSendsNothing) {
         d.WaitGone(dlg);
     });
     EXPECT_EQ(question, L"Quorl|Lose changes to custom scheme?");
-    EXPECT_EQ(afterNo, L"");
+    EXPECT_EQ(afterNo, L"(custom)");
     EXPECT_EQ(afterYes, L"Classic");
     EXPECT_TRUE(blinkBoxInverted);
-    EXPECT_EQ(afterAdvanced, L"");
+    EXPECT_EQ(afterAdvanced, L"(custom)");
     EXPECT_EQ(r.code, 2);
     EXPECT_EQ(r.reply, u"");
 }
