@@ -53,9 +53,9 @@ TColourSchemeList SchemesOf(const std::u16string& reply) {
     return SessionColourSchemes(session);
 }
 
-RunResult RunColours(const std::function<void(Driver&, HWND)>& script) {
+RunResult RunColours(const std::function<void(Driver&, HWND)>& script, const std::u16string& request = kRequest) {
     RunResult result;
-    const auto failures = RunDriven([&] { result = Product::Get().RunConfig2W(kRequest); },
+    const auto failures = RunDriven([&] { result = Product::Get().RunConfig2W(request); },
                                     [&](Driver& d) { script(d, d.WaitForDialog(kTitle)); });
     for (const std::string& f : failures) ADD_FAILURE() << f;
     return result;
@@ -244,6 +244,46 @@ TEST_F(ColourRoute, PaletteEditorTakesTheLowByteOfATypedNumber) {
     ASSERT_EQ(sent.size(), 1u);
     EXPECT_EQ(sent[0].name, u"Night");  // saved back under the name it came from
     EXPECT_EQ(sent[0].palette[15], MakeColour(44, 255, 255));
+}
+
+// Cancel in each sub-dialog: Configure Palette's edits go (its change still counts, as Edit
+// Attribute's does), Advanced and Save as change nothing. A request without schemes opens too.
+TEST_F(ColourRoute, CancelInEverySubDialogKeepsNothingButTheFork) {
+    const RunResult r = RunColours([&](Driver& d, HWND dlg) {
+        InDialog(d, dlg, IDC_ATTREDIT, L"Edit Attribute", [&](HWND edit) {
+            InDialog(d, edit, IDC_PALETTE_CFG, L"Configure Palette", [&](HWND palette) {
+                Driver::Type(GetDlgItem(palette, IDC_PAL_GREEN), L"9");
+                Driver::Click(palette, IDCANCEL);
+            });
+            Driver::Click(edit, IDCANCEL);
+        });
+        InDialog(d, dlg, IDC_ATTR_ADVANCED, L"Advanced Attribute Configuration", [&](HWND advanced) {
+            Driver::Tick(advanced, IDC_MERGE_BOXES);
+            Driver::Click(advanced, IDCANCEL);
+        });
+        InDialog(d, dlg, IDC_SCHEME_SAVEAS, L"Save Colour Scheme", [&](HWND save) { Driver::Click(save, IDCANCEL); });
+        Driver::Click(dlg, IDOK);
+        d.WaitGone(dlg);
+    });
+    ASSERT_EQ(r.code, 0);
+    EXPECT_NE(r.reply.find(u"<ColourScheme Element=\"(custom)\" operation=\"update\">"), std::u16string::npos);
+    EXPECT_NE(r.reply.find(u"<Item Element=\"MergeBoxes\" Value=\"0\"/>"), std::u16string::npos);
+    const TColourSchemeList sent = SchemesOf(r.reply);
+    ASSERT_EQ(sent.size(), 1u);
+    EXPECT_EQ(sent[0].palette, DefaultPalette());
+
+    std::vector<std::wstring> schemes{L"?"};
+    const RunResult empty = RunColours(
+        [&](Driver& d, HWND dlg) {
+            schemes = Driver::ListRows(dlg, IDC_SCHEME);
+            Driver::Click(dlg, IDOK);
+            d.WaitGone(dlg);
+        },
+        u"<Config ModuleType=\"ColourMap\"><DTD><Element Name=\"Schemes\" Type=\"colourschemelist\"/>"
+        u"<Element Name=\"CurrScheme\" Type=\"string\"/></DTD><Data><Item Element=\"Schemes\"/></Data></Config>");
+    EXPECT_TRUE(schemes.empty());
+    EXPECT_EQ(empty.reply, u"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Config>\n  <Data>\n    <Item "
+                           u"Element=\"ColourSchemeList\"/>\n    <Item Element=\"CurrScheme\" Value=\"\"/>\n  </Data>\n</Config>");
 }
 
 }  // namespace

@@ -68,7 +68,8 @@ protected:
     void SetUp() override { ASSERT_TRUE(Product::Get().Loaded()); }
 };
 
-// OK as it opened gives every list back as it came; Remove drops the shown key's mapping.
+// OK as it opened gives every list back as it came; Remove drops the shown key's mapping, and
+// Cancel drops the Remove.
 TEST_F(GraphicKeymap, OkUnchangedGivesTheWholeReplyAndRemoveDropsAMapping) {
     const RunResult unchanged = RunKeymap(Request(kKdfPath), [&](Driver& d, HWND dlg) { Accept(d, dlg); });
     EXPECT_EQ(unchanged.reply, Reply(kSampleMap, Text(u"369", u"logoff"), Text(u"626", u"signon")));
@@ -81,6 +82,14 @@ TEST_F(GraphicKeymap, OkUnchangedGivesTheWholeReplyAndRemoveDropsAMapping) {
         Accept(d, dlg);
     });
     EXPECT_EQ(removed, L"PC 'Enter' is not mapped");
+    const RunResult cancelled = RunKeymap(Request(kKdfPath), [&](Driver& d, HWND dlg) {
+        PressPc(dlg, 13);
+        Driver::Click(dlg, ID_MAPREMOVE);
+        Driver::Click(dlg, IDCANCEL);
+        d.WaitGone(dlg);
+    });
+    EXPECT_EQ(cancelled.code, 2);
+    EXPECT_EQ(cancelled.reply, u"");
     EXPECT_EQ(r.reply, Reply(Map(u"112", u"112") + Map(u"113", u"113") + Map(u"16397", u"147"),
                              Text(u"369", u"logoff"), Text(u"626", u"signon")));
 }
