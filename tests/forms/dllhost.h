@@ -74,6 +74,8 @@ public:
         std::u16string text;
     };
     std::vector<Call> calls;
+    // The texts of the calls with this code, in order.
+    std::vector<std::u16string> Texts(uint32_t code) const;
     std::u16string authDirectory;  // answered to code 123
     uint64_t deleteResult = 0;     // answered to code 8439
     std::vector<std::u16string> exchangeReplies;  // answered in turn to code 8437

@@ -98,6 +98,13 @@ HostWindow::~HostWindow() {
     if (window_) DestroyWindow(window_);
 }
 
+std::vector<std::u16string> HostWindow::Texts(uint32_t code) const {
+    std::vector<std::u16string> texts;
+    for (const Call& call : calls)
+        if (call.code == code) texts.push_back(call.text);
+    return texts;
+}
+
 std::u16string HostWindow::LinkElement() const {
     return u"<Link type=\"HWND\" value=\"" + hexUpper(static_cast<uint32_t>(reinterpret_cast<uintptr_t>(window_))) +
            u"\" msgid=\"" + hexUpper(message_) + u"\"/>";

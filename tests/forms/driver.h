@@ -60,9 +60,12 @@ public:
     // overtake posted ones, so a posted click could land after the next selection.
     static void Tick(HWND dialog, int id);
 
-    // Clicks `id` of `dialog`, waits for the dialog titled `title` that it opens and closes that
-    // with `button`.
+    // Clicks `button` of `window` and waits until the window is gone.
+    void Close(HWND window, int button = IDOK);
+    // Clicks `id` of `dialog`, waits for the dialog titled `title` that it opens, lets `script` work
+    // it (by default: closes it with `button`) and waits for it to go.
     void OpenAndClose(HWND dialog, int id, const std::wstring& title, int button);
+    void InDialog(HWND dialog, int id, const std::wstring& title, const std::function<void(HWND)>& script);
 
     // Waits until the dialog thread has nothing left to do for the moment.
     void Settle(int ms = 50) const;
@@ -77,6 +80,12 @@ private:
 // script's failures (empty when it went through).
 std::vector<std::string> RunDriven(const std::function<void()>& dialogCall,
                                    const std::function<void(Driver&)>& script);
+
+// RunDriven with the script's failures reported as the test's.
+void Drive(const std::function<void()>& dialogCall, const std::function<void(Driver&)>& script);
+
+// A folder for the test's files.
+std::wstring TempDir();
 
 // Every visible or hidden top-level window of a thread.
 std::vector<HWND> ThreadWindows(DWORD thread);

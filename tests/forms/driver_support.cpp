@@ -4,6 +4,8 @@
 
 #include <commctrl.h>
 
+#include <gtest/gtest.h>
+
 #include <chrono>
 #include <fstream>
 #include <sstream>
@@ -21,11 +23,13 @@ std::string Narrow(const std::wstring& text) {
     return utf16ToUtf8(std::u16string(text.begin(), text.end()));
 }
 
-bool IsDialog(HWND window) {
+std::wstring ClassOf(HWND window) {
     wchar_t name[64] = {};
     GetClassNameW(window, name, 64);
-    return std::wstring(name) == L"#32770";
+    return name;
 }
+
+bool IsDialog(HWND window) { return ClassOf(window) == L"#32770"; }
 
 template <class Predicate>
 HWND WaitFor(DWORD thread, int timeoutMs, Predicate found) {
@@ -54,11 +58,8 @@ std::vector<HWND> ThreadWindows(DWORD thread) {
 
 std::vector<HWND> ThreadWindowsOfClass(DWORD thread, const std::wstring& className) {
     std::vector<HWND> found;
-    for (HWND w : ThreadWindows(thread)) {
-        wchar_t name[64] = {};
-        GetClassNameW(w, name, 64);
-        if (className == name) found.push_back(w);
-    }
+    for (HWND w : ThreadWindows(thread))
+        if (ClassOf(w) == className) found.push_back(w);
     return found;
 }
 
@@ -96,11 +97,22 @@ std::wstring Driver::Text(HWND window) {
     return text;
 }
 
+void Driver::Close(HWND window, int button) {
+    Click(window, button);
+    WaitGone(window);
+}
+
 void Driver::OpenAndClose(HWND dialog, int id, const std::wstring& title, int button) {
     Click(dialog, id);
-    HWND inner = WaitForDialog(title, 15000, 0);
-    Click(inner, button);
+    Close(WaitForDialog(title, 15000, 0), button);
+}
+
+void Driver::InDialog(HWND dialog, int id, const std::wstring& title, const std::function<void(HWND)>& script) {
+    Click(dialog, id);
+    HWND inner = WaitForDialog(title);
+    script(inner);
     WaitGone(inner);
+    Settle();
 }
 
 std::wstring Driver::Answer(HWND owner, int button) {
@@ -114,9 +126,7 @@ std::wstring Driver::Answer(HWND owner, int button) {
 
 std::vector<std::wstring> Driver::ListRows(HWND dialog, int id) {
     HWND list = GetDlgItem(dialog, id);
-    wchar_t name[32] = {};
-    GetClassNameW(list, name, 32);
-    const bool combo = _wcsicmp(name, L"ComboBox") == 0;
+    const bool combo = _wcsicmp(ClassOf(list).c_str(), L"ComboBox") == 0;
     std::vector<std::wstring> rows;
     const int count = static_cast<int>(SendMessageW(list, combo ? CB_GETCOUNT : LB_GETCOUNT, 0, 0));
     for (int i = 0; i < count; ++i) {
@@ -132,9 +142,7 @@ std::vector<std::wstring> Driver::ListRows(HWND dialog, int id) {
 std::wstring Driver::MessageText(HWND box) {
     std::wstring text;
     for (HWND child = GetWindow(box, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
-        wchar_t name[32] = {};
-        GetClassNameW(child, name, 32);
-        if (_wcsicmp(name, L"Static") != 0) continue;
+        if (_wcsicmp(ClassOf(child).c_str(), L"Static") != 0) continue;
         const std::wstring t = Text(child);
         if (t.empty()) continue;
         if (!text.empty()) text += L"\n";
@@ -250,6 +258,16 @@ std::vector<std::string> RunDriven(const std::function<void()>& dialogCall,
     dialogCall();
     helper.join();
     return failures;
+}
+
+void Drive(const std::function<void()>& dialogCall, const std::function<void(Driver&)>& script) {
+    for (const std::string& f : RunDriven(dialogCall, script)) ADD_FAILURE() << f;
+}
+
+std::wstring TempDir() {
+    wchar_t temp[MAX_PATH] = {};
+    GetTempPathW(MAX_PATH, temp);
+    return temp;
 }
 
 std::u16string ReadUtf8File(const std::string& path) {

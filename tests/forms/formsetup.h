@@ -24,10 +24,16 @@ std::u16string SampleText(const std::string& name);
 // Clears the registry value of the last selection of a module type.
 void ForgetSelection(const std::u16string& moduleType);
 
-// Runs `request` through the DLL; once its form titled "Configure  ..." shows, selects the tree
-// item whose text begins with `element` and lets `script` work the form, which is accepted
-// afterwards if still open. Failures of the script are the test's.
+// Runs `request` through the DLL while `script` works its dialog titled `title`. Failures of the
+// script are the test's.
+RunResult RunRequest(const std::u16string& request, const std::wstring& title,
+                     const std::function<void(Driver&, HWND)>& script, int settleMs = 50);
+
+// Runs `request` through the DLL; once its form titled `title` shows, selects the tree item whose
+// text begins with `element` and lets `script` work the form, which is accepted afterwards if still
+// open. Failures of the script are the test's.
 RunResult RunOnElement(const std::u16string& request, const std::wstring& element,
-                       const std::function<void(Driver&, HWND)>& script, int settleMs = 50);
+                       const std::function<void(Driver&, HWND)>& script, int settleMs = 50,
+                       const std::wstring& title = L"Configure  ");
 
 }  // namespace qrl::test

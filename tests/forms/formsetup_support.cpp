@@ -34,22 +34,23 @@ std::u16string SampleText(const std::string& name) {
     return ReadUtf8File(std::string(QRL_SOURCE_DIR) + "/samples/" + name);
 }
 
-RunResult RunOnElement(const std::u16string& request, const std::wstring& element,
-                       const std::function<void(Driver&, HWND)>& script, int settleMs) {
+RunResult RunRequest(const std::u16string& request, const std::wstring& title,
+                     const std::function<void(Driver&, HWND)>& script, int settleMs) {
     RunResult result;
-    const auto failures = RunDriven([&] { result = Product::Get().RunConfig2W(request); }, [&](Driver& d) {
-        HWND form = d.WaitForDialog(L"Configure  ", 15000, settleMs);
+    Drive([&] { result = Product::Get().RunConfig2W(request); },
+          [&](Driver& d) { script(d, d.WaitForDialog(title, 15000, settleMs)); });
+    return result;
+}
+
+RunResult RunOnElement(const std::u16string& request, const std::wstring& element,
+                       const std::function<void(Driver&, HWND)>& script, int settleMs, const std::wstring& title) {
+    return RunRequest(request, title, [&](Driver& d, HWND form) {
         HWND tree = GetDlgItem(form, IDC_TREE);
         Driver::SelectTreeItem(tree, Driver::FindTreeItem(tree, element));
         d.Settle(settleMs);
         script(d, form);
-        if (IsWindow(form)) {
-            Driver::Click(form, IDOK);
-            d.WaitGone(form);
-        }
-    });
-    for (const std::string& f : failures) ADD_FAILURE() << f;
-    return result;
+        if (IsWindow(form)) d.Close(form);
+    }, settleMs);
 }
 
 void ForgetSelection(const std::u16string& moduleType) {

@@ -14,6 +14,12 @@ namespace qrl::test {
 
 namespace {
 
+struct Usage {
+    std::size_t windows = 0;     // top-level windows of the calling thread
+    std::size_t gdiObjects = 0;  // live GDI objects of the process
+    std::size_t heapBytes = 0;   // bytes in use in all heaps of the process, by walking them
+};
+
 std::size_t CountGdiObjects() {
     // Under Wine a handle whose high word is 0 matches any live object at that index, so probing
     // every index counts the live objects.
@@ -52,8 +58,6 @@ double Slope(const std::vector<double>& runs, const std::vector<double>& values)
     return denominator == 0 ? 0 : (n * sxy - sx * sy) / denominator;
 }
 
-}  // namespace
-
 Usage MeasureUsage() {
     Usage u;
     u.windows = ThreadWindows(GetCurrentThreadId()).size();
@@ -62,53 +66,47 @@ Usage MeasureUsage() {
     return u;
 }
 
-SoakResult Soak(int runs, const std::function<bool(int)>& body, int warmUp) {
-    SoakResult result;
+}  // namespace
+
+void ExpectNoGrowth(int runs, const std::function<bool(int)>& body, double bytesPerRun) {
+    constexpr int kWarmUp = 20;
+    int failedRuns = 0;
     // The platform fills its caches (fonts, classes, the language table) on the first runs.
-    for (int n = 0; n < warmUp; ++n)
-        if (!body(n)) ++result.failedRuns;
+    for (int n = 0; n < kWarmUp; ++n)
+        if (!body(n)) ++failedRuns;
     constexpr int kReadingsPerWindow = 8;
     const int half = std::max(runs / 2, kReadingsPerWindow);
     const int step = half / kReadingsPerWindow;
     std::vector<double> slopes;
     std::vector<Usage> edges;
-    int n = warmUp;
+    int n = kWarmUp;
     for (int window = 0; window < 2; ++window) {
         std::vector<double> at, bytes;
-        const Usage first = MeasureUsage();
+        edges.push_back(MeasureUsage());
         for (int reading = 0; reading < kReadingsPerWindow; ++reading) {
             for (int i = 0; i < step; ++i, ++n)
-                if (!body(n)) ++result.failedRuns;
+                if (!body(n)) ++failedRuns;
             at.push_back(n);
             bytes.push_back(static_cast<double>(MeasureUsage().heapBytes));
         }
         slopes.push_back(Slope(at, bytes));
-        edges.push_back(first);
     }
     const Usage last = MeasureUsage();
-    result.heapBytesPerRun = std::min(slopes[0], slopes[1]);
-    result.windowGrowth = static_cast<long long>(last.windows) - static_cast<long long>(edges[1].windows);
+    const long long windowGrowth = static_cast<long long>(last.windows) - static_cast<long long>(edges[1].windows);
     // Wine fills its caches (device contexts, fonts) now and then, late as well: a few objects
     // that come once show in one window only. A leak grows in both, so the smaller growth counts.
     const long long firstGdi = static_cast<long long>(edges[1].gdiObjects) - static_cast<long long>(edges[0].gdiObjects);
     const long long secondGdi = static_cast<long long>(last.gdiObjects) - static_cast<long long>(edges[1].gdiObjects);
-    result.gdiGrowth = std::min(firstGdi, secondGdi);
-    char text[256];
-    std::snprintf(text, sizeof text,
+    char summary[256];
+    std::snprintf(summary, sizeof summary,
                   "%d runs: heap %.1f and %.1f bytes a run in the two windows, windows %+lld, GDI objects %+lld "
                   "and %+lld, %zu heap bytes at the end",
-                  n, slopes[0], slopes[1], result.windowGrowth, firstGdi, secondGdi, last.heapBytes);
-    result.summary = text;
-    return result;
-}
-
-void ExpectNoGrowth(int runs, const std::function<bool(int)>& body, double bytesPerRun) {
-    const SoakResult r = Soak(runs, body);
-    std::printf("[ soak     ] %s\n", r.summary.c_str());
-    EXPECT_EQ(r.failedRuns, 0);
-    EXPECT_EQ(r.windowGrowth, 0);
-    EXPECT_LE(r.gdiGrowth, 0);
-    EXPECT_LT(r.heapBytesPerRun, bytesPerRun) << r.summary;
+                  n, slopes[0], slopes[1], windowGrowth, firstGdi, secondGdi, last.heapBytes);
+    std::printf("[ soak     ] %s\n", summary);
+    EXPECT_EQ(failedRuns, 0);
+    EXPECT_EQ(windowGrowth, 0);
+    EXPECT_LE(std::min(firstGdi, secondGdi), 0);
+    EXPECT_LT(std::min(slopes[0], slopes[1]), bytesPerRun) << summary;
 }
 
 }  // namespace qrl::test
