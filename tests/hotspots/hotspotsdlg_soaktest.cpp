@@ -1,7 +1,6 @@
 // Configure HotSpots and each dialog it opens (a hotspot with its match string, the colours, Save As),
 // a few hundred times in one process.
-#include "forms/dllhost.h"
-#include "forms/driver.h"
+#include "forms/formsetup.h"
 #include "forms/soak.h"
 #include "hotspots/hotspots_rc.h"
 
@@ -15,29 +14,22 @@ namespace {
 
 TEST(Soak, HotSpots) {
     ASSERT_TRUE(Product::Get().Loaded());
-    wchar_t temp[MAX_PATH] = {};
-    GetTempPathW(MAX_PATH, temp);
-    const std::filesystem::path file = std::filesystem::path(temp) / L"qrl_hotspots_soak.hsp";
+    const std::filesystem::path file = std::filesystem::path(TempDir()) / L"qrl_hotspots_soak.hsp";
     std::ofstream(file, std::ios::binary) << "[IBM5250]\r\nHS1=Spot,2,3,0,0,0,5,0,,0,0,,,0,0,0,0,{Enter},0,0,0,,,0,0,,,\r\n";
     const std::u16string request =
         u"<Config ModuleType=\"Hotspots\"><DTD><Element Name=\"Hotspots\" Type=\"hotspots\"/></DTD><Data>"
         u"<Item Element=\"Hotspots\"><Item Element=\"filename\" Value=\"" + file.u16string() +
         u"\"/><Item Element=\"emulation\" Value=\"IBM5250\"/></Item></Data></Config>";
     ExpectNoGrowth(200, [&](int) {
-        RunResult r;
-        const auto failures = RunDriven([&] { r = Product::Get().RunConfig2W(request); }, [](Driver& d) {
-            HWND dlg = d.WaitForDialog(L"Configure HotSpots", 15000, 0);
+        return RunRequest(request, L"Configure HotSpots", [](Driver& d, HWND dlg) {
             Driver::Click(dlg, IDC_HS_EDIT);
             HWND edit = d.WaitForDialog(L"Configure HotSpot", 15000, 0);
             d.OpenAndClose(edit, IDC_HS_MATCH, L"Configure HotSpot Match String", IDOK);
-            Driver::Click(edit, IDOK);
-            d.WaitGone(edit);
+            d.Close(edit);
             d.OpenAndClose(dlg, IDC_HS_COLOURS, L"Configure HotSpots Colours", IDCANCEL);
             d.OpenAndClose(dlg, IDC_HS_SAVEAS, L"Save HotSpot Set", IDCANCEL);
-            Driver::Click(dlg, IDCANCEL);  // nothing written
-            d.WaitGone(dlg);
-        });
-        return failures.empty() && r.code == 2;
+            d.Close(dlg, IDCANCEL);  // nothing written
+        }, 0).code == 2;
     });
     std::filesystem::remove(file);
 }

@@ -14,18 +14,14 @@ TEST(Soak, MacroAssistant) {
     ExpectNoGrowth(200, [](int) {
         std::u16string text = u"ab\\r{Enter}{.Pause(5)}";
         int code = -1;
-        const auto failures = RunDriven(
-            [&] { code = Product::Get().MacroAssist(nullptr, text, 256, std::u16string(u"Enter\0", 6), nullptr, 7); },
-            [](Driver& d) {
-                HWND dlg = d.WaitForDialog(L"Macro Assistant", 15000, 0);
-                HWND list = GetDlgItem(dlg, IDC_TOKEN_LIST);
-                SendMessageW(list, LB_SETCURSEL, 2, 0);
-                SendMessageW(dlg, WM_COMMAND, MAKEWPARAM(IDC_TOKEN_LIST, LBN_SELCHANGE), reinterpret_cast<LPARAM>(list));
-                Driver::Choose(dlg, IDC_TOKEN_TYPE, 3);  // Function: the panel with most controls
-                Driver::Click(dlg, IDOK);
-                d.WaitGone(dlg);
-            });
-        return failures.empty() && code == 0 && text == u"ab\\r{.Connect()}{.Pause(5)}";
+        Drive([&] { code = Product::Get().MacroAssist(nullptr, text, 256, std::u16string(u"Enter\0", 6), nullptr, 7); },
+              [](Driver& d) {
+                  HWND dlg = d.WaitForDialog(L"Macro Assistant", 15000, 0);
+                  Driver::SelectRow(dlg, IDC_TOKEN_LIST, 2);
+                  Driver::Choose(dlg, IDC_TOKEN_TYPE, 3);  // Function: the panel with most controls
+                  d.Close(dlg);
+              });
+        return code == 0 && text == u"ab\\r{.Connect()}{.Pause(5)}";
     });
 }
 

@@ -1,6 +1,5 @@
 // Configure Mouse opened, edited and accepted a few hundred times in one process.
-#include "forms/dllhost.h"
-#include "forms/driver.h"
+#include "forms/formsetup.h"
 #include "forms/soak.h"
 #include "mouse/mouse_rc.h"
 
@@ -15,15 +14,12 @@ TEST(Soak, MouseMap) {
         u"<Config ModuleType=\"MouseMap\"><DTD><Element Name=\"MouseMap\" Type=\"mousemap\"/></DTD>"
         u"<Data><Item Element=\"MouseMap\"><Map Event=\"1:0:0:0:\" Action=\"9:\"/></Item></Data></Config>";
     ExpectNoGrowth(200, [&](int) {
-        RunResult r;
-        const auto failures = RunDriven([&] { r = Product::Get().RunConfig2W(request); }, [](Driver& d) {
-            HWND dlg = d.WaitForDialog(L"Configure Mouse", 15000, 0);
+        const RunResult r = RunRequest(request, L"Configure Mouse", [](Driver& d, HWND dlg) {
             Driver::Choose(dlg, IDC_MOUSE_ACTION, 11);
             Driver::Type(GetDlgItem(dlg, IDC_MOUSE_PARAM), L"x");
-            Driver::Click(dlg, IDOK);
-            d.WaitGone(dlg);
-        });
-        return failures.empty() && r.code == 0 && r.reply.find(u"Action=\"11:x\"") != std::u16string::npos;
+            d.Close(dlg);
+        }, 0);
+        return r.code == 0 && r.reply.find(u"Action=\"11:x\"") != std::u16string::npos;
     });
 }
 

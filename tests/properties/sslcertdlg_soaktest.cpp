@@ -1,7 +1,5 @@
 // SSL Certificate opened from the form a few hundred times in one process (the system's stores
 // listed, the type changed, the dialog cancelled), and the Printer route.
-#include "forms/dllhost.h"
-#include "forms/driver.h"
 #include "forms/forms_rc.h"
 #include "forms/formsetup.h"
 #include "forms/soak.h"
@@ -22,10 +20,8 @@ TEST(Soak, SslCertificate) {
             Driver::Click(form, IDC_SPECIAL_EDIT);
             HWND dlg = d.WaitForDialog(L"SSL Certificate", 15000, 0);
             Driver::Choose(dlg, IDC_SSL_STORE_TYPE, 2);
-            Driver::Click(dlg, IDCANCEL);
-            d.WaitGone(dlg);
-            Driver::Click(form, IDCANCEL);
-            d.WaitGone(form);
+            d.Close(dlg, IDCANCEL);
+            d.Close(form, IDCANCEL);
         }, 0);
         return r.code == 1;
     });
@@ -37,13 +33,7 @@ TEST(Soak, PrinterRoute) {
     const std::u16string request = u"<Config ModuleType=\"Printer\"><DTD><Element Name=\"Printer\" Type=\"printer\"/>"
                                    u"</DTD><Data><Item Element=\"Printer\" Value=\"\"/></Data></Config>";
     ExpectNoGrowth(200, [&](int) {
-        RunResult r;
-        const auto failures = RunDriven([&] { r = Product::Get().RunConfig2W(request); }, [](Driver& d) {
-            HWND box = d.WaitForDialog(L"Print", 15000, 0);
-            Driver::Click(box, IDOK);
-            d.WaitGone(box);
-        });
-        return failures.empty() && r.code == 2;
+        return RunRequest(request, L"Print", [](Driver& d, HWND box) { d.Close(box); }, 0).code == 2;
     });
 }
 

@@ -2,25 +2,17 @@
 // program never holds the DLL otherwise, so every LoadLibrary starts the module afresh.
 #include <windows.h>
 
+#include "forms/dllhost.h"
+#include "forms/driver.h"
 #include "forms/soak.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <string>
 
 namespace {
 
 using RunConfig2W = int (*)(wchar_t*, HWND, wchar_t*, uint64_t, uint32_t*);
-
-std::wstring dllPath() {
-    wchar_t path[MAX_PATH] = {};
-    GetModuleFileNameW(nullptr, path, MAX_PATH);
-    std::wstring dll(path);
-    dll.resize(dll.find_last_of(L"\\/"));
-    dll.resize(dll.find_last_of(L"\\/") + 1);
-    return dll + L"src\\qrl4cfg.dll";
-}
 
 // One cycle: load, a request that fails after reading its ini file (the cache, its lock and an
 // exception all come into play), free.
@@ -36,10 +28,8 @@ bool cycle(const std::wstring& dll, const std::wstring& iniFile) {
 }
 
 TEST(Unload, LoadAndFreeCyclesGiveTheMemoryBack) {
-    const std::wstring dll = dllPath();
-    wchar_t temp[MAX_PATH] = {};
-    GetTempPathW(MAX_PATH, temp);
-    const std::wstring ini = std::wstring(temp) + L"qrl4cfg_unload.ini";
+    const std::wstring dll = qrl::test::ProductPath();
+    const std::wstring ini = qrl::test::TempDir() + L"qrl4cfg_unload.ini";
     // About 1.5 KB a cycle stays behind outside our code (loader and runtime bookkeeping); one lost
     // exception pool of the C++ runtime would be ~73 KB.
     qrl::test::ExpectNoGrowth(200, [&](int) { return cycle(dll, ini); }, 4096);

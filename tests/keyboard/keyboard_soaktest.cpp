@@ -1,10 +1,11 @@
-// The keyboard picture made, drawn to scale, pressed and destroyed with its keyboard a few hundred
-// times in one process: the drawing style's fonts, brushes and pen must go with the layout.
+// The classic key map editor's four dialogs and the press-key window through the "KeyMap" route, and
+// the keyboard picture made, drawn to scale, pressed and destroyed with its keyboard, each a few
+// hundred times in one process: the drawing style's fonts, brushes and pen must go with the layout.
+#include "forms/formsetup.h"
 #include "forms/soak.h"
 #include "keyboard/kdf.h"
+#include "keyboard/keyboard_rc.h"
 #include "keyboard/keyboardctl.h"
-
-#include <windows.h>
 
 #include <gtest/gtest.h>
 
@@ -12,6 +13,24 @@
 
 namespace qrl::test {
 namespace {
+
+TEST(Soak, ClassicKeymap) {
+    ASSERT_TRUE(Product::Get().Loaded());
+    const std::u16string request = SampleText("classic_keymap_request.xml");
+    ExpectNoGrowth(200, [&](int) {
+        return RunRequest(request, L"Keyboard Configuration", [](Driver& d, HWND byPhys) {
+            d.OpenAndClose(byPhys, IDC_ADVANCED, L"Advanced Keyboard Configuration", IDOK);
+            Driver::Click(byPhys, IDC_PRESS_KEY);
+            d.Settle(0);
+            PostMessageW(FindWindowW(L"PressKeyWin", nullptr), WM_KEYDOWN, VK_F2, 0);
+            d.Settle(0);
+            d.Close(byPhys, IDC_LIST_BYEMUL);
+            HWND byEmul = d.WaitForDialog(L"Keyboard Configuration", 15000, 0);
+            d.OpenAndClose(byEmul, IDC_ADD_PKEY, L"Select a Physical Key", IDCANCEL);
+            d.Close(byEmul, IDCANCEL);
+        }, 0).code == 2;
+    });
+}
 
 TEST(Soak, KeyboardPicture) {
     HINSTANCE instance = GetModuleHandleW(nullptr);
