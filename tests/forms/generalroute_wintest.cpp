@@ -1,8 +1,6 @@
 // The general route through the DLL's own entry point: the comms sample, its form driven like a
 // user (tree, value editors, the common dialogs, module change, the host link), and the reply text
 // compared as the host receives it.
-#include "dllhost.h"
-#include "driver.h"
 #include "formsetup.h"
 #include "forms/forms_rc.h"
 #include "properties/font.h"
@@ -48,8 +46,7 @@ void OpenFile(Driver& d, const std::wstring& title, const std::wstring& path) {
     }
     if (!name) throw DriverFailure{"open dialog without a name field"};
     SetWindowTextW(name, path.c_str());
-    Driver::Click(open, IDOK);
-    d.WaitGone(open);
+    d.Close(open);
 }
 
 class GeneralRoute : public ::testing::Test {
@@ -68,43 +65,76 @@ protected:
     // Runs `request` with `script` driving its form; a form the script leaves open is closed by OK.
     RunResult Run(const std::u16string& request, const std::function<void(Driver&, HWND)>& script,
                   const std::wstring& title = kCommsTitle) {
-        RunResult result;
-        const auto failures = RunDriven([&] { result = Product::Get().RunConfig2W(request); }, [&](Driver& d) {
-            HWND dlg = d.WaitForDialog(title);
+        return RunRequest(request, title, [&](Driver& d, HWND dlg) {
             script(d, dlg);
-            if (IsWindow(dlg)) {
-                Driver::Click(dlg, IDOK);
-                d.WaitGone(dlg);
-            }
+            if (IsWindow(dlg)) d.Close(dlg);
         });
-        for (const std::string& f : failures) ADD_FAILURE() << f;
-        return result;
     }
     HostWindow host;
 };
 
-TEST_F(GeneralRoute, OkRepliesWithTheChangedValuesOnly) {
-    std::wstring label;
+TEST_F(GeneralRoute, EachEditorWorksAndOkRepliesWithTheChangedValuesOnly) {
     const RunResult r = Run(Request(), [&](Driver& d, HWND dlg) {
         Select(d, dlg, L"Host name");
         Driver::Type(GetDlgItem(dlg, IDC_VALUE_EDIT), L"beta");
         d.Settle();
-        label = Label(dlg, L"Host name");
+        EXPECT_EQ(Label(dlg, L"Host name"), L"Host name (beta)");
         Select(d, dlg, L"Port");
         Driver::Type(GetDlgItem(dlg, IDC_VALUE_EDIT), L"2323");
         Select(d, dlg, L"Send keep-alives");
+        EXPECT_TRUE(Shown(dlg, IDC_VALUE_CHECK) && !Shown(dlg, IDC_VALUE_LABEL) && !Shown(dlg, IDC_VALUE_EDIT));
         Driver::Tick(dlg, IDC_VALUE_CHECK);
         d.Settle();
         Select(d, dlg, L"Proxy type");
         Driver::Choose(dlg, IDC_VALUE_COMBO, 2);
+        // The window side of the editors; which editor each type gets is checked natively.
+        Select(d, dlg, L"Password");
+        EXPECT_EQ(SendDlgItemMessageW(dlg, IDC_VALUE_EDIT, EM_GETPASSWORDCHAR, 0, 0), L'*');
+        Select(d, dlg, L"Read-only note");
+        EXPECT_FALSE(IsWindowEnabled(GetDlgItem(dlg, IDC_VALUE_EDIT)));
+        Select(d, dlg, L"Screen font");
+        EXPECT_EQ(Driver::Text(GetDlgItem(dlg, IDC_FONT_TEXT)), L"Courier New");
+        Select(d, dlg, L"Printer");
+        EXPECT_EQ(Driver::Text(GetDlgItem(dlg, IDC_PRINTER_TEXT)), L"Default printer");
+        Select(d, dlg, L"Host code page");
+        EXPECT_EQ(Driver::Text(GetDlgItem(dlg, IDC_VALUE_LABEL)), L"Host code page character set");
+        Select(d, dlg, L"Escape character");
+        EXPECT_EQ(SendDlgItemMessageW(dlg, IDC_VALUE_COMBO, CB_GETCOUNT, 0, 0), 128);
+        EXPECT_EQ(SendDlgItemMessageW(dlg, IDC_VALUE_COMBO, CB_GETCURSEL, 0, 0), 27);
+        Driver::Choose(dlg, IDC_VALUE_COMBO, 65);
+        Select(d, dlg, L"Retries");
+        Driver::Choose(dlg, IDC_VALUE_COMBO, 2);
+        Select(d, dlg, L"Cursor colour");
+        Driver::Click(dlg, IDC_COLOUR_EDIT);
+        HWND colour = d.WaitForPopup(dlg);
+        SetWindowTextW(GetDlgItem(colour, 707), L"128");  // green
+        d.Settle();
+        d.Close(colour);
+        d.Settle();
+        EXPECT_EQ(Label(dlg, L"Cursor colour"), L"Cursor colour (RGB=0080ff)");
+        // Deleting a language asks the host and updates the list.
+        Select(d, dlg, L"Language (");
+        Driver::Click(dlg, IDC_LANG_DELETE);
+        EXPECT_EQ(d.Answer(dlg, IDCANCEL), L"Confirm Delete language|Delete language English?");  // nothing happens
+        host.deleteResult = 5;  // the host refuses: nothing changes either
+        Driver::Click(dlg, IDC_LANG_DELETE);
+        d.Answer(dlg, IDOK);
+        EXPECT_EQ(ComboRows(dlg).size(), 3u);
+        host.deleteResult = 0;
+        Driver::Click(dlg, IDC_LANG_DELETE);
+        d.Answer(dlg, IDOK);
+        EXPECT_EQ(ComboRows(dlg), (Rows{L"German", L"French"}));
+        EXPECT_EQ(SendDlgItemMessageW(dlg, IDC_VALUE_COMBO, CB_GETCURSEL, 0, 0), 0);
         Select(d, dlg, L"Host name");
         Driver::Type(GetDlgItem(dlg, IDC_VALUE_EDIT), L"beta");  // typed again: no second item
     });
-    EXPECT_EQ(label, L"Host name (beta)");
     EXPECT_EQ(r.code, 0);
     EXPECT_EQ(r.status, 0u);
-    EXPECT_EQ(Utf8(r.reply),
-              ReplyText({{u"Host", u"beta"}, {u"Port", u"2323"}, {u"KeepAlive", u"0"}, {u"ProxyType", u"SOCKS"}}));
+    // A hidden group's element (Retries) is edited like any other.
+    EXPECT_EQ(Utf8(r.reply), ReplyText({{u"Host", u"beta"}, {u"Port", u"2323"}, {u"KeepAlive", u"0"}, {u"ProxyType", u"SOCKS"},
+                                        {u"Retries", u"2"}, {u"Colour", u"0080ff"}, {u"EscapeChar", u"65"},
+                                        {u"LanguageName", u"German"}}));
+    EXPECT_EQ(host.Texts(8439), (std::vector<std::u16string>{u"English", u"English"}));
 }
 
 TEST_F(GeneralRoute, CancelAndConnectEndTheForm) {
@@ -121,8 +151,7 @@ TEST_F(GeneralRoute, CancelAndConnectEndTheForm) {
         const RunResult r = Run(Request(), [&](Driver& d, HWND dlg) {
             Select(d, dlg, L"Host name");
             Driver::Type(GetDlgItem(dlg, IDC_VALUE_EDIT), L"gamma");
-            Driver::Click(dlg, c.button);
-            d.WaitGone(dlg);
+            d.Close(dlg, c.button);
         });
         EXPECT_EQ(r.code, c.code);
         EXPECT_EQ(r.status, c.status);
@@ -131,85 +160,57 @@ TEST_F(GeneralRoute, CancelAndConnectEndTheForm) {
 }
 
 TEST_F(GeneralRoute, ModuleChangeThroughTheSelectionDialog) {
-    Rows rows;
-    int selectedAtStart = -2;
-    bool formAfterCancel = false;
-    std::wstring button;
     const RunResult r = Run(Request(), [&](Driver& d, HWND dlg) {
-        button = Driver::Text(GetDlgItem(dlg, IDC_MODULE_SELECT));
+        EXPECT_EQ(Driver::Text(GetDlgItem(dlg, IDC_MODULE_SELECT)), L"Change Comms");
+        d.OpenAndClose(dlg, IDC_MODULE_SELECT, L"Module Selection", IDCANCEL);  // the form stays, nothing changes
+        EXPECT_TRUE(IsWindowVisible(dlg));
         Driver::Click(dlg, IDC_MODULE_SELECT);
         HWND select = d.WaitForDialog(L"Module Selection");
-        Driver::Click(select, IDCANCEL);  // the form stays and nothing changes
-        d.WaitGone(select);
-        formAfterCancel = IsWindowVisible(dlg);
-
-        Driver::Click(dlg, IDC_MODULE_SELECT);
-        select = d.WaitForDialog(L"Module Selection");
-        HWND list = GetDlgItem(select, IDC_MODULELIST);
-        rows = Driver::ListRows(select, IDC_MODULELIST);
-        selectedAtStart = static_cast<int>(SendMessageW(list, LB_GETCURSEL, 0, 0));
-        SendMessageW(list, LB_SETCURSEL, 0, 0);
+        EXPECT_EQ(Driver::ListRows(select, IDC_MODULELIST), (Rows{L"Secure shell", L"Serial line", L"Telnet over TCP"}));
+        EXPECT_EQ(SendDlgItemMessageW(select, IDC_MODULELIST, LB_GETCURSEL, 0, 0), 2);  // the current one, sorted
+        SendDlgItemMessageW(select, IDC_MODULELIST, LB_SETCURSEL, 0, 0);
         Driver::Click(select, IDOK);
         d.WaitGone(dlg);
     });
-    EXPECT_EQ(button, L"Change Comms");
-    EXPECT_TRUE(formAfterCancel);
-    EXPECT_EQ(rows, (Rows{L"Secure shell", L"Serial line", L"Telnet over TCP"}));
-    EXPECT_EQ(selectedAtStart, 2);  // the current module, after the sort
     EXPECT_EQ(r.status, 3u);
     EXPECT_EQ(Utf8(r.reply), ReplyText({}, u"  <Directives>\n    <ChangeComms ModuleName=\"ssh\"/>\n  </Directives>\n"));
 }
 
 TEST_F(GeneralRoute, ValidationStopsLeavingAndAcceptingABadNumber) {
-    std::vector<std::wstring> messages;
-    std::wstring stillSelected, typed;
     const RunResult r = Run(Request(), [&](Driver& d, HWND dlg) {
         Select(d, dlg, L"Port");
         HWND edit = GetDlgItem(dlg, IDC_VALUE_EDIT);
         // Typing is filtered by the number style; a paste gets through.
         Driver::Type(edit, L"12x");
         d.Settle();
-        typed = Driver::Text(edit);
+        EXPECT_EQ(Driver::Text(edit), L"12");
         Driver::Paste(edit, L"12x");
         d.Settle();
         // Leaving the field is refused with the message, posted after the notification.
         Driver::SelectTreeItem(Tree(dlg), Driver::FindTreeItem(Tree(dlg), L"Host name"));
-        messages.push_back(d.Answer(dlg, IDOK));
-        stillSelected = Selected(dlg);
+        EXPECT_EQ(d.Answer(dlg, IDOK), L"Validation Error|\"12x\" is not a valid number");
+        EXPECT_EQ(Selected(dlg), L"Port (12x)");
         Driver::Type(edit, L"99999");
         Driver::Click(dlg, IDOK);
-        messages.push_back(d.Answer(dlg, IDOK));
+        EXPECT_EQ(d.Answer(dlg, IDOK), L"Validation Error|Value must be between 1 and 65535");
         Driver::Type(edit, L"8080");
     });
-    EXPECT_EQ(typed, L"12");
-    EXPECT_EQ(messages, (Rows{L"Validation Error|\"12x\" is not a valid number",
-                              L"Validation Error|Value must be between 1 and 65535"}));
-    EXPECT_EQ(stillSelected, L"Port (12x)");
     EXPECT_EQ(Utf8(r.reply), ReplyText({{u"Port", u"8080"}}));
 }
 
 TEST_F(GeneralRoute, TheSecondRunRecallsTheSelectionOfTheFirst) {
-    std::wstring selectedAtStart, editAtStart;
-    bool editorShown = true;
     Run(Request(), [&](Driver& d, HWND dlg) {
         // No value yet: no element is selected and no editor is shown. (The tree view itself
         // selects its first item, the root, when it takes the focus.)
-        selectedAtStart = Selected(dlg);
-        editorShown = Shown(dlg, IDC_VALUE_EDIT) || Shown(dlg, IDC_VALUE_LABEL);
+        EXPECT_EQ(Selected(dlg), L"Telnet over TCP");
+        EXPECT_FALSE(Shown(dlg, IDC_VALUE_EDIT) || Shown(dlg, IDC_VALUE_LABEL));
         Select(d, dlg, L"Timeout");
     });
-    EXPECT_EQ(selectedAtStart, L"Telnet over TCP");
-    EXPECT_FALSE(editorShown);
-
     Run(Request(), [&](Driver& d, HWND dlg) {
-        selectedAtStart = Selected(dlg);
-        editAtStart = EditText(dlg);
-        Driver::Click(dlg, IDCANCEL);  // Cancel stores the selection too
-        d.WaitGone(dlg);
+        EXPECT_EQ(Selected(dlg), L"Timeout (seconds) (30)");
+        EXPECT_EQ(EditText(dlg), L"30");
+        d.Close(dlg, IDCANCEL);  // Cancel stores the selection too
     });
-    EXPECT_EQ(selectedAtStart, L"Timeout (seconds) (30)");
-    EXPECT_EQ(editAtStart, L"30");
-
     // The module change stores nothing: the next run still starts on Timeout.
     Run(Request(), [&](Driver& d, HWND dlg) {
         Select(d, dlg, L"Port");
@@ -217,102 +218,38 @@ TEST_F(GeneralRoute, TheSecondRunRecallsTheSelectionOfTheFirst) {
         Driver::Click(d.WaitForDialog(L"Module Selection"), IDOK);
         d.WaitGone(dlg);
     });
-    Run(Request(), [&](Driver&, HWND dlg) { selectedAtStart = Selected(dlg); });
-    EXPECT_EQ(selectedAtStart, L"Timeout (seconds) (30)");
-}
-
-// The window side of the editors; which editor each type gets is checked natively.
-TEST_F(GeneralRoute, EditorsShowTheirValues) {
-    wchar_t passwordChar = 0;
-    bool readOnlyEnabled = true, checkOnly = false;
-    std::wstring charsetLabel, fontText, printerText;
-    LRESULT char8Count = 0, char8Selection = 0;
-    const RunResult r = Run(Request(), [&](Driver& d, HWND dlg) {
-        Select(d, dlg, L"Password");
-        passwordChar = static_cast<wchar_t>(SendDlgItemMessageW(dlg, IDC_VALUE_EDIT, EM_GETPASSWORDCHAR, 0, 0));
-        Select(d, dlg, L"Read-only note");
-        readOnlyEnabled = IsWindowEnabled(GetDlgItem(dlg, IDC_VALUE_EDIT));
-        Select(d, dlg, L"Send keep-alives");
-        checkOnly = Shown(dlg, IDC_VALUE_CHECK) && !Shown(dlg, IDC_VALUE_LABEL) && !Shown(dlg, IDC_VALUE_EDIT);
-        Select(d, dlg, L"Screen font");
-        fontText = Driver::Text(GetDlgItem(dlg, IDC_FONT_TEXT));
-        Select(d, dlg, L"Printer");
-        printerText = Driver::Text(GetDlgItem(dlg, IDC_PRINTER_TEXT));
-        Select(d, dlg, L"Host code page");
-        charsetLabel = Driver::Text(GetDlgItem(dlg, IDC_VALUE_LABEL));
-        Select(d, dlg, L"Escape character");
-        char8Count = SendDlgItemMessageW(dlg, IDC_VALUE_COMBO, CB_GETCOUNT, 0, 0);
-        char8Selection = SendDlgItemMessageW(dlg, IDC_VALUE_COMBO, CB_GETCURSEL, 0, 0);
-        Driver::Choose(dlg, IDC_VALUE_COMBO, 65);
-        Select(d, dlg, L"Retries");
-        Driver::Choose(dlg, IDC_VALUE_COMBO, 2);
-    });
-    EXPECT_EQ(passwordChar, L'*');
-    EXPECT_FALSE(readOnlyEnabled);
-    EXPECT_TRUE(checkOnly);
-    EXPECT_EQ(fontText, L"Courier New");
-    EXPECT_EQ(printerText, L"Default printer");
-    EXPECT_EQ(charsetLabel, L"Host code page character set");
-    EXPECT_EQ(char8Count, 128);
-    EXPECT_EQ(char8Selection, 27);
-    // A hidden group's element (Retries) is edited like any other.
-    EXPECT_EQ(Utf8(r.reply), ReplyText({{u"Retries", u"2"}, {u"EscapeChar", u"65"}}));
-}
-
-TEST_F(GeneralRoute, ColourChooserWritesSixHexDigits) {
-    std::wstring label;
-    const RunResult r = Run(Request(), [&](Driver& d, HWND dlg) {
-        Select(d, dlg, L"Cursor colour");
-        Driver::Click(dlg, IDC_COLOUR_EDIT);
-        HWND colour = d.WaitForPopup(dlg);
-        SetWindowTextW(GetDlgItem(colour, 707), L"128");  // green
-        d.Settle();
-        Driver::Click(colour, IDOK);
-        d.WaitGone(colour);
-        d.Settle();
-        label = Label(dlg, L"Cursor colour");
-    });
-    EXPECT_EQ(label, L"Cursor colour (RGB=0080ff)");
-    EXPECT_EQ(Utf8(r.reply), ReplyText({{u"Colour", u"0080ff"}}));
+    Run(Request(), [&](Driver&, HWND dlg) { EXPECT_EQ(Selected(dlg), L"Timeout (seconds) (30)"); });
 }
 
 TEST_F(GeneralRoute, FontChooserWritesTheFontStream) {
-    std::wstring shown, label;
+    std::wstring shown;
     const RunResult r = Run(Request(), [&](Driver& d, HWND dlg) {
         Select(d, dlg, L"Screen font");
         Driver::Click(dlg, IDC_FONT_EDIT);
-        HWND font = d.WaitForPopup(dlg);
-        Driver::Click(font, IDOK);
-        d.WaitGone(font);
+        d.Close(d.WaitForPopup(dlg));
         d.Settle();
         shown = Driver::Text(GetDlgItem(dlg, IDC_FONT_TEXT));
-        label = Label(dlg, L"Screen font");
+        EXPECT_EQ(Label(dlg, L"Screen font"), L"Screen font (" + shown + L")");
     });
     // What the dialog returns depends on the fonts present; the value must be a whole stream whose
-    // face name is the one shown.
+    // face name (between two apostrophes) is the one shown, and the only item of the reply.
     const std::u16string marker = u"Element=\"BaseFont\" Value=\"";
     const std::size_t at = r.reply.find(marker);
     ASSERT_NE(at, std::u16string::npos) << Utf8(r.reply);
     const std::size_t start = at + marker.size();
-    std::u16string value;
-    for (std::size_t i = start; i < r.reply.size() && r.reply[i] != u'"';) {
-        const bool apos = r.reply.compare(i, 6, u"&apos;") == 0;
-        value += apos ? u'\'' : r.reply[i];
-        i += apos ? 6 : 1;
-    }
+    const std::u16string value = ReplaceFirst(ReplaceFirst(r.reply.substr(start, r.reply.find(u'"', start) - start),
+                                                           u"&apos;", u"'"), u"&apos;", u"'");
+    EXPECT_EQ(Utf8(r.reply), ReplyText({{u"BaseFont", value}}));
     TFontDescription parsed;
     EXPECT_EQ(ParseFont(value, parsed), TFontDescription::kFieldCount);
     EXPECT_EQ(shown, std::wstring(parsed.faceName.begin(), parsed.faceName.end()));
-    EXPECT_EQ(label, L"Screen font (" + shown + L")");
 }
 
 class FileEditors : public GeneralRoute {
 protected:
     void SetUp() override {
         GeneralRoute::SetUp();
-        wchar_t temp[MAX_PATH] = {};
-        GetTempPathW(MAX_PATH, temp);
-        temp_ = temp;
+        temp_ = TempDir();
         root = temp_ / L"qrl_file_editors";
         fs::remove_all(root);
         fs::create_directories(root / L"auth");
@@ -325,83 +262,39 @@ protected:
     fs::path temp_, root;
 };
 
-TEST_F(FileEditors, BrowseTakesTheChosenPath) {
+// Browse takes the chosen path; Import copies key files into the auth directory.
+TEST_F(FileEditors, BrowseAndImportTakeTheChosenFiles) {
     const std::wstring path = (root / L"browse.log").wstring();
     std::ofstream(fs::path(path)) << "log";
-    std::wstring edit;
+    fs::create_directories(root / L"source");
+    std::ofstream(root / L"auth" / L"existing_key") << "k";
+    std::ofstream(root / L"source" / L"id_rsa") << "secret";
+    host.authDirectory = (root / L"auth").u16string();
     const RunResult r = Run(Request(), [&](Driver& d, HWND dlg) {
         Select(d, dlg, L"Log file");
         Driver::Click(dlg, IDC_FILE_BROWSE);
         OpenFile(d, L"Browse", path);
         d.Settle();
-        edit = EditText(dlg);
-    });
-    EXPECT_EQ(edit, path);
-    EXPECT_EQ(Utf8(r.reply), ReplyText({{u"LogFile", std::u16string(path.begin(), path.end())}}));
-}
-
-TEST_F(FileEditors, ImportCopiesKeyFilesIntoTheAuthDirectory) {
-    fs::create_directories(root / L"source");
-    std::ofstream(root / L"auth" / L"existing_key") << "k";
-    std::ofstream(root / L"source" / L"id_rsa") << "secret";
-    host.authDirectory = (root / L"auth").u16string();
-    Rows before, after;
-    std::wstring chosen;
-    const RunResult r = Run(Request(), [&](Driver& d, HWND dlg) {
+        EXPECT_EQ(EditText(dlg), path);
         Select(d, dlg, L"SSH key file");
-        before = ComboRows(dlg);
+        EXPECT_EQ(ComboRows(dlg), (Rows{L"existing_key"}));
         for (int round = 0; round < 2; ++round) {
             Driver::Click(dlg, IDC_SSH_IMPORT);
             OpenFile(d, L"Select an SSH key file", (root / L"source" / L"id_rsa").wstring());
             d.Settle();
         }
-        after = ComboRows(dlg);
-        chosen = Driver::Text(GetDlgItem(dlg, IDC_VALUE_COMBO));
+        EXPECT_EQ(ComboRows(dlg), (Rows{L"existing_key", L"id_rsa", L"id_rsa (2)"}));
+        EXPECT_EQ(Driver::Text(GetDlgItem(dlg, IDC_VALUE_COMBO)), L"id_rsa (2)");
     });
-    EXPECT_EQ(before, (Rows{L"existing_key"}));
-    EXPECT_EQ(after, (Rows{L"existing_key", L"id_rsa", L"id_rsa (2)"}));
-    EXPECT_EQ(chosen, L"id_rsa (2)");
     EXPECT_TRUE(fs::exists(root / L"auth" / L"id_rsa (2)"));
-    EXPECT_EQ(Utf8(r.reply), ReplyText({{u"KeyFile", u"id_rsa (2)"}}));
-}
-
-TEST_F(GeneralRoute, LanguageDeleteAsksTheHostAndUpdatesTheList) {
-    std::wstring question;
-    Rows afterRefusal, after;
-    LRESULT selection = -2;
-    const RunResult r = Run(Request(), [&](Driver& d, HWND dlg) {
-        Select(d, dlg, L"Language (");
-        Driver::Click(dlg, IDC_LANG_DELETE);
-        question = d.Answer(dlg, IDCANCEL);  // nothing happens
-        host.deleteResult = 5;                // the host refuses: nothing changes either
-        Driver::Click(dlg, IDC_LANG_DELETE);
-        d.Answer(dlg, IDOK);
-        afterRefusal = ComboRows(dlg);
-        host.deleteResult = 0;
-        Driver::Click(dlg, IDC_LANG_DELETE);
-        d.Answer(dlg, IDOK);
-        after = ComboRows(dlg);
-        selection = SendDlgItemMessageW(dlg, IDC_VALUE_COMBO, CB_GETCURSEL, 0, 0);
-    });
-    EXPECT_EQ(question, L"Confirm Delete language|Delete language English?");
-    std::vector<std::u16string> deletes;
-    for (const HostWindow::Call& call : host.calls)
-        if (call.code == 8439) deletes.push_back(call.text);
-    EXPECT_EQ(deletes, (std::vector<std::u16string>{u"English", u"English"}));
-    EXPECT_EQ(afterRefusal.size(), 3u);
-    EXPECT_EQ(after, (Rows{L"German", L"French"}));
-    EXPECT_EQ(selection, 0);
-    EXPECT_EQ(Utf8(r.reply), ReplyText({{u"LanguageName", u"German"}}));
+    EXPECT_EQ(Utf8(r.reply), ReplyText({{u"KeyFile", u"id_rsa (2)"}, {u"LogFile", std::u16string(path.begin(), path.end())}}));
 }
 
 TEST_F(GeneralRoute, ConnectedSessionDisablesModuleAndConnect) {
-    bool moduleEnabled = true, connectEnabled = true;
     Run(Request(u"Connected=\"0\"", u"Connected=\"1\""), [&](Driver&, HWND dlg) {
-        moduleEnabled = IsWindowEnabled(GetDlgItem(dlg, IDC_MODULE_SELECT));
-        connectEnabled = IsWindowEnabled(GetDlgItem(dlg, IDC_CONNECT));
+        EXPECT_FALSE(IsWindowEnabled(GetDlgItem(dlg, IDC_MODULE_SELECT)));
+        EXPECT_FALSE(IsWindowEnabled(GetDlgItem(dlg, IDC_CONNECT)));
     });
-    EXPECT_FALSE(moduleEnabled);
-    EXPECT_FALSE(connectEnabled);
 }
 
 TEST_F(GeneralRoute, TextsComeFromTheLanguageFolder) {
@@ -413,10 +306,8 @@ TEST_F(GeneralRoute, TextsComeFromTheLanguageFolder) {
         Driver::Click(dlg, IDC_MODULE_SELECT);
         HWND select = d.WaitForPopup(dlg);
         texts.push_back(Driver::Text(select));
-        Driver::Click(select, IDCANCEL);
-        d.WaitGone(select);
-        Driver::Click(dlg, IDCANCEL);
-        d.WaitGone(dlg);
+        d.Close(select, IDCANCEL);
+        d.Close(dlg, IDCANCEL);
     }, L"Konfiguriere  Telnet over TCP");
     EXPECT_EQ(texts, (Rows{L"&OK", L"&Abbrechen", L"&Verbinden", L"Kommunikation wechseln", L"Verbindung",
                            L"Rechnername (alpha.example)", L"Vermittlerart (None)", L"Modulauswahl"}));
