@@ -2,8 +2,6 @@
 // kernel's map fetched over the link, entries edited, the changes sent back on OK, and a new
 // language. The rows, the entry parsing and the name checks are checked natively.
 #include "charmap/charmap_rc.h"
-#include "forms/dllhost.h"
-#include "forms/driver.h"
 #include "forms/formsetup.h"
 #include "forms/forms_rc.h"
 
@@ -27,13 +25,6 @@ const std::u16string kGetReply = u"<charmap flags=\"0\" note=\"" + std::u16strin
 
 Rows TableRows(HWND table) { return Driver::ListRows(table, IDC_CHARSET_LIST); }
 
-std::vector<std::u16string> CallsOf(const HostWindow& host, uint32_t code) {
-    std::vector<std::u16string> texts;
-    for (const HostWindow::Call& call : host.calls)
-        if (call.code == code) texts.push_back(call.text);
-    return texts;
-}
-
 class CharacterSets : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -48,88 +39,68 @@ protected:
 };
 
 TEST_F(CharacterSets, NoLanguageNoFetch) {
-    std::wstring message;
     Run(u"", L"Host codes", [&](Driver& d, HWND form) {
         Driver::Click(form, IDC_SPECIAL_EDIT);
-        message = d.Answer(form, IDOK);
+        EXPECT_EQ(d.Answer(form, IDOK), L"Error|Could not edit character set\nNo language selected");
     });
-    EXPECT_EQ(message, L"Error|Could not edit character set\nNo language selected");
-    EXPECT_TRUE(CallsOf(host, 8437).empty());
+    EXPECT_TRUE(host.Texts(8437).empty());
 }
 
 TEST_F(CharacterSets, AnEntryEditedIsKeptAcrossOpeningsAndSentOnOk) {
     host.exchangeReplies = {kGetReply, u"<charmap/>"};
-    Rows before, afterEdit, reopened;
-    std::wstring caption, source, character;
-    bool errorAfterBadHex = false;
+    const Rows edited{L"\t20\t->\t0020 <SP>", L"*\t21\t->\t0041 A", L"\t22\t->\t0022 \""};
     const RunResult r = Run(u"English", L"Host codes", [&](Driver& d, HWND form) {
         Driver::Click(form, IDC_SPECIAL_EDIT);
         HWND table = d.WaitForDialog(L"Edit Character Set");
-        caption = Driver::Text(GetDlgItem(table, IDC_CHARSET_CAPTION));
-        before = TableRows(table);
+        EXPECT_EQ(Driver::Text(GetDlgItem(table, IDC_CHARSET_CAPTION)), L"cp037, English");
+        EXPECT_EQ(TableRows(table), (Rows{L"\t20\t->\t0020 <SP>", L"\t21\t->\t0021 !", L"\t22\t->\t0022 \""}));
         SendDlgItemMessageW(table, IDC_CHARSET_LIST, LB_SETCURSEL, 1, 0);
         Driver::Click(table, IDC_CHARSET_EDIT);
         HWND entry = d.WaitForPopup(table);
-        source = Driver::Text(GetDlgItem(entry, IDC_ENTRY_SOURCE));
+        EXPECT_EQ(Driver::Text(GetDlgItem(entry, IDC_ENTRY_SOURCE)), L"21");
         Driver::Type(GetDlgItem(entry, IDC_ENTRY_HEX), L"1G");
         d.Settle();
-        errorAfterBadHex = IsWindowVisible(GetDlgItem(entry, IDC_ENTRY_ERROR)) != FALSE;
+        EXPECT_TRUE(IsWindowVisible(GetDlgItem(entry, IDC_ENTRY_ERROR)));
         Driver::Type(GetDlgItem(entry, IDC_ENTRY_HEX), L"41 ");
         d.Settle();
-        character = Driver::Text(GetDlgItem(entry, IDC_ENTRY_CHAR));
-        Driver::Click(entry, IDOK);
-        d.WaitGone(entry);
+        EXPECT_EQ(Driver::Text(GetDlgItem(entry, IDC_ENTRY_CHAR)), L"A");
+        d.Close(entry);
         d.Settle();
-        afterEdit = TableRows(table);
-        Driver::Click(table, IDCANCEL);  // a direct edit stays
-        d.WaitGone(table);
+        EXPECT_EQ(TableRows(table), edited);
+        d.Close(table, IDCANCEL);  // a direct edit stays
         Driver::Click(form, IDC_SPECIAL_EDIT);
         table = d.WaitForDialog(L"Edit Character Set");
-        reopened = TableRows(table);
-        Driver::Click(table, IDOK);
-        d.WaitGone(table);
+        EXPECT_EQ(TableRows(table), edited);
+        d.Close(table);
     });
-    EXPECT_EQ(caption, L"cp037, English");
-    EXPECT_EQ(before, (Rows{L"\t20\t->\t0020 <SP>", L"\t21\t->\t0021 !", L"\t22\t->\t0022 \""}));
-    EXPECT_EQ(source, L"21");
-    EXPECT_TRUE(errorAfterBadHex);
-    EXPECT_EQ(character, L"A");
-    EXPECT_EQ(afterEdit, (Rows{L"\t20\t->\t0020 <SP>", L"*\t21\t->\t0041 A", L"\t22\t->\t0022 \""}));
-    EXPECT_EQ(reopened, afterEdit);
     // One get, asked again with the size the host needs, however often the map is opened; one put.
     const std::u16string get = u"<charmap op=\"get\" emname=\"\" mapname = \"cp037\" language=\"English\"/>";
     const std::u16string put = u"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<charmap op=\"put\" emname=\"\" "
                                u"mapname=\"cp037\" language=\"English\" flags=\"0\">\n  <map start=\"20\" length=\"3\">\n"
                                u"    <block idx=\"21\" map=\"41 \"/>\n  </map>\n</charmap>";
-    EXPECT_EQ(CallsOf(host, 8437), (std::vector<std::u16string>{get, get, put}));
-    EXPECT_EQ(CallsOf(host, 8438).size(), 1u);
+    EXPECT_EQ(host.Texts(8437), (std::vector<std::u16string>{get, get, put}));
+    EXPECT_EQ(host.Texts(8438).size(), 1u);
     EXPECT_EQ(r.code, 0);
 }
 
 TEST_F(CharacterSets, ANewLanguageIsCheckedAddedAndChosen) {
-    Rows messages, rows;
-    bool okAtStart = true;
     const RunResult r = Run(u"German", L"Language", [&](Driver& d, HWND form) {
         Driver::Click(form, IDC_LANG_ADD);
         HWND add = d.WaitForDialog(L"Add New language");
-        okAtStart = IsWindowEnabled(GetDlgItem(add, IDOK)) != FALSE;
-        for (const wchar_t* name : {L"a[b", L"German"}) {
+        EXPECT_FALSE(IsWindowEnabled(GetDlgItem(add, IDOK)));
+        for (const auto& [name, message] : {std::pair{L"a[b", L"Error|There are invalid characters in the new language name!"},
+                                            std::pair{L"German", L"Error|This language name is already in use!"}}) {
             Driver::Type(GetDlgItem(add, IDC_LANGUAGE_NAME), name);
             Driver::Click(add, IDOK);
-            messages.push_back(d.Answer(add, IDOK));
+            EXPECT_EQ(d.Answer(add, IDOK), message);
         }
         Driver::Type(GetDlgItem(add, IDC_LANGUAGE_NAME), L"german");  // case counts
         Driver::Choose(add, IDC_LANGUAGE_BASE, 1);
-        Driver::Click(add, IDOK);
-        d.WaitGone(add);
+        d.Close(add);
         d.Settle();
-        rows = Driver::ListRows(form, IDC_VALUE_COMBO);
+        EXPECT_EQ(Driver::ListRows(form, IDC_VALUE_COMBO), (Rows{L"English", L"German", L"german"}));
     });
-    EXPECT_FALSE(okAtStart);
-    EXPECT_EQ(messages, (Rows{L"Error|There are invalid characters in the new language name!",
-                              L"Error|This language name is already in use!"}));
-    EXPECT_EQ(CallsOf(host, 8440), (std::vector<std::u16string>{u"german<English"}));
-    EXPECT_EQ(rows, (Rows{L"English", L"German", L"german"}));
+    EXPECT_EQ(host.Texts(8440), (std::vector<std::u16string>{u"german<English"}));
     EXPECT_EQ(Utf8(r.reply), ReplyText({{u"LanguageName", u"german"}}));
 }
 

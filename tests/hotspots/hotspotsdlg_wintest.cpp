@@ -1,8 +1,7 @@
 // The "Hotspots" route through the DLL: Configure HotSpots and the dialogs it opens, driven as a
 // user drives them; the file is read back and the reply compared as the host receives it. The
 // list, save-question and colour rules themselves are checked natively.
-#include "forms/dllhost.h"
-#include "forms/driver.h"
+#include "forms/formsetup.h"
 #include "hotspots/hotspotfile.h"
 #include "hotspots/hotspots_rc.h"
 
@@ -41,17 +40,6 @@ void SelectRow(Driver& d, HWND dlg, int row) {
     d.Settle();
 }
 
-// Clicks `id` of `dlg`, lets `script` work the dialog titled `title` that opens, and waits for it to go.
-void InDialog(Driver& d, HWND dlg, int id, const std::wstring& title, const std::function<void(HWND)>& script) {
-    Driver::Click(dlg, id);
-    HWND inner = d.WaitForDialog(title);
-    script(inner);
-    d.WaitGone(inner);
-    d.Settle();
-}
-
-void Press(HWND dlg, int id) { Driver::Click(dlg, id); }
-
 // Chooses a set; the notification is posted, since it may open the save question.
 void ChooseSet(HWND dlg, int row) {
     HWND combo = GetDlgItem(dlg, IDC_HS_SET);
@@ -63,11 +51,9 @@ class HotSpotRoute : public ::testing::Test {
 protected:
     void SetUp() override {
         ASSERT_TRUE(Product::Get().Loaded());
-        wchar_t temp[MAX_PATH] = {};
-        GetTempPathW(MAX_PATH, temp);
         // A folder per test: the ini cache trusts a file it has read for a few seconds.
         const std::string test = ::testing::UnitTest::GetInstance()->current_test_info()->name();
-        folder_ = fs::path(temp) / ("qrl_hotspots_" + test);
+        folder_ = fs::path(TempDir()) / ("qrl_hotspots_" + test);
         fs::remove_all(folder_);
         fs::create_directories(folder_);
         WriteFile("[version]\r\nVersion=2\r\n[IBM5250]\r\nBGndColour=192,192,192\r\nHS1=" + Record(u"Zeta") +
@@ -94,53 +80,37 @@ protected:
             u"<Element Name=\"filename\"/></DTD><Data><Item Element=\"Hotspots\">"
             u"<Item Element=\"filename\" Value=\"test.hsp\"/><Item Element=\"directory\" Value=\"" +
             folder_.u16string() + u"\"/><Item Element=\"emulation\" Value=\"IBM5250.default\"/></Item></Data></Config>";
-        RunResult result;
-        const auto failures = RunDriven([&] { result = Product::Get().RunConfig2W(request); },
-                                        [&](Driver& d) { script(d, d.WaitForDialog(kTitle)); });
-        for (const std::string& f : failures) ADD_FAILURE() << f;
-        return result;
+        return RunRequest(request, kTitle, script);
     }
     fs::path folder_;
 };
 
 TEST_F(HotSpotRoute, AnEditedHotSpotIsSortedInAndItsSectionRewrittenOnOk) {
-    Rows rows, sets, after;
-    std::wstring file, description;
-    bool matchAfterPermanent = true;
-    int selectedAfter = -2;
     const RunResult r = Run([&](Driver& d, HWND dlg) {
-        rows = ListRows(dlg);
-        sets = SetRows(dlg);
-        file = Driver::Text(GetDlgItem(dlg, IDC_HS_FILE));
+        EXPECT_EQ(ListRows(dlg), (Rows{L"Alpha", L"Zeta"}));
+        EXPECT_EQ(SetRows(dlg), (Rows{L"IBM5250", L"Other"}));
+        EXPECT_EQ(Driver::Text(GetDlgItem(dlg, IDC_HS_FILE)), L"test.hsp");
         SelectRow(d, dlg, 1);
-        InDialog(d, dlg, IDC_HS_EDIT, L"Configure HotSpot", [&](HWND edit) {
-            description = Driver::Text(GetDlgItem(edit, IDC_HS_DESCRIPTION));
+        d.InDialog(dlg, IDC_HS_EDIT, L"Configure HotSpot", [&](HWND edit) {
+            EXPECT_EQ(Driver::Text(GetDlgItem(edit, IDC_HS_DESCRIPTION)), L"Zeta");
             Driver::Type(GetDlgItem(edit, IDC_HS_DESCRIPTION), L"Aardvark");
             Driver::Choose(edit, IDC_HS_STYLE, 4);
-            InDialog(d, edit, IDC_HS_MATCH, L"Configure HotSpot Match String", [&](HWND match) {
+            d.InDialog(edit, IDC_HS_MATCH, L"Configure HotSpot Match String", [&](HWND match) {
                 Driver::Type(GetDlgItem(match, IDC_HS_STRING), L"Go");
                 Driver::Tick(match, IDC_HS_CASE);
                 Driver::Choose(match, IDC_HS_PREPOST, 2);
-                Press(match, IDOK);
+                Driver::Click(match, IDOK);
             });
             Driver::Tick(edit, IDC_HS_PERMANENT);
-            matchAfterPermanent = Enabled(edit, IDC_HS_MATCH);
+            EXPECT_FALSE(Enabled(edit, IDC_HS_MATCH));
             Driver::Type(GetDlgItem(edit, IDC_HS_LEFT), L"3");
             Driver::Type(GetDlgItem(edit, IDC_HS_RIGHT), L"9");
-            Press(edit, IDOK);
+            Driver::Click(edit, IDOK);
         });
-        after = ListRows(dlg);
-        selectedAfter = ListSelection(dlg);
-        Press(dlg, IDOK);
-        d.WaitGone(dlg);
+        EXPECT_EQ(ListRows(dlg), (Rows{L"Aardvark", L"Alpha"}));
+        EXPECT_EQ(ListSelection(dlg), 0);  // the edited one, wherever the sort put it
+        d.Close(dlg);
     });
-    EXPECT_EQ(rows, (Rows{L"Alpha", L"Zeta"}));
-    EXPECT_EQ(sets, (Rows{L"IBM5250", L"Other"}));
-    EXPECT_EQ(file, L"test.hsp");
-    EXPECT_EQ(description, L"Zeta");
-    EXPECT_FALSE(matchAfterPermanent);
-    EXPECT_EQ(after, (Rows{L"Aardvark", L"Alpha"}));
-    EXPECT_EQ(selectedAfter, 0);  // the edited one, wherever the sort put it
     EXPECT_EQ(r.code, 0);
     // The set's section goes and comes back whole, at the end of the file.
     EXPECT_EQ(ReadFile(), "[version]\r\nVersion=2\r\n[Other]\r\nHS1=" + Record(u"Beta") +
@@ -151,10 +121,7 @@ TEST_F(HotSpotRoute, AnEditedHotSpotIsSortedInAndItsSectionRewrittenOnOk) {
 
 TEST_F(HotSpotRoute, OkWithoutChangesWritesNothing) {
     const std::string before = ReadFile();
-    const RunResult r = Run([](Driver& d, HWND dlg) {
-        Press(dlg, IDOK);
-        d.WaitGone(dlg);
-    });
+    const RunResult r = Run([](Driver& d, HWND dlg) { d.Close(dlg); });
     EXPECT_EQ(ReadFile(), before);
     EXPECT_EQ(Utf8(r.reply), "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Config>\n  <Data>\n"
                              "    <Item Element=\"Hotspots\">\n      <Item Element=\"filename\" Value=\"test.hsp\"/>\n"
@@ -164,118 +131,77 @@ TEST_F(HotSpotRoute, OkWithoutChangesWritesNothing) {
 
 // Cancel on the save question keeps the old set's hotspots while the combo shows the new set.
 TEST_F(HotSpotRoute, ChangingTheSetAsksToSaveTheChangedOne) {
-    std::wstring question, shownSet;
-    Rows afterCancel, afterYes, afterNo;
     const RunResult r = Run([&](Driver& d, HWND dlg) {
         Driver::Tick(dlg, IDC_HS_ENABLE);
         ChooseSet(dlg, 1);
-        HWND box = d.WaitForPopup(dlg);
-        question = Driver::MessageText(box);
-        Press(box, IDCANCEL);
-        d.WaitGone(box);
-        d.Settle();
-        afterCancel = ListRows(dlg);
-        shownSet = Driver::Text(GetDlgItem(dlg, IDC_HS_SET));
+        EXPECT_EQ(d.Answer(dlg, IDCANCEL), L"Configure HotSpots|Save changes to HotSpot set 'IBM5250'?");
+        EXPECT_EQ(ListRows(dlg), (Rows{L"Alpha", L"Zeta"}));
+        EXPECT_EQ(Driver::Text(GetDlgItem(dlg, IDC_HS_SET)), L"Other");
         ChooseSet(dlg, 1);
-        box = d.WaitForPopup(dlg);
-        Press(box, IDYES);
-        d.WaitGone(box);
-        d.Settle();
-        afterYes = ListRows(dlg);
+        d.Answer(dlg, IDYES);
+        EXPECT_EQ(ListRows(dlg), (Rows{L"Beta"}));
         Driver::Tick(dlg, IDC_HS_ENABLE);  // Other changed, then left with No: nothing written
         ChooseSet(dlg, 0);
-        Press(d.WaitForPopup(dlg), IDNO);
-        d.Settle();
-        afterNo = ListRows(dlg);
-        Press(dlg, IDCANCEL);
-        d.WaitGone(dlg);
+        d.Answer(dlg, IDNO);
+        EXPECT_EQ(ListRows(dlg), (Rows{L"Alpha", L"Zeta"}));
+        d.Close(dlg, IDCANCEL);
     });
-    EXPECT_EQ(question, L"Save changes to HotSpot set 'IBM5250'?");
-    EXPECT_EQ(afterCancel, (Rows{L"Alpha", L"Zeta"}));
-    EXPECT_EQ(shownSet, L"Other");
-    EXPECT_EQ(afterYes, (Rows{L"Beta"}));
     EXPECT_EQ(r.code, 2);
-    EXPECT_EQ(afterNo, (Rows{L"Alpha", L"Zeta"}));
     EXPECT_FALSE(ReadSet(u"IBM5250").enabled);  // written by Yes, whatever the end
     EXPECT_TRUE(ReadSet(u"Other").enabled);
 }
 
 TEST_F(HotSpotRoute, AFileWithoutSetsGetsOneBySaveAs) {
     WriteFile("");
-    Rows sets, afterNew, afterCopy, afterDelete, afterSaveAs;
-    std::wstring offered;
-    bool saveEnabled = false, buttonsAtStart = true, buttonsAtEnd = true;
-    int selectionAtEnd = 0;
     Run([&](Driver& d, HWND dlg) {
-        sets = SetRows(dlg);
-        saveEnabled = Enabled(dlg, IDC_HS_SAVE);
-        buttonsAtStart = ListButtonsEnabled(dlg);
-        InDialog(d, dlg, IDC_HS_NEW, L"Configure HotSpot", [](HWND edit) { Press(edit, IDOK); });
-        afterNew = ListRows(dlg);
-        InDialog(d, dlg, IDC_HS_COPY, L"Configure HotSpot", [](HWND edit) {
-            Driver::Type(GetDlgItem(edit, IDC_HS_DESCRIPTION), L"copy");
-            Press(edit, IDOK);
-        });
-        InDialog(d, dlg, IDC_HS_NEW, L"Configure HotSpot", [](HWND edit) {
-            Driver::Type(GetDlgItem(edit, IDC_HS_DESCRIPTION), L"b");
-            Press(edit, IDOK);
-        });
-        InDialog(d, dlg, IDC_HS_COPY, L"Configure HotSpot", [](HWND edit) {
-            Driver::Type(GetDlgItem(edit, IDC_HS_DESCRIPTION), L"a");
-            Press(edit, IDOK);
-        });
-        afterCopy = ListRows(dlg);  // a copy goes last, unsorted
-        Press(dlg, IDC_HS_DELETE);
+        EXPECT_EQ(SetRows(dlg), (Rows{L"No HotSpot sections were found"}));
+        EXPECT_TRUE(Enabled(dlg, IDC_HS_SAVE));
+        EXPECT_FALSE(ListButtonsEnabled(dlg));
+        d.InDialog(dlg, IDC_HS_NEW, L"Configure HotSpot", [](HWND edit) { Driver::Click(edit, IDOK); });
+        EXPECT_EQ(ListRows(dlg), (Rows{L""}));
+        // New, Copy, New, Copy with these descriptions: a copy goes last, unsorted.
+        const struct { int button; const wchar_t* name; } added[] = {{IDC_HS_COPY, L"copy"}, {IDC_HS_NEW, L"b"}, {IDC_HS_COPY, L"a"}};
+        for (const auto& a : added)
+            d.InDialog(dlg, a.button, L"Configure HotSpot", [&](HWND edit) {
+                Driver::Type(GetDlgItem(edit, IDC_HS_DESCRIPTION), a.name);
+                Driver::Click(edit, IDOK);
+            });
+        EXPECT_EQ(ListRows(dlg), (Rows{L"", L"b", L"copy", L"a"}));
+        Driver::Click(dlg, IDC_HS_DELETE);
         d.Settle();
-        afterDelete = ListRows(dlg);
-        InDialog(d, dlg, IDC_HS_SAVEAS, L"Save HotSpot Set", [&](HWND save) {
-            offered = Driver::Text(GetDlgItem(save, IDC_HS_SETNAME));
-            Press(save, IDOK);
+        EXPECT_EQ(ListRows(dlg), (Rows{L"", L"b", L"copy"}));  // the last row went: the one before is selected
+        d.InDialog(dlg, IDC_HS_SAVEAS, L"Save HotSpot Set", [&](HWND save) {
+            EXPECT_EQ(Driver::Text(GetDlgItem(save, IDC_HS_SETNAME)), L"IBM5250");
+            Driver::Click(save, IDOK);
         });
-        afterSaveAs = ListRows(dlg);
-        for (std::size_t i = 0; i < afterSaveAs.size(); ++i) {
+        EXPECT_EQ(ListRows(dlg), (Rows{L"b", L"copy", L"untitled"}));  // a blank description reads back so
+        for (int i = 0; i < 3; ++i) {
             SelectRow(d, dlg, 0);
-            Press(dlg, IDC_HS_DELETE);
+            Driver::Click(dlg, IDC_HS_DELETE);
             d.Settle();
         }
-        selectionAtEnd = ListSelection(dlg);
-        buttonsAtEnd = ListButtonsEnabled(dlg);
-        Press(dlg, IDCANCEL);
-        d.WaitGone(dlg);
+        EXPECT_EQ(ListSelection(dlg), -1);
+        EXPECT_FALSE(ListButtonsEnabled(dlg));
+        d.Close(dlg, IDCANCEL);
     });
-    EXPECT_EQ(sets, (Rows{L"No HotSpot sections were found"}));
-    EXPECT_TRUE(saveEnabled);
-    EXPECT_FALSE(buttonsAtStart);
-    EXPECT_EQ(afterNew, (Rows{L""}));
-    EXPECT_EQ(afterCopy, (Rows{L"", L"b", L"copy", L"a"}));
-    EXPECT_EQ(afterDelete, (Rows{L"", L"b", L"copy"}));  // the last row went: the one before is selected
-    EXPECT_EQ(offered, L"IBM5250");
-    EXPECT_EQ(afterSaveAs, (Rows{L"b", L"copy", L"untitled"}));  // a blank description reads back so
-    EXPECT_EQ(selectionAtEnd, -1);
-    EXPECT_FALSE(buttonsAtEnd);
     EXPECT_EQ(ReadSet(u"IBM5250").spots.size(), 3u);  // Save As wrote; Cancel wrote nothing more
 }
 
 TEST_F(HotSpotRoute, TheSetsColoursFromTheBarsOrTheEmulation) {
-    bool redAtStart = true;
-    int backgroundRed = -1;
     Run([&](Driver& d, HWND dlg) {
-        InDialog(d, dlg, IDC_HS_COLOURS, L"Configure HotSpots Colours", [&](HWND colours) {
-            redAtStart = Enabled(colours, IDC_HS_FG_RED);  // no FGndColour: the emulation's
-            backgroundRed = GetScrollPos(GetDlgItem(colours, IDC_HS_BG_RED), SB_CTL);
+        d.InDialog(dlg, IDC_HS_COLOURS, L"Configure HotSpots Colours", [&](HWND colours) {
+            EXPECT_FALSE(Enabled(colours, IDC_HS_FG_RED));  // no FGndColour: the emulation's
+            EXPECT_EQ(GetScrollPos(GetDlgItem(colours, IDC_HS_BG_RED), SB_CTL), 192);
             Driver::Tick(colours, IDC_HS_FG_EMULATION);
             SendMessageW(colours, WM_HSCROLL, MAKEWPARAM(SB_THUMBPOSITION, 200),
                          reinterpret_cast<LPARAM>(GetDlgItem(colours, IDC_HS_FG_RED)));
             SendMessageW(colours, WM_HSCROLL, MAKEWPARAM(SB_LINERIGHT, 0),
                          reinterpret_cast<LPARAM>(GetDlgItem(colours, IDC_HS_FG_BLUE)));
             Driver::Tick(colours, IDC_HS_BG_EMULATION);
-            Press(colours, IDOK);
+            Driver::Click(colours, IDOK);
         });
-        Press(dlg, IDOK);
-        d.WaitGone(dlg);
+        d.Close(dlg);
     });
-    EXPECT_FALSE(redAtStart);
-    EXPECT_EQ(backgroundRed, 192);
     const HotSpots saved = ReadSet(u"IBM5250");
     EXPECT_EQ(saved.foreground, 200u | 25u << 16);
     EXPECT_EQ(saved.background, kDefaultColour);

@@ -52,10 +52,7 @@ protected:
     static void SetUpTestSuite() {
         HINSTANCE instance = GetModuleHandleW(nullptr);
         RegisterKeyboardClass(instance);
-        WNDCLASSW parent{};
-        parent.lpfnWndProc = ParentProc;
-        parent.hInstance = instance;
-        parent.lpszClassName = L"kbtestparent";
+        const WNDCLASSW parent{0, ParentProc, 0, 0, instance, nullptr, nullptr, nullptr, nullptr, L"kbtestparent"};
         RegisterClassW(&parent);
     }
     void SetUp() override {

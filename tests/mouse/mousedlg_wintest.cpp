@@ -1,7 +1,6 @@
 // The "MouseMap" route through the DLL: Configure Mouse driven as a user drives it, and the reply
 // compared as the host receives it. The mapping rules themselves are checked natively.
-#include "forms/dllhost.h"
-#include "forms/driver.h"
+#include "forms/formsetup.h"
 #include "mouse/mouse_rc.h"
 
 #include <gtest/gtest.h>
@@ -26,19 +25,6 @@ std::u16string Map(std::u16string_view event, std::u16string_view action) {
     return u"      <Map Event=\"" + std::u16string(event) + u"\" Action=\"" + std::u16string(action) + u"\"/>\n";
 }
 
-RunResult RunMouse(const std::u16string& request, const std::function<void(Driver&, HWND)>& script) {
-    RunResult result;
-    const auto failures = RunDriven([&] { result = Product::Get().RunConfig2W(request); },
-                                    [&](Driver& d) { script(d, d.WaitForDialog(kTitle)); });
-    for (const std::string& f : failures) ADD_FAILURE() << f;
-    return result;
-}
-
-void Accept(Driver& d, HWND dlg, int id = IDOK) {
-    Driver::Click(dlg, id);
-    d.WaitGone(dlg);
-}
-
 int Action(HWND dlg) { return static_cast<int>(SendDlgItemMessageW(dlg, IDC_MOUSE_ACTION, CB_GETCURSEL, 0, 0)); }
 
 class MouseRoute : public ::testing::Test {
@@ -49,15 +35,11 @@ protected:
 };
 
 TEST_F(MouseRoute, OkWithoutChangesRepliesWithTheWholeMap) {
-    std::wstring label;
-    int shown = -1;
-    const RunResult r = RunMouse(request_, [&](Driver& d, HWND dlg) {
-        label = Driver::Text(GetDlgItem(dlg, IDC_MOUSE_SELECTION));
-        shown = Action(dlg);
-        Accept(d, dlg);
+    const RunResult r = RunRequest(request_, kTitle, [&](Driver& d, HWND dlg) {
+        EXPECT_EQ(Driver::Text(GetDlgItem(dlg, IDC_MOUSE_SELECTION)), L" Left button click");
+        EXPECT_EQ(Action(dlg), 9);
+        d.Close(dlg);
     });
-    EXPECT_EQ(label, L" Left button click");
-    EXPECT_EQ(shown, 9);
     EXPECT_EQ(r.code, 0);
     EXPECT_EQ(r.reply, Reply(Map(u"1:0:0:0:", u"9:") + Map(u"7:0:0:0:", u"6:") + Map(u"3:0:0:0:", u"11:up")));
 }
@@ -65,50 +47,40 @@ TEST_F(MouseRoute, OkWithoutChangesRepliesWithTheWholeMap) {
 // A text action typed in, turned into a script that keeps the text, a new entry under Ctrl, and an
 // entry removed by "(not assigned)"; the event the dialog can't choose travels through unchanged.
 TEST_F(MouseRoute, EditsGoIntoTheMapAsTheyAreMade) {
-    std::wstring ctrlLabel;
-    bool scriptLabel = false, paramHiddenForPopup = false;
-    const RunResult r = RunMouse(request_, [&](Driver& d, HWND dlg) {
+    const RunResult r = RunRequest(request_, kTitle, [&](Driver& d, HWND dlg) {
         Driver::Choose(dlg, IDC_MOUSE_ACTION, 11);
         Driver::Type(GetDlgItem(dlg, IDC_MOUSE_PARAM), L"hi:there");
         Driver::Choose(dlg, IDC_MOUSE_ACTION, 12);
-        scriptLabel = Driver::Text(GetDlgItem(dlg, IDC_MOUSE_PARAM_LABEL)) == L"Script file name:";
+        EXPECT_EQ(Driver::Text(GetDlgItem(dlg, IDC_MOUSE_PARAM_LABEL)), L"Script file name:");
         Driver::Tick(dlg, IDC_MOUSE_CTRL);
-        ctrlLabel = Driver::Text(GetDlgItem(dlg, IDC_MOUSE_SELECTION));
+        EXPECT_EQ(Driver::Text(GetDlgItem(dlg, IDC_MOUSE_SELECTION)), L"ctrl Left button click");
         Driver::Choose(dlg, IDC_MOUSE_ACTION, 5);
         Driver::Tick(dlg, IDC_MOUSE_CTRL);
         Driver::Tick(dlg, IDC_MOUSE_RIGHT);
-        paramHiddenForPopup = !IsWindowVisible(GetDlgItem(dlg, IDC_MOUSE_PARAM));
+        EXPECT_FALSE(IsWindowVisible(GetDlgItem(dlg, IDC_MOUSE_PARAM)));  // a popup takes no parameter
         Driver::Choose(dlg, IDC_MOUSE_ACTION, 0);
-        Accept(d, dlg);
+        d.Close(dlg);
     });
-    EXPECT_TRUE(scriptLabel);
-    EXPECT_EQ(ctrlLabel, L"ctrl Left button click");
-    EXPECT_TRUE(paramHiddenForPopup);
     EXPECT_EQ(r.code, 0);
     EXPECT_EQ(r.reply, Reply(Map(u"1:0:0:0:", u"12:hi:there") + Map(u"3:0:0:0:", u"11:up") + Map(u"1:1:0:0:", u"5:")));
 }
 
 TEST_F(MouseRoute, RestoreDefaultsAsksFirstAndCancelGivesTheDialogsResult) {
-    std::wstring question;
-    const RunResult restored = RunMouse(Request(u""), [&](Driver& d, HWND dlg) {
+    const RunResult restored = RunRequest(Request(u""), kTitle, [&](Driver& d, HWND dlg) {
         Driver::Click(dlg, IDC_MOUSE_DEFAULTS);
         HWND box = d.WaitForPopup(dlg);
-        question = Driver::MessageText(box);
-        Driver::Click(box, IDOK);
-        d.WaitGone(box);
-        Accept(d, dlg);
+        EXPECT_EQ(Driver::MessageText(box), L"Do you wish to restore all mouse mappings to their default values?");
+        d.Close(box);
+        d.Close(dlg);
     });
-    EXPECT_EQ(question, L"Do you wish to restore all mouse mappings to their default values?");
     EXPECT_EQ(restored.reply, Reply(Map(u"1:0:0:0:", u"9:") + Map(u"1:0:1:0:", u"10:") + Map(u"7:0:0:0:", u"6:") +
                                     Map(u"2:0:0:0:", u"4:") + Map(u"2:0:1:0:", u"5:")));
 
-    const RunResult declined = RunMouse(request_, [&](Driver& d, HWND dlg) {
+    const RunResult declined = RunRequest(request_, kTitle, [&](Driver& d, HWND dlg) {
         Driver::Click(dlg, IDC_MOUSE_DEFAULTS);
-        HWND box = d.WaitForPopup(dlg);
-        Driver::Click(box, IDCANCEL);
-        d.WaitGone(box);
+        d.Close(d.WaitForPopup(dlg), IDCANCEL);
         Driver::Choose(dlg, IDC_MOUSE_ACTION, 3);
-        Accept(d, dlg, IDCANCEL);
+        d.Close(dlg, IDCANCEL);
     });
     EXPECT_EQ(declined.code, 2);
     EXPECT_EQ(declined.reply, u"");

@@ -1,7 +1,5 @@
 // Printer setups as a user edits them: the default printer question of the built-in form, and the
 // "Printer" route with the platform's print dialog. The value texts are checked natively.
-#include "forms/dllhost.h"
-#include "forms/driver.h"
 #include "forms/forms_rc.h"
 #include "forms/formsetup.h"
 
@@ -17,18 +15,7 @@ RunResult RunCommsPrinter(const std::function<void(Driver&, HWND)>& script) {
     ForgetSelection(u"Comms");
     const std::u16string request = ReplaceFirst(SampleText("comms_request.xml"), u"<Item Element=\"Printer\" Value=\"\"/>",
                                                 u"<Item Element=\"Printer\" Value=\"" + kSetup + u"\"/>");
-    RunResult result;
-    const auto failures = RunDriven([&] { result = Product::Get().RunConfig2W(request); }, [&](Driver& d) {
-        HWND form = d.WaitForDialog(kCommsTitle);
-        HWND tree = GetDlgItem(form, IDC_TREE);
-        Driver::SelectTreeItem(tree, Driver::FindTreeItem(tree, L"Printer"));
-        d.Settle();
-        script(d, form);
-        Driver::Click(form, IDOK);
-        d.WaitGone(form);
-    });
-    for (const std::string& f : failures) ADD_FAILURE() << f;
-    return result;
+    return RunOnElement(request, L"Printer", script, 50, kCommsTitle);
 }
 
 // Yes keeps the setup but the device, and follows the default printer; No changes nothing.
@@ -45,19 +32,11 @@ TEST(PrinterProperty, DefaultPrinterQuestion) {
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.answer);
-        std::wstring question, caption, shown;
         const RunResult r = RunCommsPrinter([&](Driver& d, HWND form) {
             Driver::Click(form, IDC_PRINTER_DEFAULT);
-            HWND box = d.WaitForPopup(form);
-            question = Driver::MessageText(box);
-            caption = Driver::Text(box);
-            Driver::Click(box, c.answer);
-            d.WaitGone(box);
-            shown = Driver::Text(GetDlgItem(form, IDC_PRINTER_TEXT));
+            EXPECT_EQ(d.Answer(form, c.answer), L"Quorl|Use default printer?");
+            EXPECT_EQ(Driver::Text(GetDlgItem(form, IDC_PRINTER_TEXT)), c.shown);
         });
-        EXPECT_EQ(question, L"Use default printer?");
-        EXPECT_EQ(caption, L"Quorl");
-        EXPECT_EQ(shown, c.shown);
         EXPECT_EQ(r.code, 0);
         const bool inReply = r.reply.find(u"Element=\"Printer\"") != std::u16string::npos;
         if (c.replyItem.empty())
@@ -71,22 +50,12 @@ TEST(PrinterProperty, DefaultPrinterQuestion) {
 // result of a cancelled dialog and writes no reply.
 TEST(PrinterRoute, NoPrinterToChooseGivesCancel) {
     ASSERT_TRUE(Product::Get().Loaded());
-    RunResult r;
-    std::wstring notice;
-    const auto failures = RunDriven(
-        [&] {
-            r = Product::Get().RunConfig2W(u"<Config ModuleType=\"Printer\"><DTD><Element Name=\"Printer\" "
-                                           u"Type=\"printer\"/></DTD><Data><Item Element=\"Printer\" Value=\"" +
-                                           kSetup + u"\"/></Data></Config>");
-        },
-        [&](Driver& d) {
-            HWND box = d.WaitForDialog(L"Print");
-            notice = Driver::MessageText(box);
-            Driver::Click(box, IDOK);
-            d.WaitGone(box);
-        });
-    for (const std::string& f : failures) ADD_FAILURE() << f;
-    EXPECT_NE(notice.find(L"install a printer"), std::wstring::npos);
+    const RunResult r = RunRequest(u"<Config ModuleType=\"Printer\"><DTD><Element Name=\"Printer\" Type=\"printer\"/>"
+                                   u"</DTD><Data><Item Element=\"Printer\" Value=\"" + kSetup + u"\"/></Data></Config>",
+                                   L"Print", [](Driver& d, HWND box) {
+        EXPECT_NE(Driver::MessageText(box).find(L"install a printer"), std::wstring::npos);
+        d.Close(box);
+    });
     EXPECT_EQ(r.code, 2);
     EXPECT_EQ(r.reply, u"");
 }
