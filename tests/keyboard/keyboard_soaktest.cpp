@@ -1,15 +1,15 @@
-// The classic key map editor's four dialogs and the press-key window through the "KeyMap" route, and
-// the keyboard picture made, drawn to scale, pressed and destroyed with its keyboard, each a few
-// hundred times in one process: the drawing style's fonts, brushes and pen must go with the layout.
+// The classic key map editor's four dialogs and the press-key window; Configure Keyboard with a key
+// mapped on its pictures (the two keyboards read and drawn); and the keyboard picture made, drawn to
+// scale, pressed and destroyed with its keyboard: each a few hundred times in one process, the
+// drawing styles' fonts, brushes and pens going with their layouts.
 #include "forms/formsetup.h"
 #include "forms/soak.h"
-#include "keyboard/kdf.h"
+#include "keyboard/graphickeymap.h"
 #include "keyboard/keyboard_rc.h"
 #include "keyboard/keyboardctl.h"
+#include "keypress.h"
 
 #include <gtest/gtest.h>
-
-#include <cstdio>
 
 namespace qrl::test {
 namespace {
@@ -32,19 +32,29 @@ TEST(Soak, ClassicKeymap) {
     });
 }
 
+TEST(Soak, GraphicKeymap) {
+    ASSERT_TRUE(Product::Get().Loaded());
+    const std::u16string request =
+        ReplaceFirst(SampleText("keymap_request.xml"), u"samples\\keyboards", SampleKdfPath());
+    ExpectNoGrowth(200, [&](int run) {
+        bool pressed = false;
+        const RunResult r = RunRequest(request, L"Configure Keyboard", [&](Driver& d, HWND dlg) {
+            pressed = PressKey(GetDlgItem(dlg, IDC_PC_PICTURE), "at102.kdf", "pc", 112 + run % 3) &&
+                      PressKey(GetDlgItem(dlg, IDC_EM_PICTURE), "IBM5250.kdf", "IBM5250", 146);
+            Driver::Click(dlg, ID_MAPSET);
+            d.Settle(0);
+            d.Close(dlg);
+        }, 0);
+        return pressed && r.code == 0 && r.reply.find(u"emkey=\"146\"") != std::u16string::npos;
+    });
+}
+
 TEST(Soak, KeyboardPicture) {
     HINSTANCE instance = GetModuleHandleW(nullptr);
     ASSERT_TRUE(RegisterKeyboardClass(instance));
-    const std::string path = std::string(QRL_SOURCE_DIR) + "/samples/keyboards/at102.kdf";
     ExpectNoGrowth(200, [&](int) {
         GKbKeyboard keyboard;
-        std::FILE* file = std::fopen(path.c_str(), "rb");
-        if (!file) return false;
-        GKbHdr header;
-        const int read = readKeyboard(header, file, "pc", keyboard);
-        std::fclose(file);
-        if (read != kKdfOk) return false;
-        keyboard.setOwners();
+        if (LoadKeyboard(SampleKdfPath() + u"/at102.kdf", "pc", keyboard) != kKdfOk) return false;
         HWND parent = CreateWindowExW(0, L"STATIC", L"", WS_POPUP | WS_VISIBLE, 0, 0, 640, 220, nullptr, nullptr,
                                       nullptr, nullptr);
         HWND control = CreateWindowExW(0, kKeyboardClass, L"", WS_CHILD | WS_VISIBLE, 0, 0, 600, 200, parent,

@@ -1,14 +1,14 @@
 // The keyboard picture on a window as a key map dialog holds it: a sample keyboard drawn to scale,
 // presses told to the parent, selection and marks. What a key looks like in each state, the
 // scale and the key search are checked natively.
-#include "keyboard/kdf.h"
+#include "keyboard/graphickeymap.h"
 #include "keyboard/keyboardctl.h"
+#include "keypress.h"
 
 #include <windows.h>
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <memory>
 
 namespace qrl::test {
@@ -31,14 +31,7 @@ LRESULT CALLBACK ParentProc(HWND window, UINT message, WPARAM wParam, LPARAM lPa
 
 std::unique_ptr<GKbKeyboard> SampleKeyboard() {
     auto keyboard = std::make_unique<GKbKeyboard>();
-    std::FILE* file = std::fopen((std::string(QRL_SOURCE_DIR) + "/samples/keyboards/at102.kdf").c_str(), "rb");
-    if (!file) return nullptr;
-    GKbHdr header;
-    const int result = readKeyboard(header, file, "pc", *keyboard);
-    std::fclose(file);
-    if (result != kKdfOk) return nullptr;
-    keyboard->setOwners();
-    return keyboard;
+    return LoadKeyboard(SampleKdfPath() + u"/at102.kdf", "pc", *keyboard) == kKdfOk ? std::move(keyboard) : nullptr;
 }
 
 GKbKey* KeyOf(GKbLayout& layout, std::int32_t code) {

@@ -2,8 +2,6 @@
 // keys pressed on the two pictures or chosen in the lists, mapped to an emulation key, a string or
 // a global string, and the reply compared. The status texts and the mapping rules are checked
 // natively.
-#include "forms/dllhost.h"
-#include "forms/driver.h"
 #include "forms/formsetup.h"
 #include "keyboard/keyboard_rc.h"
 #include "keypress.h"
@@ -42,11 +40,7 @@ std::u16string Text(std::u16string_view pkey, std::u16string_view text) {
 const std::u16string kSampleMap = Map(u"112", u"112") + Map(u"113", u"113") + Map(u"13", u"147") + Map(u"16397", u"147");
 
 RunResult RunKeymap(const std::u16string& request, const std::function<void(Driver&, HWND)>& script) {
-    RunResult result;
-    const auto failures = RunDriven([&] { result = Product::Get().RunConfig2W(request); },
-                                    [&](Driver& d) { script(d, d.WaitForDialog(kTitle)); });
-    for (const std::string& f : failures) ADD_FAILURE() << f;
-    return result;
+    return RunRequest(request, kTitle, script);
 }
 
 void PressPc(HWND dlg, int32_t code) { ASSERT_TRUE(PressKey(GetDlgItem(dlg, IDC_PC_PICTURE), "at102.kdf", "pc", code)); }
@@ -58,11 +52,6 @@ std::wstring Status(HWND dlg) { return Driver::Text(GetDlgItem(dlg, IDC_GK_STATU
 bool Enabled(HWND dlg, int id) { return IsWindowEnabled(GetDlgItem(dlg, id)) != FALSE; }
 bool Shown(HWND dlg, int id) { return IsWindowVisible(GetDlgItem(dlg, id)) != FALSE; }
 
-void Accept(Driver& d, HWND dlg) {
-    Driver::Click(dlg, IDOK);
-    d.WaitGone(dlg);
-}
-
 class GraphicKeymap : public ::testing::Test {
 protected:
     void SetUp() override { ASSERT_TRUE(Product::Get().Loaded()); }
@@ -71,22 +60,19 @@ protected:
 // OK as it opened gives every list back as it came; Remove drops the shown key's mapping, and
 // Cancel drops the Remove.
 TEST_F(GraphicKeymap, OkUnchangedGivesTheWholeReplyAndRemoveDropsAMapping) {
-    const RunResult unchanged = RunKeymap(Request(kKdfPath), [&](Driver& d, HWND dlg) { Accept(d, dlg); });
+    const RunResult unchanged = RunKeymap(Request(kKdfPath), [](Driver& d, HWND dlg) { d.Close(dlg); });
     EXPECT_EQ(unchanged.reply, Reply(kSampleMap, Text(u"369", u"logoff"), Text(u"626", u"signon")));
-    std::wstring removed;
     const RunResult r = RunKeymap(Request(kKdfPath), [&](Driver& d, HWND dlg) {
         PressPc(dlg, 13);
         Driver::Click(dlg, ID_MAPREMOVE);
         d.Settle();
-        removed = Status(dlg);
-        Accept(d, dlg);
+        EXPECT_EQ(Status(dlg), L"PC 'Enter' is not mapped");
+        d.Close(dlg);
     });
-    EXPECT_EQ(removed, L"PC 'Enter' is not mapped");
     const RunResult cancelled = RunKeymap(Request(kKdfPath), [&](Driver& d, HWND dlg) {
         PressPc(dlg, 13);
         Driver::Click(dlg, ID_MAPREMOVE);
-        Driver::Click(dlg, IDCANCEL);
-        d.WaitGone(dlg);
+        d.Close(dlg, IDCANCEL);
     });
     EXPECT_EQ(cancelled.code, 2);
     EXPECT_EQ(cancelled.reply, u"");
@@ -96,27 +82,19 @@ TEST_F(GraphicKeymap, OkUnchangedGivesTheWholeReplyAndRemoveDropsAMapping) {
 
 // A PC key shows its emulation key; a press on the emulation picture picks a new target, Map binds it.
 TEST_F(GraphicKeymap, PcKeyRemappedToAnotherEmulationKey) {
-    std::vector<std::wstring> statuses;
-    bool removeOn = false, mapOn = false;
     const RunResult r = RunKeymap(Request(kKdfPath), [&](Driver& d, HWND dlg) {
-        statuses.push_back(Status(dlg));
+        EXPECT_EQ(Status(dlg), L"Select a key to show its mapping");
         PressPc(dlg, 112);
-        statuses.push_back(Status(dlg));
-        removeOn = Enabled(dlg, ID_MAPREMOVE);
+        EXPECT_EQ(Status(dlg), L"PC 'F1' is mapped to Emulation 'F1'");
+        EXPECT_TRUE(Enabled(dlg, ID_MAPREMOVE));
         PressEm(dlg, 146);
-        statuses.push_back(Status(dlg));
-        mapOn = Enabled(dlg, ID_MAPSET);
+        EXPECT_EQ(Status(dlg), L"Press 'Map' to map PC 'F1' to Emulation 'Reset'");
+        EXPECT_TRUE(Enabled(dlg, ID_MAPSET));
         Driver::Click(dlg, ID_MAPSET);
         d.Settle();
-        statuses.push_back(Status(dlg));
-        Accept(d, dlg);
+        EXPECT_EQ(Status(dlg), L"PC 'F1' is mapped to Emulation 'Reset'");
+        d.Close(dlg);
     });
-    EXPECT_EQ(statuses, (std::vector<std::wstring>{L"Select a key to show its mapping",
-                                                   L"PC 'F1' is mapped to Emulation 'F1'",
-                                                   L"Press 'Map' to map PC 'F1' to Emulation 'Reset'",
-                                                   L"PC 'F1' is mapped to Emulation 'Reset'"}));
-    EXPECT_TRUE(removeOn);
-    EXPECT_TRUE(mapOn);
     ASSERT_EQ(r.code, 0);
     EXPECT_EQ(r.reply, Reply(Map(u"113", u"113") + Map(u"13", u"147") + Map(u"16397", u"147") + Map(u"112", u"146"),
                              Text(u"369", u"logoff"), Text(u"626", u"signon")));
@@ -125,26 +103,20 @@ TEST_F(GraphicKeymap, PcKeyRemappedToAnotherEmulationKey) {
 // A left press on Shift latches it, so F2 stands for Shift+F2 and shows its string in the string
 // edit; a new text is mapped, and an empty one is refused.
 TEST_F(GraphicKeymap, ShiftedKeyShowsItsStringAndMapsANewOne) {
-    std::wstring shown, edited, blank;
-    bool stringEditShown = false;
     const RunResult r = RunKeymap(Request(kKdfPath), [&](Driver& d, HWND dlg) {
         PressPc(dlg, 0x10);
         PressPc(dlg, 113);
-        shown = Status(dlg);
-        stringEditShown = Shown(dlg, IDC_GK_STRING) && IsDlgButtonChecked(dlg, ID_EMSTRING) == BST_CHECKED;
+        EXPECT_EQ(Status(dlg), L"PC 'Sh+F2' is mapped to string 'logoff'");
+        EXPECT_TRUE(Shown(dlg, IDC_GK_STRING) && IsDlgButtonChecked(dlg, ID_EMSTRING) == BST_CHECKED);
         Driver::Type(GetDlgItem(dlg, IDC_GK_STRING), L"");
         Driver::Click(dlg, ID_MAPSET);
-        blank = d.Answer(dlg, IDOK);
+        EXPECT_EQ(d.Answer(dlg, IDOK), L"Quorl|The string must not be blank.");
         Driver::Type(GetDlgItem(dlg, IDC_GK_STRING), L"bye");
-        edited = Status(dlg);
+        EXPECT_EQ(Status(dlg), L"Press 'Map' to map PC 'Sh+F2' to string 'bye'");
         Driver::Click(dlg, ID_MAPSET);
         d.Settle();
-        Accept(d, dlg);
+        d.Close(dlg);
     });
-    EXPECT_EQ(shown, L"PC 'Sh+F2' is mapped to string 'logoff'");
-    EXPECT_TRUE(stringEditShown);
-    EXPECT_EQ(blank, L"Quorl|The string must not be blank.");
-    EXPECT_EQ(edited, L"Press 'Map' to map PC 'Sh+F2' to string 'bye'");
     ASSERT_EQ(r.code, 0);
     EXPECT_EQ(r.reply, Reply(kSampleMap, Text(u"369", u"bye"), Text(u"626", u"signon")));
 }
@@ -153,24 +125,21 @@ TEST_F(GraphicKeymap, ShiftedKeyShowsItsStringAndMapsANewOne) {
 // emulation key asks first; No keeps everything, Yes drops the string and, with no emulation key
 // chosen, maps nothing.
 TEST_F(GraphicKeymap, GlobalStringIsDroppedOnlyAfterTheQuestion) {
-    std::wstring shown, question, afterNo;
+    const std::wstring global = L"PC 'Ctrl+F3' is mapped to global string 'signon'";
     const RunResult r = RunKeymap(Request(kKdfPath), [&](Driver& d, HWND dlg) {
         Driver::Tick(dlg, ID_PCLIST);
         Driver::Tick(dlg, ID_PHYS_CTRL);
         Driver::SelectRow(dlg, IDC_GK_PCLIST, 2);
-        shown = Status(dlg);
+        EXPECT_EQ(Status(dlg), global);
         Driver::Tick(dlg, ID_EMKEY);
         Driver::Click(dlg, ID_MAPSET);
-        question = d.Answer(dlg, IDNO);
-        afterNo = Status(dlg);
+        EXPECT_EQ(d.Answer(dlg, IDNO), L"Quorl|This will remove the Global string for this key\nOk to continue?");
+        EXPECT_EQ(Status(dlg), global);
         Driver::Tick(dlg, ID_EMKEY);
         Driver::Click(dlg, ID_MAPSET);
         d.Answer(dlg, IDYES);
-        Accept(d, dlg);
+        d.Close(dlg);
     });
-    EXPECT_EQ(shown, L"PC 'Ctrl+F3' is mapped to global string 'signon'");
-    EXPECT_EQ(question, L"Quorl|This will remove the Global string for this key\nOk to continue?");
-    EXPECT_EQ(afterNo, L"PC 'Ctrl+F3' is mapped to global string 'signon'");
     ASSERT_EQ(r.code, 0);
     EXPECT_EQ(r.reply, Reply(kSampleMap, Text(u"369", u"logoff"), u""));
 }
@@ -178,53 +147,41 @@ TEST_F(GraphicKeymap, GlobalStringIsDroppedOnlyAfterTheQuestion) {
 // A folder with a short emulation .kdf and no PC one: both keyboards are lists, locked so; an
 // emulation key chosen first gets a PC key from the other list, and Map adds the pair.
 TEST_F(GraphicKeymap, WithoutUsableKeyboardFilesBothSidesAreListsAndStillMap) {
-    wchar_t temp[MAX_PATH] = {};
-    GetTempPathW(MAX_PATH, temp);
-    const std::wstring folder = std::wstring(temp) + L"qrlbadkdf";
+    const std::wstring folder = TempDir() + L"qrlbadkdf";
     CreateDirectoryW(folder.c_str(), nullptr);
     HANDLE file = CreateFileW((folder + L"\\IBM5250.kdf").c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
     ASSERT_NE(file, INVALID_HANDLE_VALUE);
     DWORD written = 0;
     WriteFile(file, "\x70\x22\x67", 3, &written, nullptr);
     CloseHandle(file);
-    std::wstring start, picked;
-    bool listsLocked = false;
     const RunResult r = RunKeymap(Request(std::u16string(folder.begin(), folder.end())), [&](Driver& d, HWND dlg) {
-        listsLocked = Shown(dlg, IDC_GK_PCLIST) && Shown(dlg, IDC_GK_EMLIST) && !Shown(dlg, IDC_PC_PICTURE) &&
-                      !Enabled(dlg, ID_PCLIST) && !Enabled(dlg, ID_EMLIST);
+        EXPECT_TRUE(Shown(dlg, IDC_GK_PCLIST) && Shown(dlg, IDC_GK_EMLIST) && !Shown(dlg, IDC_PC_PICTURE) &&
+                    !Enabled(dlg, ID_PCLIST) && !Enabled(dlg, ID_EMLIST));
         Driver::SelectRow(dlg, IDC_GK_EMLIST, 2);
-        start = Status(dlg);
+        EXPECT_EQ(Status(dlg), L"Emulation 'Reset' is not mapped");
         Driver::SelectRow(dlg, IDC_GK_PCLIST, 2);
-        picked = Status(dlg);
+        EXPECT_EQ(Status(dlg), L"Press 'Map' to map Emulation 'Reset' to PC 'F3'");
         Driver::Click(dlg, ID_MAPSET);
         d.Settle();
-        Accept(d, dlg);
+        d.Close(dlg);
     });
-    EXPECT_TRUE(listsLocked);
-    EXPECT_EQ(start, L"Emulation 'Reset' is not mapped");
-    EXPECT_EQ(picked, L"Press 'Map' to map Emulation 'Reset' to PC 'F3'");
     ASSERT_EQ(r.code, 0);
     EXPECT_EQ(r.reply, Reply(kSampleMap + Map(u"114", u"146"), Text(u"369", u"logoff"), Text(u"626", u"signon")));
 }
 
 // Keyboard Selection changes the layout at once; Cancel puts it back, OK keeps it for the reply.
 TEST_F(GraphicKeymap, KeyboardSelectionCancelRestoresTheLayout) {
-    std::vector<std::wstring> layouts;
-    std::vector<LRESULT> opened;
     const RunResult r = RunKeymap(Request(kKdfPath), [&](Driver& d, HWND dlg) {
         for (int button : {IDCANCEL, IDOK}) {
             Driver::Click(dlg, ID_KEYBOARDS);
             HWND keyboards = d.WaitForDialog(L"Keyboard Selection");
-            layouts = Driver::ListRows(keyboards, IDC_KBD_PC);
-            opened.push_back(SendDlgItemMessageW(keyboards, IDC_KBD_PC, CB_GETCURSEL, 0, 0));
+            EXPECT_EQ(Driver::ListRows(keyboards, IDC_KBD_PC), (std::vector<std::wstring>{L"United Kingdom", L"Deutschland"}));
+            EXPECT_EQ(SendDlgItemMessageW(keyboards, IDC_KBD_PC, CB_GETCURSEL, 0, 0), 0);  // Cancel put it back
             Driver::Choose(keyboards, IDC_KBD_PC, 1);
-            Driver::Click(keyboards, button);
-            d.WaitGone(keyboards);
+            d.Close(keyboards, button);
         }
-        Accept(d, dlg);
+        d.Close(dlg);
     });
-    EXPECT_EQ(layouts, (std::vector<std::wstring>{L"United Kingdom", L"Deutschland"}));
-    EXPECT_EQ(opened, (std::vector<LRESULT>{0, 0}));
     ASSERT_EQ(r.code, 0);
     EXPECT_EQ(r.reply, Reply(kSampleMap, Text(u"369", u"logoff"), Text(u"626", u"signon"), u"1"));
 }
