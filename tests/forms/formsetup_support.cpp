@@ -31,7 +31,9 @@ std::unique_ptr<TConfigSession> LoadSession(const std::u16string& request) {
 }
 
 std::u16string SampleText(const std::string& name) {
-    return ReadUtf8File(std::string(QRL_SOURCE_DIR) + "/samples/" + name);
+    std::string path = QRL_SOURCE_DIR "/samples/";
+    path += name;
+    return ReadUtf8File(path);
 }
 
 RunResult RunRequest(const std::u16string& request, const std::wstring& title,
