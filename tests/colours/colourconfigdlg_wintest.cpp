@@ -4,8 +4,7 @@
 #include "colours/colourhooks.h"
 #include "colours/colours_rc.h"
 #include "colours/palettemodel.h"
-#include "forms/dllhost.h"
-#include "forms/driver.h"
+#include "formsetup.h"
 #include "request/session.h"
 
 #include <commctrl.h>
@@ -54,19 +53,7 @@ TColourSchemeList SchemesOf(const std::u16string& reply) {
 }
 
 RunResult RunColours(const std::function<void(Driver&, HWND)>& script, const std::u16string& request = kRequest) {
-    RunResult result;
-    const auto failures = RunDriven([&] { result = Product::Get().RunConfig2W(request); },
-                                    [&](Driver& d) { script(d, d.WaitForDialog(kTitle)); });
-    for (const std::string& f : failures) ADD_FAILURE() << f;
-    return result;
-}
-
-// Opens a sub-dialog with `button`, lets `script` work it and waits for it to go.
-void InDialog(Driver& d, HWND owner, int button, const std::wstring& title, const std::function<void(HWND)>& script) {
-    Driver::Click(owner, button);
-    HWND dlg = d.WaitForDialog(title);
-    script(dlg);
-    d.WaitGone(dlg);
+    return RunRequest(request, kTitle, script);
 }
 
 // A press on a palette cell, left (foreground) or right (background) button.
@@ -94,27 +81,17 @@ protected:
 };
 
 TEST_F(ColourRoute, OpensOnTheSchemeInForceAndOkSendsNoUnchangedScheme) {
-    std::vector<std::wstring> schemes, emulation;
-    std::wstring shown, contrast;
-    std::size_t all = 0;
-    bool removable = false;
     const RunResult r = RunColours([&](Driver& d, HWND dlg) {
-        schemes = Driver::ListRows(dlg, IDC_SCHEME);
-        shown = SchemeShown(dlg);
-        contrast = Driver::Text(GetDlgItem(dlg, IDC_ATTRCONTRAST));
-        removable = RemoveEnabled(dlg);
-        emulation = Driver::ListRows(dlg, IDC_ATTRLIST);
+        EXPECT_EQ(Driver::ListRows(dlg, IDC_SCHEME), (std::vector<std::wstring>{L"Classic", L"Night"}));
+        EXPECT_EQ(SchemeShown(dlg), L"Night");
+        EXPECT_EQ(Driver::Text(GetDlgItem(dlg, IDC_ATTRCONTRAST)), L"Contrast 16.0:1");  // white on dark blue
+        EXPECT_TRUE(RemoveEnabled(dlg));
+        EXPECT_EQ(Driver::ListRows(dlg, IDC_ATTRLIST),
+                  (std::vector<std::wstring>{L"Normal", L"Blink", L"Reverse", L"Reverse+Blink"}));
         Driver::Tick(dlg, ID_ALL);
-        all = Driver::ListRows(dlg, IDC_ATTRLIST).size();
-        Driver::Click(dlg, IDOK);
-        d.WaitGone(dlg);
+        EXPECT_EQ(Driver::ListRows(dlg, IDC_ATTRLIST).size(), 96u + 16u);
+        d.Close(dlg);
     });
-    EXPECT_EQ(schemes, (std::vector<std::wstring>{L"Classic", L"Night"}));
-    EXPECT_EQ(shown, L"Night");
-    EXPECT_EQ(contrast, L"Contrast 16.0:1");  // white on the palette's dark blue
-    EXPECT_TRUE(removable);
-    EXPECT_EQ(emulation, (std::vector<std::wstring>{L"Normal", L"Blink", L"Reverse", L"Reverse+Blink"}));
-    EXPECT_EQ(all, 96u + 16u);
     EXPECT_EQ(r.code, 0);
     EXPECT_EQ(r.reply, Reply(u"/>", u"Night"));
 }
@@ -122,31 +99,24 @@ TEST_F(ColourRoute, OpensOnTheSchemeInForceAndOkSendsNoUnchangedScheme) {
 // An edit forks "Night" into "(custom)", which the combo shows though no row holds it; Save as names
 // it, and only the new scheme reaches the reply.
 TEST_F(ColourRoute, EditForksTheSchemeAndSaveAsNamesIt) {
-    std::wstring label, afterEdit, proposed;
-    bool removableAfterEdit = true;
     const RunResult r = RunColours([&](Driver& d, HWND dlg) {
         Driver::SelectRow(dlg, IDC_ATTRLIST, 2);  // Reverse
-        InDialog(d, dlg, IDC_ATTREDIT, L"Edit Attribute", [&](HWND edit) {
-            label = Driver::Text(GetDlgItem(edit, IDC_ATTR_LABEL));
+        d.InDialog(dlg, IDC_ATTREDIT, L"Edit Attribute", [&](HWND edit) {
+            EXPECT_EQ(Driver::Text(GetDlgItem(edit, IDC_ATTR_LABEL)), L"Attribute = Reverse");
             PressCell(edit, 2, false);
             PressCell(edit, 4, true);
             Driver::Tick(edit, IDC_FEATURE_FIRST + 1);  // Underline
             Driver::Click(edit, IDOK);
         });
-        afterEdit = SchemeShown(dlg);
-        removableAfterEdit = RemoveEnabled(dlg);
-        InDialog(d, dlg, IDC_SCHEME_SAVEAS, L"Save Colour Scheme", [&](HWND save) {
-            proposed = Driver::Text(GetDlgItem(save, IDC_SCHEME_NAME));
+        EXPECT_EQ(SchemeShown(dlg), L"(custom)");
+        EXPECT_FALSE(RemoveEnabled(dlg));
+        d.InDialog(dlg, IDC_SCHEME_SAVEAS, L"Save Colour Scheme", [&](HWND save) {
+            EXPECT_EQ(Driver::Text(GetDlgItem(save, IDC_SCHEME_NAME)), L"Night");
             Driver::Type(GetDlgItem(save, IDC_SCHEME_NAME), L"Mine");
             Driver::Click(save, IDOK);
         });
-        Driver::Click(dlg, IDOK);
-        d.WaitGone(dlg);
+        d.Close(dlg);
     });
-    EXPECT_EQ(label, L"Attribute = Reverse");
-    EXPECT_EQ(afterEdit, L"(custom)");
-    EXPECT_FALSE(removableAfterEdit);
-    EXPECT_EQ(proposed, L"Night");
     ASSERT_EQ(r.code, 0);
     EXPECT_NE(r.reply.find(u"<ColourScheme Element=\"Mine\" operation=\"update\">"), std::u16string::npos);
     EXPECT_EQ(r.reply.find(u"Night\" operation"), std::u16string::npos);
@@ -161,17 +131,12 @@ TEST_F(ColourRoute, EditForksTheSchemeAndSaveAsNamesIt) {
 
 // Removing asks with the scheme's name; the scheme goes as "delete", the fork as "(custom)".
 TEST_F(ColourRoute, RemoveAsksAndSendsTheSchemeAsDeleted) {
-    std::wstring question;
-    std::vector<std::wstring> left;
     const RunResult r = RunColours([&](Driver& d, HWND dlg) {
         Driver::Click(dlg, IDC_SCHEME_REMOVE);
-        question = d.Answer(dlg, IDYES);
-        left = Driver::ListRows(dlg, IDC_SCHEME);
-        Driver::Click(dlg, IDOK);
-        d.WaitGone(dlg);
+        EXPECT_EQ(d.Answer(dlg, IDYES), L"Quorl|Remove scheme \"Night\"?");
+        EXPECT_EQ(Driver::ListRows(dlg, IDC_SCHEME), std::vector<std::wstring>{L"Classic"});
+        d.Close(dlg);
     });
-    EXPECT_EQ(question, L"Quorl|Remove scheme \"Night\"?");
-    EXPECT_EQ(left, std::vector<std::wstring>{L"Classic"});
     ASSERT_EQ(r.code, 0);
     EXPECT_NE(r.reply.find(u"<ColourScheme Element=\"Night\" operation=\"delete\"/>\n      <ColourScheme "
                            u"Element=\"(custom)\" operation=\"update\">"),
@@ -182,32 +147,24 @@ TEST_F(ColourRoute, RemoveAsksAndSendsTheSchemeAsDeleted) {
 // Leaving changed custom colours asks first; No keeps them, Yes goes to the chosen scheme. The
 // sub-dialogs' Cancel still counts as a change, and OK of Advanced forks even with nothing changed.
 TEST_F(ColourRoute, LosingCustomChangesAsksAndCancelSendsNothing) {
-    std::wstring question, afterNo, afterYes, afterAdvanced;
-    bool blinkBoxInverted = false;
     const RunResult r = RunColours([&](Driver& d, HWND dlg) {
-        InDialog(d, dlg, IDC_ATTREDIT, L"Edit Attribute", [&](HWND edit) {
+        d.InDialog(dlg, IDC_ATTREDIT, L"Edit Attribute", [&](HWND edit) {
             Driver::Tick(edit, IDC_FEATURE_FIRST);
             Driver::Click(edit, IDCANCEL);
         });
         PickScheme(dlg, 0);
-        question = d.Answer(dlg, IDNO);
-        afterNo = SchemeShown(dlg);
+        EXPECT_EQ(d.Answer(dlg, IDNO), L"Quorl|Lose changes to custom scheme?");
+        EXPECT_EQ(SchemeShown(dlg), L"(custom)");
         PickScheme(dlg, 0);
         d.Answer(dlg, IDYES);
-        afterYes = SchemeShown(dlg);
-        InDialog(d, dlg, IDC_ATTR_ADVANCED, L"Advanced Attribute Configuration", [&](HWND advanced) {
-            blinkBoxInverted = IsDlgButtonChecked(advanced, IDC_DISABLE_BLINK_CFG) == BST_CHECKED;
+        EXPECT_EQ(SchemeShown(dlg), L"Classic");
+        d.InDialog(dlg, IDC_ATTR_ADVANCED, L"Advanced Attribute Configuration", [&](HWND advanced) {
+            EXPECT_EQ(IsDlgButtonChecked(advanced, IDC_DISABLE_BLINK_CFG), BST_CHECKED);  // inverted
             Driver::Click(advanced, IDOK);
         });
-        afterAdvanced = SchemeShown(dlg);
-        Driver::Click(dlg, IDCANCEL);
-        d.WaitGone(dlg);
+        EXPECT_EQ(SchemeShown(dlg), L"(custom)");
+        d.Close(dlg, IDCANCEL);
     });
-    EXPECT_EQ(question, L"Quorl|Lose changes to custom scheme?");
-    EXPECT_EQ(afterNo, L"(custom)");
-    EXPECT_EQ(afterYes, L"Classic");
-    EXPECT_TRUE(blinkBoxInverted);
-    EXPECT_EQ(afterAdvanced, L"(custom)");
     EXPECT_EQ(r.code, 2);
     EXPECT_EQ(r.reply, u"");
 }
@@ -215,29 +172,23 @@ TEST_F(ColourRoute, LosingCustomChangesAsksAndCancelSendsNothing) {
 // The palette editor's number edits move the sliders within their range, while the colour takes
 // the low byte of what was typed: 300 gives a red of 44.
 TEST_F(ColourRoute, PaletteEditorTakesTheLowByteOfATypedNumber) {
-    int startIndex = -1;
-    LRESULT slider = -1;
-    std::wstring merge;
     const RunResult r = RunColours([&](Driver& d, HWND dlg) {
-        InDialog(d, dlg, IDC_ATTREDIT, L"Edit Attribute", [&](HWND edit) {
-            InDialog(d, edit, IDC_PALETTE_CFG, L"Configure Palette", [&](HWND palette) {
-                startIndex = static_cast<int>(SendDlgItemMessageW(palette, IDC_PAL_INDEX, CB_GETCURSEL, 0, 0));
+        d.InDialog(dlg, IDC_ATTREDIT, L"Edit Attribute", [&](HWND edit) {
+            d.InDialog(edit, IDC_PALETTE_CFG, L"Configure Palette", [&](HWND palette) {
+                EXPECT_EQ(SendDlgItemMessageW(palette, IDC_PAL_INDEX, CB_GETCURSEL, 0, 0), 15);
                 Driver::Type(GetDlgItem(palette, IDC_PAL_RED), L"300");
-                slider = SendDlgItemMessageW(palette, IDC_PAL_RED_SLIDER, TBM_GETPOS, 0, 0);
+                EXPECT_EQ(SendDlgItemMessageW(palette, IDC_PAL_RED_SLIDER, TBM_GETPOS, 0, 0), 255);
                 Driver::Click(palette, IDOK);
             });
             Driver::Click(edit, IDOK);
         });
-        InDialog(d, dlg, IDC_ATTR_ADVANCED, L"Advanced Attribute Configuration", [&](HWND advanced) {
+        d.InDialog(dlg, IDC_ATTR_ADVANCED, L"Advanced Attribute Configuration", [&](HWND advanced) {
             Driver::Tick(advanced, IDC_MERGE_BOXES);
             Driver::Click(advanced, IDOK);
         });
-        InDialog(d, dlg, IDC_SCHEME_SAVEAS, L"Save Colour Scheme", [&](HWND save) { Driver::Click(save, IDOK); });
-        Driver::Click(dlg, IDOK);
-        d.WaitGone(dlg);
+        d.InDialog(dlg, IDC_SCHEME_SAVEAS, L"Save Colour Scheme", [&](HWND save) { Driver::Click(save, IDOK); });
+        d.Close(dlg);
     });
-    EXPECT_EQ(startIndex, 15);
-    EXPECT_EQ(slider, 255);
     ASSERT_EQ(r.code, 0);
     EXPECT_NE(r.reply.find(u"<Item Element=\"MergeBoxes\" Value=\"1\"/>"), std::u16string::npos);
     const TColourSchemeList sent = SchemesOf(r.reply);
@@ -250,20 +201,19 @@ TEST_F(ColourRoute, PaletteEditorTakesTheLowByteOfATypedNumber) {
 // Attribute's does), Advanced and Save as change nothing. A request without schemes opens too.
 TEST_F(ColourRoute, CancelInEverySubDialogKeepsNothingButTheFork) {
     const RunResult r = RunColours([&](Driver& d, HWND dlg) {
-        InDialog(d, dlg, IDC_ATTREDIT, L"Edit Attribute", [&](HWND edit) {
-            InDialog(d, edit, IDC_PALETTE_CFG, L"Configure Palette", [&](HWND palette) {
+        d.InDialog(dlg, IDC_ATTREDIT, L"Edit Attribute", [&](HWND edit) {
+            d.InDialog(edit, IDC_PALETTE_CFG, L"Configure Palette", [&](HWND palette) {
                 Driver::Type(GetDlgItem(palette, IDC_PAL_GREEN), L"9");
                 Driver::Click(palette, IDCANCEL);
             });
             Driver::Click(edit, IDCANCEL);
         });
-        InDialog(d, dlg, IDC_ATTR_ADVANCED, L"Advanced Attribute Configuration", [&](HWND advanced) {
+        d.InDialog(dlg, IDC_ATTR_ADVANCED, L"Advanced Attribute Configuration", [&](HWND advanced) {
             Driver::Tick(advanced, IDC_MERGE_BOXES);
             Driver::Click(advanced, IDCANCEL);
         });
-        InDialog(d, dlg, IDC_SCHEME_SAVEAS, L"Save Colour Scheme", [&](HWND save) { Driver::Click(save, IDCANCEL); });
-        Driver::Click(dlg, IDOK);
-        d.WaitGone(dlg);
+        d.OpenAndClose(dlg, IDC_SCHEME_SAVEAS, L"Save Colour Scheme", IDCANCEL);
+        d.Close(dlg);
     });
     ASSERT_EQ(r.code, 0);
     EXPECT_NE(r.reply.find(u"<ColourScheme Element=\"(custom)\" operation=\"update\">"), std::u16string::npos);
@@ -272,16 +222,13 @@ TEST_F(ColourRoute, CancelInEverySubDialogKeepsNothingButTheFork) {
     ASSERT_EQ(sent.size(), 1u);
     EXPECT_EQ(sent[0].palette, DefaultPalette());
 
-    std::vector<std::wstring> schemes{L"?"};
     const RunResult empty = RunColours(
         [&](Driver& d, HWND dlg) {
-            schemes = Driver::ListRows(dlg, IDC_SCHEME);
-            Driver::Click(dlg, IDOK);
-            d.WaitGone(dlg);
+            EXPECT_TRUE(Driver::ListRows(dlg, IDC_SCHEME).empty());
+            d.Close(dlg);
         },
         u"<Config ModuleType=\"ColourMap\"><DTD><Element Name=\"Schemes\" Type=\"colourschemelist\"/>"
         u"<Element Name=\"CurrScheme\" Type=\"string\"/></DTD><Data><Item Element=\"Schemes\"/></Data></Config>");
-    EXPECT_TRUE(schemes.empty());
     EXPECT_EQ(empty.reply, u"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Config>\n  <Data>\n    <Item "
                            u"Element=\"ColourSchemeList\"/>\n    <Item Element=\"CurrScheme\" Value=\"\"/>\n  </Data>\n</Config>");
 }

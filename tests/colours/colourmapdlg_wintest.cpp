@@ -4,9 +4,7 @@
 #include "colours/colours_rc.h"
 #include "colours/ibm5250colourmap.h"
 #include "colours/tandemcolourmap.h"
-#include "forms/dllhost.h"
-#include "forms/driver.h"
-#include "forms/formsetup.h"
+#include "formsetup.h"
 #include "forms/forms_rc.h"
 
 #include <gtest/gtest.h>
@@ -56,34 +54,26 @@ protected:
 TEST_F(ColourMapEditors, Ibm5250ColourTerminalEditsTheColourPart) {
     host.attributeForeground = 0x00FFFFFF;
     host.attributeBackground = 0x00777777;
-    std::wstring terminal, description, contrast;
-    int rows = 0, redPosition = -1, turquoisePosition = -1, reverseAfterRevert = -1;
     const RunResult r = Run(u"4711", u"", L"Attribute colours", L"IBM5250 Attribute Configuration", [&](Driver& d, HWND dlg) {
-        terminal = Driver::Text(GetDlgItem(dlg, IDC_5250_TERMINAL));
-        rows = Selection(dlg, IDC_5250_ATTRIBUTE, CB_GETCOUNT);
+        // An unknown mode is the first type.
+        EXPECT_EQ(Driver::Text(GetDlgItem(dlg, IDC_5250_TERMINAL)), L"IBM 3179-2  Colour terminal    ");
+        EXPECT_EQ(Selection(dlg, IDC_5250_ATTRIBUTE, CB_GETCOUNT), 32);
         Driver::Choose(dlg, IDC_5250_ATTRIBUTE, 8);  // code 28: red, blink on monochrome only
-        description = Driver::Text(GetDlgItem(dlg, IDC_5250_DESCRIPTION));
-        redPosition = Selection(dlg, IDC_5250_FOREGROUND);
+        EXPECT_EQ(Driver::Text(GetDlgItem(dlg, IDC_5250_DESCRIPTION)), L"Red");
+        EXPECT_EQ(Selection(dlg, IDC_5250_FOREGROUND), 4);
         Driver::Tick(dlg, IDC_5250_UNDERSCORE);
         Driver::Choose(dlg, IDC_5250_FOREGROUND, 1);  // Blue
         d.Settle();  // painted: the host is asked for its colours
         Driver::Choose(dlg, IDC_5250_ATTRIBUTE, 16);  // code 30: turquoise, value 3
-        turquoisePosition = Selection(dlg, IDC_5250_FOREGROUND);
+        EXPECT_EQ(Selection(dlg, IDC_5250_FOREGROUND), 3);  // the value taken as a position: "Pink"
         Driver::Choose(dlg, IDC_5250_ATTRIBUTE, 9);  // code 29: reverse
         Driver::Tick(dlg, IDC_5250_REVERSE);
         Driver::Click(dlg, IDC_5250_REVERT);
         d.Settle();
-        reverseAfterRevert = Checked(dlg, IDC_5250_REVERSE);
-        contrast = Driver::Text(GetDlgItem(dlg, IDC_5250_CONTRAST));
+        EXPECT_TRUE(Checked(dlg, IDC_5250_REVERSE));
+        EXPECT_EQ(Driver::Text(GetDlgItem(dlg, IDC_5250_CONTRAST)), L"Contrast 4.4:1 (low: hard to read)");
         Driver::Click(dlg, IDOK);
     });
-    EXPECT_EQ(terminal, L"IBM 3179-2  Colour terminal    ");  // an unknown mode is the first type
-    EXPECT_EQ(rows, 32);
-    EXPECT_EQ(description, L"Red");
-    EXPECT_EQ(redPosition, 4);
-    EXPECT_EQ(turquoisePosition, 3);  // the value taken as a position: "Pink"
-    EXPECT_EQ(reverseAfterRevert, 1);
-    EXPECT_EQ(contrast, L"Contrast 4.4:1 (low: hard to read)");
     bool askedForBlue = false;
     for (const HostWindow::Call& call : host.calls) askedForBlue |= call.code == 1 && call.text == u"0:0:1";
     EXPECT_TRUE(askedForBlue);
@@ -105,15 +95,13 @@ TEST_F(ColourMapEditors, Ibm5250MonochromeKeepsTheColours) {
 }
 
 TEST_F(ColourMapEditors, TandemPairsResetAndTheFlagsThatAreNotRead) {
-    int backgroundShown = -1, rows = 0;
-    bool disableShown = true;
     const RunResult r = Run(u"", u"1;", L"Tandem colours", L"T653X Colour Mapping Defaults", [&](Driver& d, HWND dlg) {
-        rows = Selection(dlg, IDC_TANDEM_ATTRIBUTES, LB_GETCOUNT);
-        disableShown = Checked(dlg, IDC_TANDEM_DISABLE);
+        EXPECT_EQ(Selection(dlg, IDC_TANDEM_ATTRIBUTES, LB_GETCOUNT), 24);
+        EXPECT_FALSE(Checked(dlg, IDC_TANDEM_DISABLE));
         ChooseRow(d, dlg, 8);
         Driver::Choose(dlg, IDC_TANDEM_BACKGROUND, 8);  // the first "White": stores 15
         Driver::Choose(dlg, IDC_TANDEM_FOREGROUND, 2);
-        backgroundShown = Selection(dlg, IDC_TANDEM_BACKGROUND);
+        EXPECT_EQ(Selection(dlg, IDC_TANDEM_BACKGROUND), 8);
         ChooseRow(d, dlg, 21);  // index 25
         Driver::Click(dlg, IDC_TANDEM_RESET);
         ChooseRow(d, dlg, 0);
@@ -122,9 +110,6 @@ TEST_F(ColourMapEditors, TandemPairsResetAndTheFlagsThatAreNotRead) {
         d.Settle();
         Driver::Click(dlg, IDOK);
     });
-    EXPECT_EQ(rows, 24);
-    EXPECT_FALSE(disableShown);
-    EXPECT_EQ(backgroundShown, 8);
     TTandemColourMap expected;
     expected.bytes[8] = 0xF2;
     expected.ResetIndex(25);
