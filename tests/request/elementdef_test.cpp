@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "request/elementdef.h"
 
 namespace qrl {
@@ -14,16 +16,13 @@ TElementDef element(ElementType type, std::u16string value) {
 }
 
 TEST(ElementType, WordsFoldCaseAndUnknownWordsAreUndefined) {
-    EXPECT_EQ(ParseElementType(u"BOOL"), ElementType::Bool);
-    EXPECT_EQ(ParseElementType(u"Boolean"), ElementType::Bool);
-    EXPECT_EQ(ParseElementType(u"bools"), ElementType::Undefined);
-    EXPECT_EQ(ParseElementType(u""), ElementType::Text);
-    EXPECT_EQ(ParseElementType(u"String"), ElementType::Text);
-    EXPECT_EQ(ParseElementType(u"Integer"), ElementType::Int);
-    EXPECT_EQ(ParseElementType(u"5250COLRS"), ElementType::Ibm5250Colours);
-    EXPECT_EQ(ParseElementType(u"SSLCertificate"), ElementType::SslCertificate);
-    EXPECT_EQ(ParseElementType(u"sshauthfile"), ElementType::SshAuthFile);
-    EXPECT_EQ(ParseElementType(u" int"), ElementType::Undefined);
+    const std::pair<const char16_t*, ElementType> cases[] = {
+        {u"BOOL", ElementType::Bool}, {u"Boolean", ElementType::Bool}, {u"bools", ElementType::Undefined},
+        {u"", ElementType::Text}, {u"String", ElementType::Text}, {u"Integer", ElementType::Int},
+        {u"5250COLRS", ElementType::Ibm5250Colours}, {u"SSLCertificate", ElementType::SslCertificate},
+        {u"sshauthfile", ElementType::SshAuthFile}, {u" int", ElementType::Undefined},
+    };
+    for (const auto& [word, type] : cases) EXPECT_EQ(ParseElementType(word), type) << ::testing::PrintToString(word);
     EXPECT_TRUE(IsListType(ElementType::KeyList));
     EXPECT_TRUE(IsListType(ElementType::MouseMap));
     EXPECT_FALSE(IsListType(ElementType::TandemColours));
@@ -99,14 +98,14 @@ TEST(SetIndex, ComparesAsNumbersOverTheStrings) {
 }
 
 TEST(MacroMode, FromTheFlags) {
-    TElementDef e;
-    EXPECT_EQ(e.MacroMode(), 7);
-    e.allowEmKeys = true;
-    EXPECT_EQ(e.MacroMode(), 7);
-    e.cEncoded = true;
-    EXPECT_EQ(e.MacroMode(), 3);
-    e.allowEmKeys = false;
-    EXPECT_EQ(e.MacroMode(), 1);
+    // {allow_emkeys, cencoded, mode}
+    for (const auto& [emKeys, cEncoded, mode] :
+         {std::tuple{false, false, 7}, {true, false, 7}, {true, true, 3}, {false, true, 1}}) {
+        TElementDef e;
+        e.allowEmKeys = emKeys;
+        e.cEncoded = cEncoded;
+        EXPECT_EQ(e.MacroMode(), mode) << emKeys << cEncoded;
+    }
 }
 
 TEST(ShortText, PlainTypesAndPassword) {
@@ -117,16 +116,20 @@ TEST(ShortText, PlainTypesAndPassword) {
     e.type = ElementType::Bool;  // masking concerns only the plain texts
     EXPECT_EQ(ElementValueToText(e), u"(off)");
 
-    EXPECT_EQ(ElementValueToText(element(ElementType::Bool, u"Yes")), u"(on)");
-    EXPECT_EQ(ElementValueToText(element(ElementType::Bool, u"2")), u"(on)");
-    EXPECT_EQ(ElementValueToText(element(ElementType::Bool, u"no")), u"(off)");
-    EXPECT_EQ(ElementValueToText(element(ElementType::Rgb, u"0000ff")), u"(RGB=0000ff)");
-    EXPECT_EQ(ElementValueToText(element(ElementType::Undefined, u"x")), u"(?\?\?)");
-    EXPECT_EQ(ElementValueToText(element(ElementType::KeyList, u"x")), u"(?\?\?)");
-    EXPECT_EQ(ElementValueToText(element(ElementType::Charset, u"x")), u"");
-    EXPECT_EQ(ElementValueToText(element(ElementType::TandemColours, u"x")), u"");
-    EXPECT_EQ(ElementValueToText(element(ElementType::Ibm5250Colours, u"x")), u"");
-    EXPECT_EQ(ElementValueToText(element(ElementType::SshAuthFile, u"id_rsa")), u"(id_rsa)");
+    // Bool texts come from GetBool, tested above; a char8 from CharacterText, tested below.
+    const struct Case { ElementType type; const char16_t* value; const char16_t* text; } cases[] = {
+        {ElementType::Bool, u"Yes", u"(on)"}, {ElementType::Rgb, u"0000ff", u"(RGB=0000ff)"},
+        {ElementType::Undefined, u"x", u"(?\?\?)"}, {ElementType::KeyList, u"x", u"(?\?\?)"},
+        {ElementType::Charset, u"x", u""}, {ElementType::TandemColours, u"x", u""},
+        {ElementType::Ibm5250Colours, u"x", u""}, {ElementType::SshAuthFile, u"id_rsa", u"(id_rsa)"},
+        {ElementType::Char8, u"27", u"(<ESC> 0x1B)"}, {ElementType::Font, u"", u"()"},
+        {ElementType::Printer, u"", u"(Default printer)"},
+        // The font shows its face name: "Ab" in the stream's hexadecimal form.
+        {ElementType::Font, u"-12 0 0 0 400 0 0 0 0 0 0 0 0 '00410062'", u"(Ab)"},
+        {ElementType::SslCertificate, u"Type=1|Store=MY|Subject=CN=me, O=x|", u"(me)"},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(ElementValueToText(element(c.type, c.value)), c.text) << static_cast<int>(c.type);
 
     TElementDef set = element(ElementType::Set, u"1");
     set.strings = {u"Low", u"High"};
@@ -137,26 +140,13 @@ TEST(ShortText, PlainTypesAndPassword) {
 }
 
 TEST(ShortText, Characters) {
-    EXPECT_EQ(CharacterText(u"27"), u"<ESC> 0x1B");
-    EXPECT_EQ(CharacterText(u"65"), u"A 0x41");
-    EXPECT_EQ(CharacterText(u"0"), u"<NUL> 0x00");
-    EXPECT_EQ(CharacterText(u"32"), u"<SP> 0x20");
-    EXPECT_EQ(CharacterText(u"127"), u"<DEL> 0x7F");
-    EXPECT_EQ(CharacterText(u"300"), u", 0x2C");  // the low byte of 300 is 44
-    EXPECT_EQ(CharacterText(u"-1"), u"\u00FF 0xFF");
-    EXPECT_EQ(CharacterText(u"150"), u"0x96");  // a C1 control has neither name nor glyph
-    EXPECT_EQ(CharacterText(u"x"), u"<NUL> 0x00");
-    EXPECT_EQ(ElementValueToText(element(ElementType::Char8, u"27")), u"(<ESC> 0x1B)");
-}
-
-TEST(ShortText, StructuredValues) {
-    // The font shows its face name: "Ab" in the stream's hexadecimal form.
-    EXPECT_EQ(ElementValueToText(element(ElementType::Font, u"-12 0 0 0 400 0 0 0 0 0 0 0 0 '00410062'")),
-              u"(Ab)");
-    EXPECT_EQ(ElementValueToText(element(ElementType::Font, u"")), u"()");
-    EXPECT_EQ(ElementValueToText(element(ElementType::Printer, u"")), u"(Default printer)");
-    EXPECT_EQ(ElementValueToText(element(ElementType::SslCertificate, u"Type=1|Store=MY|Subject=CN=me, O=x|")),
-              u"(me)");
+    const std::pair<const char16_t*, const char16_t*> cases[] = {
+        {u"27", u"<ESC> 0x1B"}, {u"65", u"A 0x41"}, {u"0", u"<NUL> 0x00"}, {u"32", u"<SP> 0x20"},
+        {u"127", u"<DEL> 0x7F"}, {u"300", u", 0x2C"},  // the low byte of 300 is 44
+        {u"-1", u"\u00FF 0xFF"}, {u"150", u"0x96"},     // a C1 control has neither name nor glyph
+        {u"x", u"<NUL> 0x00"},
+    };
+    for (const auto& [value, text] : cases) EXPECT_EQ(CharacterText(value), text) << ::testing::PrintToString(value);
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "request/hostlink.h"
@@ -32,6 +33,11 @@ public:
             if (n < record.first) buffer[n] = u'\0';
         }
         return answer ? answer(record) : 0;
+    }
+
+    // A call's window, message, code and first value, to compare in one go.
+    static std::tuple<uint64_t, uint32_t, uint32_t, uint64_t> Key(const Call& c) {
+        return {c.window, c.message, c.record.code, c.record.first};
     }
 
     // The zero-terminated text at the address of a record's value.

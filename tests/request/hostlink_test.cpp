@@ -37,18 +37,15 @@ uint64_t answerWith(const THostLinkRecord& record, const std::u16string& text) {
 }
 
 TEST(HostLinkRecords, WireLayout) {
-    EXPECT_EQ(offsetof(THostLinkRecord, first), 4u);
-    EXPECT_EQ(offsetof(THostLinkRecord, second), 12u);
-    EXPECT_EQ(offsetof(THostExchangeRecord, request), 8u);
-    EXPECT_EQ(offsetof(THostExchangeRecord, reply), 16u);
-    EXPECT_EQ(offsetof(THostExchangeRecord, capacity), 24u);
-    EXPECT_EQ(offsetof(THostExchangeRecord, needed), 32u);
+    using E = THostExchangeRecord;
+    using C = THostAttributeColourRecord;
+    using L = THostAddLanguageRecord;
+    const std::vector<std::size_t> offsets{
+        offsetof(THostLinkRecord, first), offsetof(THostLinkRecord, second), offsetof(E, request), offsetof(E, reply),
+        offsetof(E, capacity), offsetof(E, needed), offsetof(C, attribute2), offsetof(C, foreground),
+        offsetof(C, background), offsetof(L, name), offsetof(L, base)};
+    EXPECT_EQ(offsets, (std::vector<std::size_t>{4, 12, 8, 16, 24, 32, 5, 20, 24, 8, 16}));
     EXPECT_EQ(THostExchangeRecord{}.size, 48u);
-    EXPECT_EQ(offsetof(THostAttributeColourRecord, attribute2), 5u);
-    EXPECT_EQ(offsetof(THostAttributeColourRecord, foreground), 20u);
-    EXPECT_EQ(offsetof(THostAttributeColourRecord, background), 24u);
-    EXPECT_EQ(offsetof(THostAddLanguageRecord, name), 8u);
-    EXPECT_EQ(offsetof(THostAddLanguageRecord, base), 16u);
 }
 
 TEST(HostLinkSend, NeedsWindowAndMessage) {
@@ -57,12 +54,8 @@ TEST(HostLinkSend, NeedsWindowAndMessage) {
     HostLink link = linkTo(host);
     EXPECT_EQ(link.Send(8438, 1, 2), 77u);
     ASSERT_EQ(host.calls.size(), 1u);
-    EXPECT_EQ(host.calls[0].window, 0x1234u);
-    EXPECT_EQ(host.calls[0].message, 0x400u);
-    EXPECT_EQ(host.calls[0].record.code, 8438u);
-    EXPECT_EQ(host.calls[0].record.first, 1u);
+    EXPECT_EQ(TFakeHost::Key(host.calls[0]), TFakeHost::Key({0x1234, 0x400, {8438, 1, 0}}));
     EXPECT_EQ(host.calls[0].record.second, 2u);
-
     link.message = 0;
     EXPECT_EQ(link.Send(8438, 0, 0), 0u);
     link.message = 0x400;
@@ -177,12 +170,6 @@ TEST(HostLinkQueries, AuthDirectoryAndEmulationName) {
     };
     EXPECT_EQ(link.EmulationName(), u"");
 }
-
-}  // namespace
-}  // namespace qrl
-
-namespace qrl {
-namespace {
 
 TEST(HostLinkQueries, LanguagesAndColours) {
     TFakeHost host;

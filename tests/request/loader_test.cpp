@@ -7,6 +7,7 @@
 #include "locale/language.h"
 #include "request/hooks.h"
 #include "request/session.h"
+#include "text/textutil.h"
 #include "xml/node.h"
 
 namespace qrl {
@@ -23,17 +24,18 @@ std::u16string loadError(std::u16string_view request) {
     return u"no error";
 }
 
-TEST(Loader, EmptyConfigLoadsEmpty) {
-    TConfigSession s;
-    s.LoadRequestText(u"<Config/>");
-    EXPECT_TRUE(s.elements.empty());
-    EXPECT_TRUE(s.dataValues.empty());
-    EXPECT_TRUE(s.moduleLists.empty());
-    EXPECT_TRUE(s.startForm.empty());
-    EXPECT_EQ(s.link.window, 0u);
-    EXPECT_EQ(s.link.message, 0u);
-    EXPECT_FALSE(s.connected);
-    EXPECT_TRUE(s.authFileDirectory.empty());
+// An element's fields as read from the request, in one text for one comparison: the type code,
+// min, max and max_length, the six flags (hidden, rdonly, password, macro_assist, allow_emkeys,
+// cencoded), then default, value, group, description, help_file, help_id and the default help file.
+std::u16string fields(const TElementDef& e) {
+    std::u16string text = e.name + u" " + decimal(static_cast<int>(e.type)) + u" " + decimal(e.min) + u" " +
+                          decimal(e.max) + u" " + decimal(e.maxLength) + u" ";
+    for (bool flag : {e.hidden, e.readOnly, e.password, e.macroAssist, e.allowEmKeys, e.cEncoded})
+        text += flag ? u'1' : u'0';
+    for (const std::u16string* part : {&e.defaultValue, &e.value, &e.group, &e.description, &e.helpFile, &e.helpId,
+                                       &e.defaultHelpFile})
+        text += u"|" + *part;
+    return text;
 }
 
 TEST(Loader, RootAttributesMatchExactlyWhileTagsFoldCase) {
@@ -42,6 +44,10 @@ TEST(Loader, RootAttributesMatchExactlyWhileTagsFoldCase) {
     EXPECT_EQ(s.moduleType, u"");  // MODULETYPE is not ModuleType
     EXPECT_EQ(s.iniFile, u"a.ini");
     EXPECT_EQ(s.langId, u"de");
+    // A root without children leaves everything else empty.
+    EXPECT_TRUE(s.elements.empty() && s.dataValues.empty() && s.moduleLists.empty() && s.startForm.empty());
+    EXPECT_EQ(s.link.window + s.link.message, 0u);
+    EXPECT_FALSE(s.connected || !s.authFileDirectory.empty());
 }
 
 TEST(Loader, ErrorTexts) {
@@ -72,27 +78,9 @@ TEST(Loader, ElementAttributes) {
         u"<Element Name=\"Other\" hidden=\"true\" rdonly=\"1\" Type=\"bools\"/>"
         u"</DTD></Config>");
     ASSERT_EQ(s.elements.size(), 2u);
-    const TElementDef& e = s.elements[0];
-    EXPECT_EQ(e.type, ElementType::Int);
-    EXPECT_EQ(e.min, 10);
-    EXPECT_EQ(e.max, -20);
-    EXPECT_EQ(e.defaultValue, u"12");
-    EXPECT_EQ(e.value, u"12");
-    EXPECT_EQ(e.description, u"Speed");
-    EXPECT_EQ(e.maxLength, 8);
-    EXPECT_TRUE(e.hidden);
-    EXPECT_FALSE(e.readOnly);  // "true" is 0 as an integer
-    EXPECT_TRUE(e.password);
-    EXPECT_TRUE(e.macroAssist);
-    EXPECT_FALSE(e.allowEmKeys);
-    EXPECT_TRUE(e.cEncoded);
-    EXPECT_EQ(e.group, u"Line.Speed");
-    EXPECT_EQ(e.helpFile, u"h.hlp");
-    EXPECT_EQ(e.helpId, u"77");
-    const TElementDef& o = s.elements[1];
-    EXPECT_FALSE(o.hidden);  // only exactly "1" hides
-    EXPECT_TRUE(o.readOnly);
-    EXPECT_EQ(o.type, ElementType::Undefined);
+    // Numbers are read leniently, "true" is 0 as an integer, only exactly "1" hides.
+    EXPECT_EQ(fields(s.elements[0]), u"Speed 3 10 -20 8 101101|12|12|Line.Speed|Speed|h.hlp|77|");
+    EXPECT_EQ(fields(s.elements[1]), u"Other 12 0 0 0 010000|||||||");
 }
 
 TEST(Loader, ChoiceLists) {
@@ -139,9 +127,8 @@ TEST_F(LoaderLanguage, ElementKeysUseTheHelpFileReadSoFar) {
     using L = std::vector<std::u16string>;
     EXPECT_EQ(s.elements[0].strings, (L{u"Eins", u"Zwei"}));
     EXPECT_EQ(s.elements[0].values, (L{u"Eins", u"Zwei"}));
-    EXPECT_EQ(s.elements[0].description, u"Beschreibung");
-    EXPECT_EQ(s.elements[0].defaultHelpFile, u"h.hlp");
-    EXPECT_EQ(s.elements[1].description, u"Ohne Liste");
+    EXPECT_EQ(fields(s.elements[0]), u"N 5 0 0 0 000000|||G|Beschreibung|||h.hlp");
+    EXPECT_EQ(fields(s.elements[1]), u"M 0 0 0 0 000000|||G|Ohne Liste|||h.hlp");
     EXPECT_EQ(s.helpFile, u"h.hlp");  // an empty attribute replaces nothing
     EXPECT_EQ(s.helpBaseFile, u"b");
     EXPECT_EQ(s.helpTopic, u"u");
@@ -151,8 +138,7 @@ TEST_F(LoaderLanguage, ElementKeysUseTheHelpFileReadSoFar) {
     late.LoadRequestText(
         u"<Config><DTD><Element Name=\"L\" group=\"G\" strings=\"x\" descr=\"d\"/></DTD>"
         u"<Help help_file=\"h.hlp\"/></Config>");
-    EXPECT_EQ(late.elements[0].description, u"Frueh");
-    EXPECT_EQ(late.elements[0].defaultHelpFile, u"");
+    EXPECT_EQ(fields(late.elements[0]), u"L 0 0 0 0 000000|||G|Frueh|||");
 }
 
 TEST(Loader, ModuleLists) {
@@ -263,21 +249,18 @@ TEST(Loader, ListItemsGoToTheirHooksAndSetTheirFlags) {
 TEST(Loader, LinkAttributes) {
     TConfigSession s;
     s.LoadRequestText(u"<Config><Link type=\"HWND\" value=\" 0x1A2b \" msgid=\"400\"/></Config>");
-    EXPECT_EQ(s.link.window, 0x1A2Bu);
-    EXPECT_EQ(s.link.message, 0x400u);
+    EXPECT_EQ(std::pair(s.link.window, s.link.message), std::pair(uint64_t{0x1A2B}, uint32_t{0x400}));
 
     TConfigSession lower;
     lower.LoadRequestText(u"<Config><Link type=\"hwnd\" value=\"1234\" msgid=\"400\"/></Config>");
-    EXPECT_EQ(lower.link.window, 0u);
-    EXPECT_EQ(lower.link.message, 0u);
+    EXPECT_EQ(std::pair(lower.link.window, lower.link.message), std::pair(uint64_t{0}, uint32_t{0}));
 
     // A later Link with an empty field keeps what the earlier one gave.
     TConfigSession twice;
     twice.LoadRequestText(
         u"<Config><Link type=\"HWND\" value=\"10\" msgid=\"20\"/><Link type=\"HWND\" value=\"\" msgid=\"30\"/>"
         u"<Link type=\"other\" value=\"99\" msgid=\"99\"/></Config>");
-    EXPECT_EQ(twice.link.window, 0x10u);
-    EXPECT_EQ(twice.link.message, 0x30u);
+    EXPECT_EQ(std::pair(twice.link.window, twice.link.message), std::pair(uint64_t{0x10}, uint32_t{0x30}));
 }
 
 TEST(Loader, AuthFilesComeFromTheHostsDirectory) {
@@ -293,10 +276,7 @@ TEST(Loader, AuthFilesComeFromTheHostsDirectory) {
     s.link.channel = &host;
     s.LoadRequestText(u"<Config><Link type=\"HWND\" value=\"5\" msgid=\"7\"/></Config>");
     ASSERT_EQ(host.calls.size(), 1u);
-    EXPECT_EQ(host.calls[0].record.code, 123u);
-    EXPECT_EQ(host.calls[0].record.first, 260u);
-    EXPECT_EQ(host.calls[0].window, 5u);
-    EXPECT_EQ(host.calls[0].message, 7u);
+    EXPECT_EQ(testing::TFakeHost::Key(host.calls[0]), testing::TFakeHost::Key({5, 7, {123, 260, 0}}));
     EXPECT_EQ(s.authFileDirectory, dir.u16string());
     EXPECT_EQ(s.authFiles, (std::vector<std::u16string>{u"C_key", u"a_key", u"b_key"}));
     // Listing again (after a key file was imported) takes the directory as it now stands.

@@ -39,11 +39,16 @@ constexpr std::u16string_view kRequest =
     u"<Data><Item Element=\"Host\" Value=\"h\"/></Data><ModuleList Current=\"vt\"/></Config>";
 constexpr std::u16string_view kHead = u"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Config>\n";
 
+// A run's result, code and status and reply compared at once.
 struct TRun {
     int code;
     uint32_t status;
     std::u16string reply;
+    bool operator==(const TRun&) const = default;
 };
+void PrintTo(const TRun& r, std::ostream* os) {
+    *os << "{" << r.code << ", status " << r.status << ", " << ::testing::PrintToString(r.reply) << "}";
+}
 
 TRun run(std::u16string_view request, const TRunRoutes& routes, uint64_t capacity = 4096) {
     std::vector<char16_t> buffer(capacity + 1, u'#');
@@ -62,30 +67,20 @@ TRunRoutes formRoutes() {
 TEST(Run, GeneralRouteResults) {
     const TRunRoutes routes = formRoutes();
     g_formResult = kDialogOk;
-    TRun r = run(kRequest, routes);
-    EXPECT_EQ(r.code, 0);
-    EXPECT_EQ(r.status, 0u);
-    EXPECT_EQ(r.reply, std::u16string(kHead) +
-                           u"  <Data>\n    <Item Element=\"Host\" Value=\"changed\"/>\n  </Data>\n</Config>");
-
+    EXPECT_EQ(run(kRequest, routes),
+              (TRun{0, 0, std::u16string(kHead) +
+                              u"  <Data>\n    <Item Element=\"Host\" Value=\"changed\"/>\n  </Data>\n</Config>"}));
     g_formResult = kDialogModule;
-    r = run(kRequest, routes);
-    EXPECT_EQ(r.code, 0);
-    EXPECT_EQ(r.status, 3u);
-    EXPECT_EQ(r.reply, std::u16string(kHead) +
-                           u"  <Directives>\n    <ChangeEmul ModuleName=\"chosen\"/>\n  </Directives>\n</Config>");
-
+    EXPECT_EQ(run(kRequest, routes),
+              (TRun{0, 3, std::u16string(kHead) +
+                              u"  <Directives>\n    <ChangeEmul ModuleName=\"chosen\"/>\n  </Directives>\n</Config>"}));
     g_formResult = kDialogConnect;
-    r = run(kRequest, routes);
-    EXPECT_EQ(r.code, 0);
-    EXPECT_EQ(r.status, 2u);
-    EXPECT_NE(r.reply.find(u"<CommConnect/>"), std::u16string::npos);
-
+    EXPECT_EQ(run(kRequest, routes),
+              (TRun{0, 2, std::u16string(kHead) + u"  <Data>\n    <Item Element=\"Host\" Value=\"changed\"/>\n  </Data>\n"
+                                                  u"  <Directives>\n    <CommConnect/>\n  </Directives>\n</Config>"}));
     for (int result : {kDialogCancel, 0, 7}) {
         g_formResult = result;
-        r = run(kRequest, routes);
-        EXPECT_EQ(r.code, 1);
-        EXPECT_EQ(r.status, 1u);
+        EXPECT_EQ(run(kRequest, routes), (TRun{1, 1, u""})) << result;
     }
 }
 
@@ -98,9 +93,7 @@ TEST(Run, CapacityRuleAndStatusOnOverflow) {
 
     g_formResult = kDialogConnect;
     const std::size_t connectLength = run(kRequest, routes).reply.size();
-    const TRun r = run(kRequest, routes, connectLength);
-    EXPECT_EQ(r.code, 160);
-    EXPECT_EQ(r.status, 0u);  // not 2: the run's result is lost with its reply
+    EXPECT_EQ(run(kRequest, routes, connectLength), (TRun{160, 0, u""}));  // status not 2: lost with the reply
 }
 
 TEST(Run, FailuresAre630WithStatusZero) {
@@ -109,9 +102,7 @@ TEST(Run, FailuresAre630WithStatusZero) {
     g_formCalls = 0;
     for (std::u16string_view broken : {std::u16string_view(u"<Config"), std::u16string_view(u"<Konfig/>"),
                                        std::u16string_view(u""), std::u16string_view(u"<Config><Data><X/></Data></Config>")}) {
-        const TRun r = run(broken, routes);
-        EXPECT_EQ(r.code, 630);
-        EXPECT_EQ(r.status, 0u);
+        EXPECT_EQ(run(broken, routes), (TRun{630, 0, u""}));
     }
     EXPECT_EQ(g_formCalls, 0);
 
@@ -120,9 +111,7 @@ TEST(Run, FailuresAre630WithStatusZero) {
     EXPECT_EQ(run(kRequest, throwing).code, 630);
 
     // Without a form runner the general route has no dialog: cancelled.
-    const TRun none = run(kRequest, TRunRoutes{});
-    EXPECT_EQ(none.code, 1);
-    EXPECT_EQ(none.status, 1u);
+    EXPECT_EQ(run(kRequest, TRunRoutes{}), (TRun{1, 1, u""}));
 }
 
 TEST(Run, NullStatusPointer) {
@@ -135,27 +124,22 @@ TEST(Run, NullStatusPointer) {
 }
 
 TEST(Run, DispatchOnModuleType) {
-    EXPECT_EQ(EditorRouteOf(u"keymap"), static_cast<int>(EditorRoute::KeyMap));
-    EXPECT_EQ(EditorRouteOf(u"COLOURMAP"), static_cast<int>(EditorRoute::ColourMap));
-    EXPECT_EQ(EditorRouteOf(u"Printer"), static_cast<int>(EditorRoute::Printer));
-    EXPECT_EQ(EditorRouteOf(u"hotspots"), static_cast<int>(EditorRoute::Hotspots));
-    EXPECT_EQ(EditorRouteOf(u"MouseMap"), static_cast<int>(EditorRoute::MouseMap));
-    EXPECT_EQ(EditorRouteOf(u"Emul"), -1);
-    EXPECT_EQ(EditorRouteOf(u""), -1);
-    EXPECT_EQ(EditorRouteOf(u"KeyMaps"), -1);
+    const struct Case { const char16_t* type; int route; } cases[] = {
+        {u"keymap", static_cast<int>(EditorRoute::KeyMap)}, {u"COLOURMAP", static_cast<int>(EditorRoute::ColourMap)},
+        {u"Printer", static_cast<int>(EditorRoute::Printer)}, {u"hotspots", static_cast<int>(EditorRoute::Hotspots)},
+        {u"MouseMap", static_cast<int>(EditorRoute::MouseMap)}, {u"Emul", -1}, {u"", -1}, {u"KeyMaps", -1},
+    };
+    for (const Case& c : cases) EXPECT_EQ(EditorRouteOf(c.type), c.route) << ::testing::PrintToString(c.type);
 
     TRunRoutes routes = formRoutes();
     g_formResult = kDialogOk;
     g_formCalls = 0;
     // A specialised type with no editor yet fails; the form is not shown.
-    TRun r = run(u"<Config ModuleType=\"keymap\"/>", routes);
-    EXPECT_EQ(r.code, 630);
-    EXPECT_EQ(r.status, 0u);
+    EXPECT_EQ(run(u"<Config ModuleType=\"keymap\"/>", routes), (TRun{630, 0, u""}));
     EXPECT_EQ(g_formCalls, 0);
     // A root whose attribute is spelt in capitals takes the general route.
-    r = run(u"<CONFIG MODULETYPE=\"KeyMap\"/>", routes);
+    EXPECT_EQ(run(u"<CONFIG MODULETYPE=\"KeyMap\"/>", routes).code, 0);
     EXPECT_EQ(g_formCalls, 1);
-    EXPECT_EQ(r.code, 0);
 }
 
 TEST(Run, SpecialisedRouteRepliesWithAllValues) {
@@ -165,22 +149,16 @@ TEST(Run, SpecialisedRouteRepliesWithAllValues) {
         u"<Config ModuleType=\"mousemap\"><DTD><Element Name=\"Host\"/><Element Name=\"Other\" Default=\"o\"/></DTD>"
         u"<Data><Item Element=\"Other\" Value=\"o\"/></Data></Config>";
     editorResult = kDialogOk;
-    TRun r = run(request, routes);
-    EXPECT_EQ(r.code, 0);
-    EXPECT_EQ(r.status, 0u);
     // All values, and no ApplyDataValues on this path: Other keeps its Default.
-    EXPECT_EQ(r.reply, std::u16string(kHead) +
-                           u"  <Data>\n    <Item Element=\"Host\" Value=\"edited\"/>\n"
-                           u"    <Item Element=\"Other\" Value=\"o\"/>\n  </Data>\n</Config>");
-
+    EXPECT_EQ(run(request, routes), (TRun{0, 0, std::u16string(kHead) +
+                                                    u"  <Data>\n    <Item Element=\"Host\" Value=\"edited\"/>\n"
+                                                    u"    <Item Element=\"Other\" Value=\"o\"/>\n  </Data>\n</Config>"}));
     editorResult = kDialogCancel;
-    r = run(request, routes);
-    EXPECT_EQ(r.code, 2);  // the editor's result as it stands
-    EXPECT_EQ(r.status, 0u);
+    EXPECT_EQ(run(request, routes), (TRun{2, 0, u""}));  // the editor's result as it stands
     editorResult = 4321;
-    EXPECT_EQ(run(request, routes).code, 4321);
+    EXPECT_EQ(run(request, routes), (TRun{4321, 0, u""}));
     editorResult = kDialogOk;
-    EXPECT_EQ(run(request, routes, 20).code, 160);
+    EXPECT_EQ(run(request, routes, 20), (TRun{160, 0, u""}));
 }
 
 TEST(Run, MacroAssistFlagFollowsTheIniFile) {
