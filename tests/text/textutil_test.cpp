@@ -19,56 +19,47 @@ TEST(TextCompare, FoldsOnlyAsciiLettersLikeTheRuntime) {
     EXPECT_EQ(IHash{}(u"Data"), IHash{}(u"dATA"));
 }
 
+// A reader's result and the count of characters it used, for one comparison.
+template <class Reader>
+std::pair<long long, std::size_t> read(Reader reader, std::u16string_view text) {
+    std::size_t used = 99;
+    const long long value = reader(text, &used);
+    return {value, used};
+}
+using Read = std::pair<long long, std::size_t>;
+
 TEST(TextNumbers, DecimalIsLenient) {
-    EXPECT_EQ(wtoi(u"  42xyz"), 42);
-    EXPECT_EQ(wtoi(u"-17"), -17);
-    EXPECT_EQ(wtoi(u"+8"), 8);
-    EXPECT_EQ(wtoi(u"x1"), 0);
-    EXPECT_EQ(wtoi(u""), 0);
-    EXPECT_EQ(wtoi(u"- 1"), 0);
-    EXPECT_EQ(wtoi(u"99999999999"), 2147483647);
-    EXPECT_EQ(wtoi(u"-99999999999"), -2147483647 - 1);
-    std::size_t used = 7;
-    EXPECT_EQ(wcstolBase10(u"\t12 ", &used), 12);
-    EXPECT_EQ(used, 3u);
-    EXPECT_EQ(wcstolBase10(u"abc", &used), 0);
-    EXPECT_EQ(used, 0u);
+    const std::pair<const char16_t*, int> cases[] = {
+        {u"  42xyz", 42}, {u"-17", -17}, {u"+8", 8}, {u"x1", 0}, {u"", 0}, {u"- 1", 0},
+        {u"99999999999", 2147483647}, {u"-99999999999", -2147483647 - 1},
+    };
+    for (const auto& [text, value] : cases) EXPECT_EQ(wtoi(text), value) << utf16ToUtf8(text);
+    EXPECT_EQ(read(wcstolBase10, u"\t12 "), Read(12, 3));
+    EXPECT_EQ(read(wcstolBase10, u"abc"), Read(0, 0));
 }
 
 TEST(TextNumbers, HexadecimalIsLenient) {
-    EXPECT_EQ(wcstoulBase16(u"ff"), 0xFFu);
-    EXPECT_EQ(wcstoulBase16(u"0x1A"), 0x1Au);
-    EXPECT_EQ(wcstoulBase16(u"0xg"), 0u);
-    EXPECT_EQ(wcstoulBase16(u" 10zz"), 0x10u);
-    EXPECT_EQ(wcstoulBase16(u"123456789"), 0xFFFFFFFFu);
-    EXPECT_EQ(wcstoulBase16(u"-1"), 0xFFFFFFFFu);
-    std::size_t used = 9;
-    // "0x" is taken as the prefix whatever follows; with no digit after it there is no number.
-    EXPECT_EQ(wcstoulBase16(u"0xg", &used), 0u);
-    EXPECT_EQ(used, 0u);
-    EXPECT_EQ(wcstoulBase16(u"0X", &used), 0u);
-    EXPECT_EQ(used, 0u);
-    EXPECT_EQ(wcstoulBase16(u"-0x10", &used), 0xFFFFFFF0u);
-    EXPECT_EQ(used, 5u);
-    EXPECT_EQ(wcstoulBase16(u"0", &used), 0u);
-    EXPECT_EQ(used, 1u);
+    // {text, value, characters used}
+    const struct Case { const char16_t* text; long long value; std::size_t used; } cases[] = {
+        {u"ff", 0xFF, 2}, {u"0x1A", 0x1A, 4}, {u" 10zz", 0x10, 3}, {u"123456789", 0xFFFFFFFF, 9},
+        {u"-1", 0xFFFFFFFF, 2}, {u"-0x10", 0xFFFFFFF0, 5}, {u"0", 0, 1},
+        // "0x" is taken as the prefix whatever follows; with no digit after it there is no number.
+        {u"0xg", 0, 0}, {u"0X", 0, 0},
+    };
+    for (const Case& c : cases) EXPECT_EQ(read(wcstoulBase16, c.text), Read(c.value, c.used)) << utf16ToUtf8(c.text);
+    EXPECT_EQ(read(wcstoulBase10, u" 4294967295x"), Read(0xFFFFFFFF, 11));
+    EXPECT_EQ(read(wcstoulBase10, u"4294967296"), Read(0xFFFFFFFF, 10));
+    EXPECT_EQ(read(wcstoulBase10, u"-5"), Read(0xFFFFFFFB, 2));
+    EXPECT_EQ(read(wcstoulBase10, u"0x10"), Read(0, 1));
     EXPECT_EQ(hexUpper(0), u"0");
     EXPECT_EQ(hexUpper(0xABC), u"ABC");
     EXPECT_EQ(hexLower(0xABC0), u"abc0");
-    EXPECT_EQ(wcstoulBase10(u" 4294967295x", &used), 0xFFFFFFFFu);
-    EXPECT_EQ(used, 11u);
-    EXPECT_EQ(wcstoulBase10(u"4294967296"), 0xFFFFFFFFu);
-    EXPECT_EQ(wcstoulBase10(u"-5"), 0xFFFFFFFBu);
-    EXPECT_EQ(wcstoulBase10(u"0x10", &used), 0u);
-    EXPECT_EQ(used, 1u);
     EXPECT_EQ(hexLower(0xFFFFFFFFu), u"ffffffff");
 }
 
 TEST(TextNumbers, DigitsOfOtherScriptsCountAsTheRuntimeReadsThem) {
-    std::size_t used = 0;
     EXPECT_EQ(wtoi(u"\uFF11\uFF12"), 12);             // fullwidth
-    EXPECT_EQ(wcstolBase10(u"-\u0663\u0660x", &used), -30);  // Arabic-Indic
-    EXPECT_EQ(used, 3u);
+    EXPECT_EQ(read(wcstolBase10, u"-\u0663\u0660x"), Read(-30, 3));  // Arabic-Indic
     EXPECT_EQ(wtoi(u"\u0967\u0E59\u1819"), 199);      // Devanagari, Thai, Mongolian
     EXPECT_EQ(wtoi(u"\uFF1A"), 0);                     // just past the fullwidth nine
     EXPECT_EQ(wtoi(u"\u0669\u066A"), 9);              // Arabic-Indic nine, then no digit
@@ -79,8 +70,7 @@ TEST(TextNumbers, DigitsOfOtherScriptsCountAsTheRuntimeReadsThem) {
     EXPECT_FALSE(isRuntimeSpace(u'\u0085'));
     // Letters above 9 are ASCII only; a zero of another script still starts the "0x" prefix.
     EXPECT_EQ(wcstoulBase16(u"\uFF21"), 0u);
-    EXPECT_EQ(wcstoulBase16(u"\u0660x1f\u0661", &used), 0x1F1u);
-    EXPECT_EQ(used, 5u);
+    EXPECT_EQ(read(wcstoulBase16, u"\u0660x1f\u0661"), Read(0x1F1, 5));
 }
 
 TEST(TextConversion, Utf8RoundTripsAndReplacesBrokenInput) {
