@@ -68,18 +68,12 @@ TEST_F(Language, LinesSplitLikeATokeniser) {
     }
 }
 
+// The first definition of a key wins, also over a later text.
 TEST_F(Language, LinesEndAtCrOrLfAndAZeroEndsTheText) {
     ParseLanguageText("a=1\rb=2\r\n\r\nc=3\n\nd=4");
     EXPECT_EQ(stored("a") + stored("b") + stored("c") + stored("d"), "123<none>");
-    ParseLanguageText(std::string{"zero=ab\0cd\nafter=ok\n", 20});
-    EXPECT_EQ(stored("zero"), "ab");
-    EXPECT_EQ(stored("after"), "ok");
-}
-
-TEST_F(Language, FirstDefinitionWins) {
-    ParseLanguageText("k=first\nk=second\n");
-    ParseLanguageText("k=third\n");
-    EXPECT_EQ(stored("k"), "first");
+    ParseLanguageText(std::string{"zero=ab\0cd\nafter=ok\nafter=twice\na=again\n", 40});
+    EXPECT_EQ(stored("zero") + stored("after") + stored("a"), "abok1");
 }
 
 // Translate undoes the escapes at lookup, in stored texts and defaults alike; an empty stored text
@@ -111,12 +105,12 @@ TEST_F(Language, TranslateUndoesEscapesAtLookup) {
 
 TEST_F(Language, LoadsTheLangFilesOfTheLanguageDirectory) {
     InitLanguage(u"en", toU16(kLangDir));
-    EXPECT_EQ(Translate(u"first_only", u"-"), u"one");
-    EXPECT_EQ(Translate(u"second_only", u"-"), u"two");
-    EXPECT_EQ(Translate(u"UPPER_CASE_NAME", u"-"), u"upper");  // the pattern ignores case
-    EXPECT_EQ(Translate(u"ended", u"-"), u"yes");
-    EXPECT_EQ(Translate(u"cut", u"-"), u"-");           // behind the last line end
-    EXPECT_EQ(Translate(u"not_a_lang", u"-"), u"-");    // notes.txt and old.lang.bak are not read
+    // UPPER_CASE_NAME: the pattern ignores case; cut: behind the last line end; not_a_lang: notes.txt
+    // and old.lang.bak are not read.
+    std::u16string found;
+    for (const char16_t* key : {u"first_only", u"second_only", u"UPPER_CASE_NAME", u"ended", u"cut", u"not_a_lang"})
+        found += Translate(key, u"-") + u"|";
+    EXPECT_EQ(found, u"one|two|upper|yes|-|-|");
 
     // The file that the directory search returned first decides a key that two files define.
     const auto names = platform::listFiles(kLangDir + "\\en\\*.lang");
@@ -150,12 +144,9 @@ TEST_F(Language, MissingDirectoryOrEmptyNamesLeaveTheTableAlone) {
 }
 
 TEST_F(Language, SharedTextsKeepTheirLastTranslation) {
-    const std::u16string general = sharedText(SharedText::General);
-    const std::u16string noEmulation = sharedText(SharedText::NoCurrentEmulation);
-    const std::u16string formName = sharedText(SharedText::DefaultFormName);
-    EXPECT_EQ(general, u"General");
-    EXPECT_EQ(noEmulation, u"no current emulation");
-    EXPECT_EQ(formName, u"__Default__");
+    EXPECT_EQ(sharedText(SharedText::General), u"General");
+    EXPECT_EQ(sharedText(SharedText::NoCurrentEmulation), u"no current emulation");
+    EXPECT_EQ(sharedText(SharedText::DefaultFormName), u"__Default__");
     EXPECT_EQ(sharedText(SharedText::UnimplementedType), u"Unimplemented data type");
 
     InitLanguage(u"en", toU16(kLangDir));
