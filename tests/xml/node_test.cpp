@@ -10,13 +10,11 @@ using xmltest::WrittenCompact;
 
 namespace {
 
-TEST(XmlNodes, TextOfAttributesIsTrimmed) {
-    auto doc = Parse(u"<a b=\"  x  y  \" c=\" \t\r\n \" d=\" &#32;x&#32; \"/>");
-    EXPECT_EQ(Attributes(*doc->Root()), u"b=x  y|c=|d=x");  // the inner run stays; trimmed after joining
-    EXPECT_EQ(doc->Root()->GetAttribute(u"b").GetValue(), u"x  y");
-}
+TEST(XmlNodes, TextOfElementsCollapsesWhiteSpaceUnlessPreservedAndOfAttributesIsTrimmed) {
+    auto attributes = Parse(u"<a b=\"  x  y  \" c=\" \t\r\n \" d=\" &#32;x&#32; \"/>");
+    EXPECT_EQ(Attributes(*attributes->Root()), u"b=x  y|c=|d=x");  // the inner run stays; trimmed after joining
+    EXPECT_EQ(attributes->Root()->GetAttribute(u"b").GetValue(), u"x  y");
 
-TEST(XmlNodes, TextOfElementsCollapsesWhiteSpaceUnlessPreserved) {
     const struct Case { const char16_t* xml; const char16_t* text; } cases[] = {
         {u"<a> x   y </a>", u"x y"},
         {u"<a xml:space=\"preserve\"> x   y </a>", u" x   y "},
