@@ -10,7 +10,6 @@
 
 using namespace qrl;
 using qrl::test::TempFolder;
-using namespace std::literals;
 
 namespace {
 
@@ -98,21 +97,18 @@ TEST(Profile, ReadsStraightFromTheFile) {
     TempFolder dir;
     dir.write("p.ini", "[A]\r\nq=\"quoted\"\r\nn= 42x\r\nbare\r\n;c=1\r\n[B]\r\n");
     const std::u16string file = dir.file("p.ini");
-    // Unlike the cache, a key missing from a present section gives the default. No key lists the
-    // keys, no section the sections. {section, key, default, size, count, text with its zeros}
-    const struct Case { const char16_t *section, *key, *fallback; uint32_t size, count; std::u16string_view text; }
-        cases[] = {
-        {u"a", u"Q", u"d", 64, 6, u"quoted\0"sv},
-        {u"A", u"none", u"dflt  ", 64, 4, u"dflt\0"sv},
-        {u"A", u"q", u"", 4, 3, u"quo\0"sv},
-        {nullptr, nullptr, u"", 64, 4, u"A\0B\0\0"sv},
-        {u"A", nullptr, u"", 64, 4, u"q\0n\0\0"sv},
-    };
-    for (const Case& c : cases) {
-        char16_t buffer[64];
-        EXPECT_EQ(platform::getProfileString(c.section, c.key, c.fallback, buffer, c.size, file.c_str()), c.count);
-        EXPECT_EQ(std::u16string_view(buffer, c.text.size()), c.text);
-    }
+    char16_t buffer[64];
+    EXPECT_EQ(platform::getProfileString(u"a", u"Q", u"d", buffer, 64, file.c_str()), 6u);
+    EXPECT_EQ(std::u16string{buffer}, u"quoted");
+    // Unlike the cache, a key missing from a present section gives the default.
+    EXPECT_EQ(platform::getProfileString(u"A", u"none", u"dflt  ", buffer, 64, file.c_str()), 4u);
+    EXPECT_EQ(std::u16string{buffer}, u"dflt");
+    EXPECT_EQ(platform::getProfileString(u"A", u"q", u"", buffer, 4, file.c_str()), 3u);
+    EXPECT_EQ(std::u16string{buffer}, u"quo");
+    EXPECT_EQ(platform::getProfileString(nullptr, nullptr, u"", buffer, 64, file.c_str()), 4u);
+    EXPECT_EQ(std::u16string(buffer, 5), std::u16string(u"A\0B\0\0", 5));
+    EXPECT_EQ(platform::getProfileString(u"A", nullptr, u"", buffer, 64, file.c_str()), 4u);
+    EXPECT_EQ(std::u16string(buffer, 5), std::u16string(u"q\0n\0\0", 5));
     EXPECT_EQ(platform::getProfileInt(u"A", u"n", 7, file.c_str()), 42u);
     EXPECT_EQ(platform::getProfileInt(u"A", u"none", 7, file.c_str()), 7u);
     EXPECT_EQ(platform::getProfileInt(u"Z", u"n", -1, file.c_str()), 0xFFFFFFFFu);
