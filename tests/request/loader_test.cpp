@@ -1,10 +1,8 @@
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
-
 #include "fakehost.h"
 #include "locale/language.h"
+#include "platform/tempfolder.h"
 #include "request/hooks.h"
 #include "request/session.h"
 #include "text/textutil.h"
@@ -264,23 +262,21 @@ TEST(Loader, LinkAttributes) {
 }
 
 TEST(Loader, AuthFilesComeFromTheHostsDirectory) {
-    namespace fs = std::filesystem;
-    const fs::path dir = fs::temp_directory_path() / ("qrl_auth_" + std::to_string(::testing::UnitTest::GetInstance()->random_seed()));
-    fs::remove_all(dir);
-    fs::create_directories(dir / "sub");
-    for (const char* name : {"b_key", "a_key", "C_key", ".hidden"}) std::ofstream(dir / name) << "x";
+    const test::TempFolder dir;
+    std::filesystem::create_directories(dir.path() / "sub");
+    for (const char* name : {"b_key", "a_key", "C_key", ".hidden"}) dir.write(name, "x");
 
     testing::TFakeHost host;
-    host.authDirectory = dir.u16string();
+    host.authDirectory = dir.path().u16string();
     TConfigSession s;
     s.link.channel = &host;
     s.LoadRequestText(u"<Config><Link type=\"HWND\" value=\"5\" msgid=\"7\"/></Config>");
     ASSERT_EQ(host.calls.size(), 1u);
     EXPECT_EQ(testing::TFakeHost::Key(host.calls[0]), testing::TFakeHost::Key({5, 7, {123, 260, 0}}));
-    EXPECT_EQ(s.authFileDirectory, dir.u16string());
+    EXPECT_EQ(s.authFileDirectory, dir.path().u16string());
     EXPECT_EQ(s.authFiles, (std::vector<std::u16string>{u"C_key", u"a_key", u"b_key"}));
     // Listing again (after a key file was imported) takes the directory as it now stands.
-    std::ofstream(dir / "B_new") << "x";
+    dir.write("B_new", "x");
     s.ReadAuthFiles();
     EXPECT_EQ(s.authFiles, (std::vector<std::u16string>{u"B_new", u"C_key", u"a_key", u"b_key"}));
     EXPECT_EQ(host.calls.size(), 1u);
@@ -291,7 +287,6 @@ TEST(Loader, AuthFilesComeFromTheHostsDirectory) {
     none.LoadRequestText(u"<Config/>");
     EXPECT_EQ(host.calls.size(), 1u);
     EXPECT_TRUE(none.authFiles.empty());
-    fs::remove_all(dir);
 }
 
 struct TSharedCounter {
