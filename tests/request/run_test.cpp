@@ -11,12 +11,10 @@ namespace {
 
 // What the fake dialogs do: return a result, maybe change a value first.
 int g_formResult = kDialogOk;
-std::u16string g_seenStartForm;
 int g_formCalls = 0;
 
 int fakeForm(TConfigSession& session, void*) {
     ++g_formCalls;
-    g_seenStartForm = session.startForm;
     if (TElementDef* e = session.FindElement(u"Host")) e->value = u"changed";
     if (!session.moduleLists.empty()) session.moduleLists[0].current = u"chosen";
     return g_formResult;
