@@ -88,7 +88,7 @@ TEST(HostLinkHelp, EmptyTopicSendsTheFallback) {
     for (const auto& call : host.calls) EXPECT_EQ(call.record.code, 2094u);
 }
 
-TEST(HostLinkExchange, RetriesOnceWithTheNeededSize) {
+TEST(HostLinkExchange, RetriesOnceWithTheNeededSizeAndFailsWithAnEmptyReply) {
     TFakeHost host;
     const std::u16string big(5000, u'x');
     std::vector<uint64_t> capacities;
@@ -106,11 +106,8 @@ TEST(HostLinkExchange, RetriesOnceWithTheNeededSize) {
 
     host.answer = [&](const THostLinkRecord& r) { return answerWith(r, u"small"); };
     EXPECT_EQ(link.Exchange(8437, u""), u"small");
-}
 
-TEST(HostLinkExchange, FailuresGiveAnEmptyReply) {
-    TFakeHost host;
-    const HostLink link = linkTo(host);
+    // Failures give an empty reply.
     int calls = 0;
     host.answer = [&](const THostLinkRecord& r) -> uint64_t {  // 160 twice
         ++calls;
