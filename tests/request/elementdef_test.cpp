@@ -66,26 +66,20 @@ TEST(ChoiceIndex, ValuesThenStringsThenRange) {
 }
 
 TEST(BoolReading, ByType) {
-    EXPECT_TRUE(element(ElementType::Bool, u"Yes").GetBool());
-    EXPECT_TRUE(element(ElementType::Bool, u"ON").GetBool());
-    EXPECT_TRUE(element(ElementType::Bool, u"2").GetBool());
-    EXPECT_FALSE(element(ElementType::Bool, u"no").GetBool());
-    EXPECT_FALSE(element(ElementType::Bool, u"").GetBool());
-    EXPECT_TRUE(element(ElementType::Text, u"true").GetBool());
-
-    TElementDef i = element(ElementType::Int, u"yes");
-    EXPECT_FALSE(i.GetBool());  // an int reads numbers only
-    i.values = {u"off", u"on"};
-    i.value = u"ON";
-    EXPECT_TRUE(i.GetBool());
-    i.value = u"off";
-    EXPECT_FALSE(i.GetBool());
-
-    TElementDef set = element(ElementType::Set, u"1");
-    set.values = {u"0", u"1"};
-    EXPECT_TRUE(set.GetBool());
-    set.value = u"7";  // not among values: the fallback 0
-    EXPECT_FALSE(set.GetBool());
+    // {type, value, stored values of the choice, reads as on}
+    const struct Case { ElementType type; const char16_t* value; std::vector<std::u16string> values; bool on; } cases[] = {
+        {ElementType::Bool, u"Yes", {}, true}, {ElementType::Bool, u"ON", {}, true}, {ElementType::Bool, u"2", {}, true},
+        {ElementType::Bool, u"no", {}, false}, {ElementType::Bool, u"", {}, false}, {ElementType::Text, u"true", {}, true},
+        {ElementType::Int, u"yes", {}, false},  // an int reads numbers only
+        {ElementType::Int, u"ON", {u"off", u"on"}, true}, {ElementType::Int, u"off", {u"off", u"on"}, false},
+        {ElementType::Set, u"1", {u"0", u"1"}, true},
+        {ElementType::Set, u"7", {u"0", u"1"}, false},  // not among values: the fallback 0
+    };
+    for (const Case& c : cases) {
+        TElementDef e = element(c.type, c.value);
+        e.values = c.values;
+        EXPECT_EQ(e.GetBool(), c.on) << static_cast<int>(c.type) << " " << ::testing::PrintToString(c.value);
+    }
 }
 
 TEST(SetIndex, ComparesAsNumbersOverTheStrings) {
