@@ -103,6 +103,7 @@ TEST_F(Language, TranslateUndoesEscapesAtLookup) {
     for (const Case& c : cases) EXPECT_EQ(Translate(c.key, c.fallback), c.translated) << utf16ToUtf8(c.key);
 }
 
+// An empty LangId or LangDir leaves the table alone; a language without files or folder empties it.
 TEST_F(Language, LoadsTheLangFilesOfTheLanguageDirectory) {
     InitLanguage(u"en", toU16(kLangDir));
     // UPPER_CASE_NAME: the pattern ignores case; cut: behind the last line end; not_a_lang: notes.txt
@@ -119,11 +120,6 @@ TEST_F(Language, LoadsTheLangFilesOfTheLanguageDirectory) {
     ASSERT_NE(first, names.end());
     ASSERT_NE(second, names.end());
     EXPECT_EQ(Translate(u"shared_key", u"-"), first < second ? u"from first" : u"from second");
-}
-
-TEST_F(Language, MissingDirectoryOrEmptyNamesLeaveTheTableAlone) {
-    InitLanguage(u"en", toU16(kLangDir));
-    ASSERT_EQ(Translate(u"first_only", u"-"), u"one");
 
     // An empty LangId with the same LangDir: the table stays as it is.
     InitLanguage(u"", toU16(kLangDir));
