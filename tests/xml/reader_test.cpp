@@ -37,19 +37,17 @@ TEST(XmlReader, AttributesKeepOrderAndFirstOfARepeatedNameWins) {
     EXPECT_EQ(a.GetChildCount(), 0u);
 }
 
-TEST(XmlReader, AttributeValuesAreTextAndReferenceChildren) {
+TEST(XmlReader, AttributeValuesAreTextAndReferenceChildrenSlicedFromTheSource) {
     auto doc = Parse(u"<a b=\" x&amp;y&#x41;&#66;z \" c=\"plain\" q='say \"hi\"'/>");
     const Attribute& b = doc->Root()->GetAttribute(u"b");
     EXPECT_EQ(Children(b), u"3#text= x|5amp=&|3#text=y|5=A|5=B|3#text=z ");  // a character reference has no name
     EXPECT_EQ(b.GetText(), u"x&yABz");
     EXPECT_EQ(Children(doc->Root()->GetAttribute(u"c")), u"3#text=plain");
     EXPECT_EQ(doc->Root()->GetAttribute(u"q").GetText(), u"say \"hi\"");
-}
-
-TEST(XmlReader, SlicesKeepTheLineEndsOfTheSource) {
-    auto doc = Parse(u"<a b=\"x\r\ny\rz\">1\r\n2</a>");
-    EXPECT_EQ(doc->Root()->GetAttribute(u"b").GetChild(0).GetValue(), u"x\r\ny\rz");
-    EXPECT_EQ(doc->Root()->GetChild(0).GetValue(), u"1\r\n2");
+    // Slices keep the line ends of the source.
+    auto lines = Parse(u"<a b=\"x\r\ny\rz\">1\r\n2</a>");
+    EXPECT_EQ(lines->Root()->GetAttribute(u"b").GetChild(0).GetValue(), u"x\r\ny\rz");
+    EXPECT_EQ(lines->Root()->GetChild(0).GetValue(), u"1\r\n2");
 }
 
 TEST(XmlReader, ContentKeepsEveryKindOfChildInOrder) {
@@ -58,10 +56,7 @@ TEST(XmlReader, ContentKeepsEveryKindOfChildInOrder) {
     EXPECT_EQ(Children(*doc->Root()), u"3#text=t1|8#comment=c|1b=|3#text=t2]x|4#cdata-section=<x>&amp;|7p=data |"
                                       u"5lt=<|5=\u263A|3#text=\n  |1b=");
     EXPECT_TRUE(doc->Root()->GetChild(10).AsElement()->IsSharedEmpty());  // one past the end
-}
-
-TEST(XmlReader, PredefinedEntitiesAndCharacterReferences) {
-    // Character references keep only the low 16 bits.
+    // The five predefined entities; character references keep only the low 16 bits.
     EXPECT_EQ(Children(*Parse(u"<a>&lt;&gt;&amp;&apos;&quot;&#x10041;&#9;&#xd800;</a>")->Root()),
               u"5lt=<|5gt=>|5amp=&|5apos='|5quot=\"|5=A|5=\t|5=" + std::u16string(1, char16_t(0xD800)));
 }
