@@ -82,7 +82,7 @@ TEST(Run, GeneralRouteResults) {
     }
 }
 
-TEST(Run, CapacityRuleAndStatusOnOverflow) {
+TEST(Run, CapacityRuleStatusOnOverflowAndNoStatusPointer) {
     const TRunRoutes routes = formRoutes();
     g_formResult = kDialogOk;
     const std::size_t length = run(kRequest, routes).reply.size();
@@ -92,6 +92,13 @@ TEST(Run, CapacityRuleAndStatusOnOverflow) {
     g_formResult = kDialogConnect;
     const std::size_t connectLength = run(kRequest, routes).reply.size();
     EXPECT_EQ(run(kRequest, routes, connectLength), (TRun{160, 0, u""}));  // status not 2: lost with the reply
+
+    // No status pointer: the codes alone.
+    g_formResult = kDialogModule;
+    char16_t buffer[1024];
+    EXPECT_EQ(RunConfig(kRequest, nullptr, buffer, 1024, nullptr, routes), 0);
+    EXPECT_EQ(RunConfig(u"<bad", nullptr, buffer, 1024, nullptr, routes), 630);
+    EXPECT_EQ(RunConfig(kRequest, nullptr, buffer, 10, nullptr, routes), 160);
 }
 
 TEST(Run, FailuresAre630WithStatusZero) {
@@ -104,21 +111,10 @@ TEST(Run, FailuresAre630WithStatusZero) {
     }
     EXPECT_EQ(g_formCalls, 0);
 
-    TRunRoutes throwing;
-    throwing.form = &throwingForm;
-    EXPECT_EQ(run(kRequest, throwing).code, 630);
+    EXPECT_EQ(run(kRequest, TRunRoutes{.form = &throwingForm}), (TRun{630, 0, u""}));
 
     // Without a form runner the general route has no dialog: cancelled.
     EXPECT_EQ(run(kRequest, TRunRoutes{}), (TRun{1, 1, u""}));
-}
-
-TEST(Run, NullStatusPointer) {
-    const TRunRoutes routes = formRoutes();
-    g_formResult = kDialogModule;
-    char16_t buffer[1024];
-    EXPECT_EQ(RunConfig(kRequest, nullptr, buffer, 1024, nullptr, routes), 0);
-    EXPECT_EQ(RunConfig(u"<bad", nullptr, buffer, 1024, nullptr, routes), 630);
-    EXPECT_EQ(RunConfig(kRequest, nullptr, buffer, 10, nullptr, routes), 160);
 }
 
 TEST(Run, DispatchOnModuleType) {
