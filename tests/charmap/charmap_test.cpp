@@ -1,13 +1,19 @@
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <string>
 #include <vector>
 
 #include "charmap/charmap.h"
+#include "charmap/charmapedit.h"
+#include "charmap/charmapsession.h"
+#include "request/fakehost.h"
+#include "request/session.h"
 
-using namespace qrl;
-
+namespace qrl {
 namespace {
+
+using qrl::testing::TFakeHost;
 
 TCharMap named(std::u16string em, std::u16string map, std::u16string language) {
     TCharMap m;
@@ -18,8 +24,6 @@ TCharMap named(std::u16string em, std::u16string map, std::u16string language) {
 }
 
 const std::u16string kDeclaration = u"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
-
-}  // namespace
 
 TEST(CharMapTable, GrowsWithIdentityAndNeverShrinks) {
     TCharMap m;
@@ -168,3 +172,164 @@ TEST(CharMapList, FetchFindsOrAsksAndDropsFailures) {
     EXPECT_EQ(maps.size(), 1u);
     EXPECT_EQ(sent.size(), 3u);
 }
+
+TCharMap Map(uint32_t flags, uint32_t start, uint32_t length, std::size_t table) {
+    TCharMap map;
+    map.mapName = u"cp";
+    map.flags = flags;
+    map.start = start;
+    map.length = length;
+    map.SetTableLength(table);
+    return map;
+}
+
+TEST(CharMapRows, CountsAndFormatsOfTheThreeKinds) {
+    EXPECT_EQ(CharMapRowCount(Map(0, 0xF0, 0x40, 0x130)), 16u);  // codes above 255 are not reachable
+    EXPECT_EQ(CharMapRowCount(Map(0, 0x100, 4, 0x104)), 0u);
+    EXPECT_EQ(CharMapRowCount(Map(0, 5, 0, 5)), 0u);
+    EXPECT_EQ(CharMapRowCount(Map(kCharMapReverse, 0, 0, 10)), 256u);
+
+    TCharMap direct = Map(0, 0x40, 3, 0x43);
+    direct.map[0x41] = 0x00C4;
+    const TCharInverse none = BuildInverse(direct);
+    EXPECT_EQ(CharMapRowText(direct, none, 0), u"\t40\t->\t0040 @");
+    EXPECT_EQ(CharMapRowText(direct, none, 1), u"*\t41\t->\t00C4 \u00C4");
+
+    TCharMap bytes = Map(kCharMapHostBytes, 0, 2, 2);
+    bytes.map[1] = 0xC1;
+    EXPECT_EQ(CharMapRowText(bytes, BuildInverse(bytes), 1), u"*\t0001 <SOH>\t->\tC1");
+    EXPECT_EQ(CharMapRowText(bytes, BuildInverse(bytes), 0), u"\t0000 <NUL>\t->\t00");
+
+    // Two Unicode values for one byte: the higher wins.
+    TCharMap reverse = Map(kCharMapReverse, 0, 0, 0x300);
+    reverse.map[0x2C0] = 0x41;
+    reverse.map[0x2D0] = 0x41;
+    const TCharInverse inverse = BuildInverse(reverse);
+    EXPECT_EQ(inverse[0x41], 0x2D0);
+    EXPECT_EQ(CharMapRowText(reverse, inverse, 0x41), u"*\t02D0 \u02D0\t<-\t41");
+    EXPECT_EQ(CharMapRowText(reverse, inverse, 0x7F), u"\t007F <DEL>\t<-\t7F");
+    EXPECT_EQ(CharMapRowText(reverse, inverse, 0x85), u"\t0085 \t<-\t85");  // no name for a C1 control
+}
+
+TEST(CharMapEntry, HexFieldRules) {
+    const struct {
+        const char16_t* text;
+        bool unicode;
+        std::optional<uint32_t> value;
+    } cases[] = {
+        {u"1F ", true, 0x1F}, {u"1G", true, std::nullopt},  {u"", true, 0},           {u"100", false, std::nullopt},
+        {u"100", true, 0x100}, {u"FF", false, 0xFF},         {u"FFFF", true, 0xFFFF}, {u"10000", true, std::nullopt},
+        {u" 2a", true, 0x2A},  {u"-1", true, std::nullopt},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(std::string(c.text, c.text + std::char_traits<char16_t>::length(c.text)));
+        EXPECT_EQ(ParseCharEntryHex(c.text, c.unicode), c.value);
+    }
+    EXPECT_EQ(CharEntryHexText(0x41, true), u"0041");
+    EXPECT_EQ(CharEntryHexText(0x41, false), u"41");
+    EXPECT_EQ(CharEntryCharText(u' '), u" ");
+    EXPECT_EQ(CharEntryCharText(0x9F), u"");
+    EXPECT_EQ(CharEntryCharText(0xD800), u"");
+}
+
+TEST(CharMapEntry, DirectEditsAreAtOnceReverseOnesWaitForTheTable) {
+    TCharMap direct = Map(kCharMapHostBytes, 0x10, 4, 0x14);
+    TCharInverse inverse = BuildInverse(direct);
+    const TCharEntry start = CharEntryOf(direct, inverse, 2);
+    EXPECT_EQ(start.source, u"0012 <DC2>");
+    EXPECT_FALSE(start.unicodeValue);
+    StoreCharEntry(direct, inverse, 2, 0xF2);
+    EXPECT_EQ(direct.map[0x12], 0xF2);
+    EXPECT_TRUE(direct.modified);
+
+    TCharMap reverse = Map(kCharMapReverse, 0, 0, 0x200);
+    reverse.map[0x1E9] = 0x45;  // the kernel's own choice, undone by a rebuild from the default
+    inverse = BuildInverse(reverse);
+    const TCharEntry row = CharEntryOf(reverse, inverse, 0x45);
+    EXPECT_EQ(row.source, u"45");
+    EXPECT_EQ(row.value, 0x1E9u);
+    StoreCharEntry(reverse, inverse, 0xC9, 0xC9 + 0x100);
+    EXPECT_EQ(reverse.map[0x1C9], 0x1C9);  // not yet
+    ApplyInverse(reverse, inverse);
+    EXPECT_EQ(reverse.map[0x1C9], 0xC9);
+    EXPECT_EQ(reverse.map[0x1E9], 0x45);  // still named by the inverse
+}
+
+TEST(NewLanguageName, BracketsAndExactNames) {
+    const std::vector<std::u16string> languages{u"a", u"German"};
+    EXPECT_EQ(CheckNewLanguageName(u"a[b", languages), LanguageNameProblem::InvalidCharacters);
+    EXPECT_EQ(CheckNewLanguageName(u"b]", languages), LanguageNameProblem::InvalidCharacters);
+    EXPECT_EQ(CheckNewLanguageName(u"German", languages), LanguageNameProblem::InUse);
+    EXPECT_EQ(CheckNewLanguageName(u"A", languages), LanguageNameProblem::None);
+}
+
+THostExchangeRecord& exchangeOf(const THostLinkRecord& record) {
+    return *reinterpret_cast<THostExchangeRecord*>(static_cast<uintptr_t>(record.second));
+}
+
+uint64_t answerWith(const THostLinkRecord& record, const std::u16string& text) {
+    THostExchangeRecord& exchange = exchangeOf(record);
+    if (exchange.capacity < text.size() + 1) {
+        exchange.needed = text.size() + 1;
+        return 160;
+    }
+    std::memcpy(reinterpret_cast<char16_t*>(static_cast<uintptr_t>(exchange.reply)), text.c_str(),
+                (text.size() + 1) * sizeof(char16_t));
+    return 0;
+}
+
+TEST(CharMapSession, FetchEditSaveOverTheLink) {
+    TFakeHost host;
+    std::vector<std::u16string> requests;
+    std::vector<uint32_t> codes;
+    host.answer = [&](const THostLinkRecord& r) -> uint64_t {
+        codes.push_back(r.code);
+        if (r.code != static_cast<uint32_t>(HostCode::Exchange)) return 0;
+        requests.push_back(TFakeHost::TextAt(exchangeOf(r).request));
+        // A long reply, so that the exchange has to grow its buffer once.
+        std::u16string reply = u"<charmap flags=\"0\"><map start=\"40\" length=\"c0\">";
+        for (int i = 0; i < 200; ++i) reply += u"<block idx=\"41\" map=\"a0\"/>";
+        return answerWith(r, reply + u"</map></charmap>");
+    };
+    TConfigSession session;
+    session.link.window = 0x10;
+    session.link.message = 0x400;
+    session.link.channel = &host;
+
+    EXPECT_FALSE(AnyCharMapModified(session));
+    TCharMap* map = FetchCharMap(session, u"IBM 5250", u"cp037", u"Deutsch");
+    ASSERT_NE(map, nullptr);
+    EXPECT_EQ(map->map.size(), 0x100u);
+    EXPECT_EQ(map->map[0x41], 0xA0);
+    ASSERT_EQ(requests.size(), 2u);  // 160 first, then once more with room enough
+    EXPECT_EQ(requests[0], u"<charmap op=\"get\" emname=\"IBM 5250\" mapname = \"cp037\" language=\"Deutsch\"/>");
+    EXPECT_EQ(FindCharMap(session, u"IBM 5250", u"cp037", u"Deutsch"), map);
+    EXPECT_EQ(SessionCharMaps(session).size(), 1u);
+
+    // Nothing modified: a save sends nothing, not even 8438.
+    codes.clear();
+    SaveCharacterMaps(session);
+    EXPECT_TRUE(codes.empty());
+
+    map->SetEntry(0x42, 0xE2);
+    map->modified = true;
+    EXPECT_TRUE(AnyCharMapModified(session));
+    requests.clear();
+    SaveCharacterMaps(session);
+    ASSERT_EQ(requests.size(), 2u);
+    EXPECT_EQ(requests[0], WriteCharMapPut(*map));
+    EXPECT_NE(requests[0].find(u"<block idx=\"41\" map=\"a0 e2 \"/>"), std::u16string::npos);
+    ASSERT_FALSE(codes.empty());
+    EXPECT_EQ(codes.back(), static_cast<uint32_t>(HostCode::MapsSaved));
+    EXPECT_FALSE(AnyCharMapModified(session));
+}
+
+TEST(CharMapSession, NoLinkMeansTheFetchFails) {
+    TConfigSession session;
+    EXPECT_EQ(FetchCharMap(session, u"e", u"m", u"l"), nullptr);  // empty reply: not a document
+    EXPECT_TRUE(SessionCharMaps(session).empty());
+    EXPECT_FALSE(AnyCharMapModified(session));
+}
+
+}  // namespace
+}  // namespace qrl

@@ -1,9 +1,10 @@
 #include <gtest/gtest.h>
 
+#include "keyboard/graphickeymap.h"
 #include "keyboard/kdf.h"
+#include "keyboard/keylook.h"
 
-using namespace qrl;
-
+namespace qrl {
 namespace {
 
 GKbKey& addKey(GKbLayout& layout, int code, int x = 0, int y = 0, int w = 1, int h = 1) {
@@ -15,6 +16,14 @@ GKbKey& addKey(GKbLayout& layout, int code, int x = 0, int y = 0, int w = 1, int
     key->Width = w;
     key->Height = h;
     return *key;
+}
+
+// Labels "s0".."s7" and "a0".."a7" in the two tables.
+void Label(GKbKey& key) {
+    for (int n = 0; n < kShiftStates; ++n) {
+        key.Shifts[static_cast<std::size_t>(n)].Label = "s" + std::to_string(n);
+        key.AltShifts[static_cast<std::size_t>(n)].Label = "a" + std::to_string(n);
+    }
 }
 
 std::vector<int> ratio(const GKbLayout& l) { return {l.XNum, l.XDen, l.YNum, l.YDen}; }
@@ -31,8 +40,6 @@ std::string mappedFlags(const GKbKey& key, int toggle) {
     for (int s = 0; s < 8; ++s) out += isMapped(key, toggle | s) ? '1' : '0';
     return out;
 }
-
-}  // namespace
 
 TEST(GKbLayout, ScalesBothAxesByTheTighterSideWithEqualMargins) {
     GKbLayout layout("L");
@@ -150,10 +157,7 @@ TEST(GKbLayout, SetStateLatchesModifierKeysThatAreNotMapped) {
 
 TEST(KbKeyStates, EntriesLabelsAndMarksFollowTheStateBits) {
     GKbKey key(0x67);
-    for (int n = 0; n < 8; ++n) {
-        key.Shifts[n].Label = "s" + std::to_string(n);
-        key.AltShifts[n].Label = "a" + std::to_string(n);
-    }
+    Label(key);
     key.Shifts[1].Inactive = true;
 
     // The drawn label is entry 2n, running from Shifts on into AltShifts; without an AltCode the
@@ -203,3 +207,196 @@ TEST(KeyStyle, GdiObjectsAreReleasedOnceOnRebuildAndOnDestruction) {
     EXPECT_EQ(KeyStyle::singleCharFontHeight(22), 17);
     EXPECT_EQ(KeyStyle::longFontHeight(22), 11);
 }
+
+TEST(KeyLook, FaceColoursAndLabelByState) {
+    KeyStyle style;
+    style.FaceColour = 1;
+    style.TextColour = 2;
+    style.InactiveTextColour = 3;
+    GKbKey key(0x41);
+    Label(key);
+    key.Shifts[1].Inactive = true;
+    key.Mapped[2] = true;
+    key.AltCode = 0x1041;
+    key.AltMapped[3] = true;
+    const struct {
+        std::int32_t state;
+        bool selected;
+        KeyFace face;
+        std::uint32_t background, text;
+        bool bevel;
+        const char* label;
+    } cases[] = {
+        {0, false, KeyFace::Plain, 1, 2, true, "s0"},
+        {1, false, KeyFace::Plain, 1, 3, false, "s2"},           // inactive: no bevel; the label of entry 2 * n
+        {2, false, KeyFace::Mapped, 0x800080, 0xFFFFFF, true, "s4"},
+        {2, true, KeyFace::Selected, 0x808000, 0xFFFFFF, true, "s4"},
+        {4, false, KeyFace::Plain, 1, 2, true, "a0"},            // past Shifts the count runs into AltShifts
+        {16 | 3, false, KeyFace::Mapped, 0x800080, 0xFFFFFF, true, "a6"},  // the toggle table
+        {16 | 7, false, KeyFace::Plain, 1, 2, true, ""},         // past AltShifts: no label
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.state);
+        const TKeyLook look = KeyLookFor(key, c.state, c.selected, style);
+        EXPECT_EQ(look.face, c.face);
+        EXPECT_EQ(look.background, c.background);
+        EXPECT_EQ(look.text, c.text);
+        EXPECT_EQ(look.bevel, c.bevel);
+        EXPECT_EQ(look.label, c.label);
+    }
+    key.AltCode = 0;  // without an AltCode the toggle bit keeps the first table
+    EXPECT_EQ(KeyLookFor(key, 16 | 2, false, style).face, KeyFace::Mapped);
+}
+
+TEST(KeyLook, LabelsGlyphsAndFonts) {
+    const struct {
+        const char* label;
+        bool glyph, known, single;
+    } cases[] = {
+        {"A", false, false, true}, {"Tab", false, false, false}, {"<up>", true, true, false},
+        {"<foo>", true, false, false}, {"<>", false, false, false}, {"<", false, false, true},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.label);
+        GKbKey key(0x41);
+        key.Shifts[0].Label = c.label;
+        const TKeyLook look = KeyLookFor(key, 0, false, KeyStyle{});
+        EXPECT_EQ(look.glyph, c.glyph);
+        EXPECT_EQ(GlyphFor(c.label).has_value(), c.known);
+        EXPECT_EQ(look.singleChar, c.single);
+    }
+}
+
+TEST(KeyLook, GlyphsOnTheirSquare) {
+    // A wide label rectangle gives a centred square 2 pixels in.
+    const KbRect square = GlyphSquare({0, 0, 44, 24});
+    EXPECT_EQ(square.left, 12);
+    EXPECT_EQ(square.right, 32);
+    EXPECT_EQ(square.top, 2);
+    EXPECT_EQ(square.bottom, 22);
+    // "<up>" on a square of 20: the grid's points, y upward; "<down>" is it mirrored.
+    const std::vector<KbPoint> up = GlyphPoints(*GlyphFor("<up>"), {0, 0, 20, 20});
+    EXPECT_EQ(up.front(), (KbPoint{10, 4}));
+    EXPECT_EQ(up[3], (KbPoint{10, 18}));
+    EXPECT_EQ(GlyphPoints(*GlyphFor("<down>"), {0, 0, 20, 20}).front(), (KbPoint{10, 16}));
+    EXPECT_EQ(GlyphPoints(*GlyphFor("<left>"), {0, 0, 20, 20}).front(), (KbPoint{4, 10}));
+    EXPECT_TRUE(GlyphFor("<sh>")->hollow);
+    // MulDiv rounds: 3 * 7 / 20 = 1.05 gives 1, 10 * 7 / 20 = 3.5 gives 4.
+    EXPECT_EQ(GlyphPoints(*GlyphFor("<up>"), {0, 0, 7, 7}).front(), (KbPoint{4, 1}));
+}
+
+const std::string kKdf = std::string(QRL_SOURCE_DIR) + "/samples/keyboards/";
+
+std::u16string path(const std::string& file) { return std::u16string(file.begin(), file.end()); }
+
+TEST(GraphicKeymap, StatusLineAndButtonsForEachState) {
+    using K = KeyMappingKind;
+    struct Case {
+        int32_t selection;
+        bool current;
+        uint32_t pcCode;
+        K kind;
+        const char16_t* text;
+        bool map, remove;
+    };
+    const Case cases[] = {
+        {0, false, 0, K::None, u"Select a key to show its mapping", false, false},
+        {1, false, 0, K::EmulationKey, u"Press 'Map' to map EM to nothing", true, false},
+        {1, false, 5, K::EmulationKey, u"Press 'Map' to map EM to PC 'PC'", true, false},
+        {1, true, 0, K::EmulationKey, u"EM is not mapped", false, false},
+        {1, true, 5, K::EmulationKey, u"EM is mapped to PC 'PC'", false, true},
+        {2, false, 5, K::String, u"Press 'Map' to map PC 'PC' to EM", true, false},
+        {2, true, 5, K::None, u"PC 'PC' is not mapped", false, false},
+        {2, true, 5, K::GlobalString, u"PC 'PC' is mapped to EM", false, true},
+    };
+    for (const Case& c : cases) {
+        const TKeymapStatus s = KeymapStatus(c.selection, c.current, c.pcCode, c.kind, u"EM", u"PC");
+        EXPECT_EQ(s.text, c.text);
+        EXPECT_EQ(std::make_pair(s.mapEnabled, s.removeEnabled), std::make_pair(c.map, c.remove)) << s.text.size();
+    }
+}
+
+TEST(GraphicKeymap, WhatWouldBeMapped) {
+    const std::vector<KeyName> em = {{u"Reset", 146, 0}};
+    EXPECT_EQ(MappedTargetText(TMapTarget::GlobalString, u"g", 146, true, true, em), u"global string 'g'");
+    EXPECT_EQ(MappedTargetText(TMapTarget::String, u"", 146, true, true, em), u"string ''");
+    EXPECT_EQ(MappedTargetText(TMapTarget::EmulationKey, u"x", 146, true, true, em), u"Emulation 'Reset'");
+    // Not on the picture only counts while there is a picture.
+    EXPECT_EQ(MappedTargetText(TMapTarget::EmulationKey, u"", 146, false, true, em), u"Emulation 'Reset' (not shown)");
+    EXPECT_EQ(MappedTargetText(TMapTarget::EmulationKey, u"", 146, false, false, em), u"Emulation 'Reset'");
+    EXPECT_EQ(MappedTargetText(TMapTarget::EmulationKey, u"", 147, true, true, em), u"an unknown key");
+    EXPECT_EQ(MappedTargetText(TMapTarget::EmulationKey, u"", 0, true, true, em), u"nothing");
+}
+
+TEST(GraphicKeymap, MappingIsCurrentBySideKindAndTarget) {
+    TCurrentCheck c;
+    EXPECT_FALSE(MappingIsCurrent(c));  // nothing selected
+    c.selection = 1;
+    EXPECT_TRUE(MappingIsCurrent(c));   // both codes 0
+    c.pcCode = 5;
+    EXPECT_FALSE(MappingIsCurrent(c));
+    c.shownPcCode = 5;
+    EXPECT_TRUE(MappingIsCurrent(c));
+
+    c = TCurrentCheck{};
+    c.selection = 2;
+    c.emCode = c.shownEmCode = 9;
+    EXPECT_TRUE(MappingIsCurrent(c));
+    c.target = TMapTarget::String;  // a string for an unmapped key is never current
+    EXPECT_FALSE(MappingIsCurrent(c));
+    c.kind = KeyMappingKind::String;
+    c.hasString = true;
+    EXPECT_FALSE(MappingIsCurrent(c));
+    c.stringMatches = true;
+    EXPECT_TRUE(MappingIsCurrent(c));
+    c.kind = KeyMappingKind::GlobalString;
+    c.hasGlobal = c.globalMatches = true;
+    EXPECT_FALSE(MappingIsCurrent(c));  // the radio is still on String
+    c.target = TMapTarget::GlobalString;
+    EXPECT_TRUE(MappingIsCurrent(c));
+}
+
+TEST(GraphicKeymap, CodesOfStatesBoxesAndKeys) {
+    EXPECT_EQ(WithLayoutState(0x770 | kModAlt, kStateShift | kStateCtrl | kStateToggle), 0x70u | kModShift | kModCtrl);
+    EXPECT_EQ(WithLayoutState(0x70, kStateAlt), 0x70u | kModAlt);
+    EXPECT_EQ(ShiftBoxesCode(true, false, true), kModShift | kModAlt);
+    GKbKey key(0x21);
+    EXPECT_EQ(PcKeyCode(key, kStateToggle), 0x21u);  // no AltCode: the toggle changes nothing
+    key.AltCode = 0x69;
+    EXPECT_EQ(PcKeyCode(key, kStateToggle), 0x69u);
+    EXPECT_EQ(PcKeyCode(key, kStateShift), 0x21u);
+    key.Shifts[1].Code = 0x99;
+    EXPECT_EQ(EmKeyCode(key, kStateShift), 0x21u);
+    key.UsesShiftCodes = 1;
+    EXPECT_EQ(EmKeyCode(key, kStateShift), 0x99u);
+}
+
+TEST(GraphicKeymap, MarksComeFromAllThreeLists) {
+    TKeyData keys;
+    keys.keyMap = {{13, 147}, {16397, 147}};
+    keys.keyStrings = {{369, u"a"}};
+    keys.globalKeyStrings = {{626, u"b"}};
+    const TMappedMarks marks = MappedMarks(keys);
+    EXPECT_EQ(marks.emulation, (std::vector<uint32_t>{147, 147}));
+    EXPECT_EQ(marks.physical, (std::vector<uint32_t>{13, 16397, 626, 369}));
+}
+
+TEST(GraphicKeymap, KeyboardsLoadOrFallBack) {
+    GKbKeyboard pc;
+    ASSERT_EQ(LoadKeyboard(path(kKdf + "at102.kdf"), "pc", pc), kKdfOk);
+    ASSERT_EQ(pc.Layouts.size(), 2u);
+    EXPECT_EQ(pc.layout(1).key(0).Owner, &pc.layout(1));
+    int32_t index = 1;
+    EXPECT_EQ(ChooseLayout(pc, index), &pc.layout(1));
+    index = 2;  // out of range: the first
+    EXPECT_EQ(ChooseLayout(pc, index), &pc.layout(0));
+    EXPECT_EQ(index, 0);
+
+    GKbKeyboard missing, wrongName;
+    EXPECT_EQ(LoadKeyboard(path(kKdf + "none.kdf"), "pc", missing), kKdfNotOpened);
+    EXPECT_EQ(ChooseLayout(missing, index), nullptr);
+    EXPECT_EQ(LoadKeyboard(path(kKdf + "at102.kdf"), "IBM5250", wrongName), kKdfNoKeyboard);
+}
+
+}  // namespace
+}  // namespace qrl

@@ -1,9 +1,11 @@
 #include <gtest/gtest.h>
 
 #include "keyboard/keymapdata.h"
+#include "keyboard/keymaprules.h"
 #include "keyboard/keymapsettings.h"
 #include "request/reply.h"
 #include "request/session.h"
+#include "text/textutil.h"
 
 namespace qrl {
 namespace {
@@ -32,6 +34,23 @@ std::u16string request(std::u16string_view data) {
            u"</Data></Config>";
 }
 
+// The five lists on one line: physical keys, emulation keys, map, strings, global strings.
+std::u16string dump(const TKeyData& k) {
+    const auto num = [](auto n) { return latin1ToUtf16(std::to_string(n)); };
+    std::u16string out;
+    for (const auto& [tag, keys] : {std::pair{u"P", &k.physicalKeys}, std::pair{u"; E", &k.emulationKeys}}) {
+        out += tag;
+        for (const KeyName& n : *keys) out += u" " + n.Name + u"/" + num(n.Id) + u"/" + num(n.Shift);
+    }
+    out += u"; M";
+    for (const KeyMapEntry& e : k.keyMap) out += u" " + num(e.PKey) + u">" + num(e.EmKey);
+    for (const auto& [tag, texts] : {std::pair{u"; S", &k.keyStrings}, std::pair{u"; G", &k.globalKeyStrings}}) {
+        out += tag;
+        for (const KeyString& e : *texts) out += u" " + num(e.PKey) + u":" + e.Text;
+    }
+    return out;
+}
+
 TEST(KeyMapData, FullRequestLoadsAndWritesItsWholeReply) {
     TConfigSession s;
     s.LoadRequestText(request(
@@ -49,29 +68,12 @@ TEST(KeyMapData, FullRequestLoadsAndWritesItsWholeReply) {
         u"<Item Element=\"other\" Value=\"x\"/><Key/></Item>"
         u"<Item Element=\"numpad\" Value=\"1\"/>"));
 
-    const TKeyData& keys = KeyDataOf(std::as_const(s));
-    ASSERT_EQ(keys.physicalKeys.size(), 3u);
-    EXPECT_EQ(keys.physicalKeys[0].Name, u"F1");
-    EXPECT_EQ(keys.physicalKeys[0].Id, 112);
-    EXPECT_EQ(keys.physicalKeys[0].Shift, 0x700);
-    EXPECT_EQ(keys.physicalKeys[1].Id, 0x400D);
-    EXPECT_EQ(keys.physicalKeys[2].Name, u"NoId");
-    EXPECT_EQ(keys.physicalKeys[2].Id, 0);
-    ASSERT_EQ(keys.emulationKeys.size(), 2u);
-    EXPECT_EQ(keys.emulationKeys[1].Name, u"Send");
-    ASSERT_EQ(keys.keyMap.size(), 3u);  // duplicates kept
-    EXPECT_EQ(keys.keyMap[1].EmKey, 9u);
-    EXPECT_EQ(keys.keyMap[2].PKey, 0xFFFFFFFFu);
-    EXPECT_EQ(keys.keyMap[2].EmKey, 0u);
-    ASSERT_EQ(keys.keyStrings.size(), 2u);
-    EXPECT_EQ(keys.keyStrings[1].Text, u"");
-    ASSERT_EQ(keys.globalKeyStrings.size(), 1u);
-    EXPECT_EQ(keys.globalKeyStrings[0].Text, u"a&b <c> \"d\"");
-    EXPECT_TRUE(s.keyDataPresent);
-    EXPECT_TRUE(s.hotspotDataPresent);
-    EXPECT_EQ(s.hotspotFile, u"sets.hsp");
-    EXPECT_EQ(s.hotspotDirectory, u"C:\\hs");
-    EXPECT_EQ(s.hotspotEmulation, u"IBM5250.2");
+    // Other tags and a missing Id are skipped or read as 0; map entries are kept twice.
+    EXPECT_EQ(dump(KeyDataOf(std::as_const(s))),
+              u"P F1/112/1792 Enter/16397/256 NoId/0/0; E PF1/7/0 Send/9/0; M 112>7 112>9 4294967295>0; "
+              u"S 368:{Enter}abc 16397:; G 624:a&b <c> \"d\"");
+    EXPECT_TRUE(s.keyDataPresent && s.hotspotDataPresent);
+    EXPECT_EQ(s.hotspotFile + u"|" + s.hotspotDirectory + u"|" + s.hotspotEmulation, u"sets.hsp|C:\\hs|IBM5250.2");
     ASSERT_EQ(s.dataValues.size(), 1u);  // only the plain value
     EXPECT_EQ(s.dataValues[0].name, u"numpad");
 
@@ -104,11 +106,8 @@ TEST(KeyMapData, FullRequestLoadsAndWritesItsWholeReply) {
     dtd.replace(dtd.find(u"\"Map\""), 5, u"\"KeyMap\"");
     TConfigSession again;
     again.LoadRequestText(u"<Config>" + dtd + WriteDataReply(s, false).substr(kHead.size() + 2));
-    const TKeyData& back = KeyDataOf(std::as_const(again));
-    ASSERT_EQ(back.keyMap.size(), 3u);
-    EXPECT_EQ(back.keyMap[2].PKey, 0xFFFFFFFFu);
-    EXPECT_EQ(back.globalKeyStrings[0].Text, keys.globalKeyStrings[0].Text);
-    EXPECT_EQ(back.keyStrings.size(), 2u);
+    EXPECT_EQ(dump(KeyDataOf(std::as_const(again))),
+              u"P; E; M 112>7 112>9 4294967295>0; S 368:{Enter}abc 16397:; G 624:a&b <c> \"d\"");
 }
 
 TEST(KeyMapData, OneKeyItemBringsTheOtherMapsAlongEmpty) {
@@ -148,10 +147,7 @@ TEST(KeyMapData, ItemsOfOtherNamesAndEarlyItems) {
     // A keystringlist of another name sets the flag and reads nothing; a keylist of another name
     // reads nothing.
     EXPECT_TRUE(s.keyDataPresent);
-    const TKeyData& keys = KeyDataOf(std::as_const(s));
-    EXPECT_TRUE(keys.keyStrings.empty());
-    EXPECT_TRUE(keys.globalKeyStrings.empty());
-    EXPECT_TRUE(keys.physicalKeys.empty());
+    EXPECT_EQ(dump(KeyDataOf(std::as_const(s))), u"P; E; M; S; G");
     EXPECT_EQ(WriteDataReply(s, false), dataReply(u"    <Item Element=\"KeyStrings\"/>\n"));
 }
 
@@ -165,25 +161,19 @@ TEST(KeymapSettings, ReadsSentValuesAndWritesBackOnlyDefinedOnes) {
         u"<Item Element=\"EmName\" Value=\"IBM5250\"/><Item Element=\"PCKbLang\" Value=\"3x\"/>"
         u"<Item Element=\"EmKbLang\" Value=\"1\"/><Item Element=\"EmKbLang\" Value=\"4\"/></Data></Config>");
     KeymapSettings settings(s);
-    EXPECT_TRUE(settings.numpadshift);     // a Boolean value: "yes" counts
-    EXPECT_FALSE(settings.UseOldKeymap);   // read by _wtoi: "true" is 0
-    EXPECT_EQ(settings.capslock, kCapsOff);
-    EXPECT_EQ(settings.numpad, kNumpadNumeric);  // not sent
-    EXPECT_EQ(settings.PCKbLang, 3);
-    EXPECT_EQ(settings.EmKbLang, 1);             // the first of two, as every reader of Data
-    EXPECT_EQ(settings.KdfPath, u"C:\\kdf");
-    EXPECT_EQ(settings.EmName, u"IBM5250");
-    EXPECT_EQ(PcKeyboardStem(settings), u"at102");
-    EXPECT_EQ(settings.PhysKey, -1);  // no physical keys to select
-    EXPECT_EQ(settings.EmIndex, -1);
+    // A Boolean value: "yes" counts, but UseOldKeymap is read as a number ("true" is 0); numpad is not
+    // sent; of two EmKbLang the first, as every reader of Data; no keys to select.
+    EXPECT_EQ(std::vector<int>({settings.numpadshift, settings.UseOldKeymap, settings.capslock, settings.numpad,
+                                settings.PCKbLang, settings.EmKbLang, settings.PhysKey, settings.EmIndex}),
+              std::vector<int>({1, 0, kCapsOff, kNumpadNumeric, 3, 1, -1, -1}));
+    EXPECT_EQ(settings.KdfPath + u"|" + settings.EmName + u"|" + PcKeyboardStem(settings), u"C:\\kdf|IBM5250|at102");
 
     settings.Keyboard = u"mine";
     settings.numpadshift = false;
     settings.writeBack();
     EXPECT_EQ(PcKeyboardStem(settings), u"mine");
-    EXPECT_EQ(s.FindElement(u"numpadshift")->value, u"0");
-    EXPECT_EQ(s.FindElement(u"capslock")->value, u"2");
-    EXPECT_EQ(s.FindElement(u"UseOldKeymap")->value, u"0");
+    EXPECT_EQ(s.FindElement(u"numpadshift")->value + s.FindElement(u"capslock")->value +
+                  s.FindElement(u"UseOldKeymap")->value, u"020");
     EXPECT_EQ(s.FindElement(u"Keyboard")->value, u"");  // never written back
     EXPECT_EQ(s.FindElement(u"numpad"), nullptr);       // no definition: nothing made
 }
@@ -231,6 +221,146 @@ TEST(KeymapSettings, TheJobRunsTheChosenEditorAndStoresOnlyOnOk) {
     EXPECT_EQ(old.FindElement(u"capslock")->value, u"1");
     EXPECT_EQ(old.FindElement(u"UseOldKeymap")->value, u"1");
     EXPECT_EQ(RunKeymapEditor(old, nullptr, graphic, nullptr), 2);
+}
+
+constexpr uint32_t kF1 = 112;
+constexpr uint32_t kShiftF1 = kF1 | kModShift;
+
+std::vector<uint32_t> mapCodes(const TKeyData& keys) {
+    std::vector<uint32_t> out;
+    for (const KeyMapEntry& e : keys.keyMap) out.push_back(e.PKey * 1000 + e.EmKey);
+    return out;
+}
+
+TEST(KeyMapRules, PrecedenceIsGlobalThenStringThenMap) {
+    TKeyData keys;
+    keys.keyMap = {{kF1, 7}, {kShiftF1, 8}};
+    keys.keyStrings = {{kF1, u"s"}};
+    EXPECT_EQ(MappingKindOf(keys, kF1), KeyMappingKind::String);  // the map entry stays behind it
+    EXPECT_EQ(MappingKindOf(keys, kShiftF1), KeyMappingKind::EmulationKey);
+    EXPECT_EQ(MappingKindOf(keys, 5), KeyMappingKind::None);
+    keys.globalKeyStrings = {{kF1, u"g"}};
+    EXPECT_EQ(MappingKindOf(keys, kF1), KeyMappingKind::GlobalString);
+}
+
+TEST(KeyMapRules, StringsUpdateTheFirstEntryAndDropOnlyWhatTheRuleSays) {
+    TKeyData keys;
+    keys.keyMap = {{kF1, 7}};
+    keys.keyStrings = {{kF1, u"one"}, {kF1, u"two"}};
+    keys.globalKeyStrings = {{kF1, u"g1"}, {kF1, u"g2"}};
+
+    MapToGlobalString(keys, kF1, u"G");  // first entry updated, nothing else touched
+    ASSERT_EQ(keys.globalKeyStrings.size(), 2u);
+    EXPECT_EQ(keys.globalKeyStrings[0].Text, u"G");
+    EXPECT_EQ(keys.globalKeyStrings[1].Text, u"g2");
+    EXPECT_EQ(keys.keyStrings.size(), 2u);
+
+    MapToString(keys, kF1, u"S");  // drops the first global only, keeps the map
+    ASSERT_EQ(keys.globalKeyStrings.size(), 1u);
+    EXPECT_EQ(keys.globalKeyStrings[0].Text, u"g2");
+    EXPECT_EQ(keys.keyStrings[0].Text, u"S");
+    EXPECT_EQ(keys.keyMap.size(), 1u);
+
+    MapToString(keys, kShiftF1, u"new");  // appended for a code without an entry
+    ASSERT_EQ(keys.keyStrings.size(), 3u);
+    EXPECT_EQ(keys.keyStrings[2].PKey, kShiftF1);
+}
+
+TEST(KeyMapRules, GraphicMappingReplacesEveryEntryOfTheShownCode) {
+    TKeyData keys;
+    keys.keyMap = {{kF1, 7}, {9, 7}, {kF1, 8}};
+    keys.keyStrings = {{kF1, u"s"}};
+    keys.globalKeyStrings = {{kF1, u"g"}};
+    MapToEmulationKeyReplacing(keys, kF1, kF1, 5);
+    EXPECT_TRUE(keys.keyStrings.empty());
+    EXPECT_TRUE(keys.globalKeyStrings.empty());
+    EXPECT_EQ(mapCodes(keys), (std::vector<uint32_t>{9007, kF1 * 1000 + 5}));
+
+    // From the emulation side: the PC key that stood against the key is replaced by another one.
+    MapToEmulationKeyReplacing(keys, kShiftF1, kF1, 5);
+    EXPECT_EQ(mapCodes(keys), (std::vector<uint32_t>{9007, kShiftF1 * 1000 + 5}));
+
+    // An emulation code of 0, or no PC code, only removes.
+    MapToEmulationKeyReplacing(keys, kShiftF1, kShiftF1, 0);
+    MapToEmulationKeyReplacing(keys, 0, 9, 7);
+    EXPECT_TRUE(keys.keyMap.empty());
+}
+
+TEST(KeyMapRules, ClassicMappingChangesTheFirstEntryInPlace) {
+    TKeyData keys;
+    keys.keyMap = {{9, 1}, {kF1, 7}, {kF1, 8}};
+    keys.keyStrings = {{kF1, u"s"}};
+    MapToEmulationKeyInPlace(keys, kF1, 0xFFFFFFFFu);  // nothing chosen stores -1
+    EXPECT_TRUE(keys.keyStrings.empty());
+    EXPECT_EQ(keys.keyMap[1].EmKey, 0xFFFFFFFFu);
+    EXPECT_EQ(keys.keyMap[2].EmKey, 8u);
+    MapToEmulationKeyInPlace(keys, 20, 3);
+    EXPECT_EQ(keys.keyMap.back().PKey, 20u);
+
+    // Not mapped removes the first entry of each list, in turn.
+    keys.globalKeyStrings = {{kF1, u"g"}};
+    keys.keyStrings = {{kF1, u"s"}};
+    UnmapKey(keys, kF1);
+    EXPECT_TRUE(keys.globalKeyStrings.empty());
+    EXPECT_TRUE(keys.keyStrings.empty());
+    EXPECT_EQ(mapCodes(keys), (std::vector<uint32_t>{9001, kF1 * 1000 + 8, 20003}));
+    EXPECT_FALSE(RemoveKeyString(keys.keyStrings, kF1));
+}
+
+TEST(KeyMapRules, PhysicalCodesOfAnEmulationKeyStopAtTheLimit) {
+    TKeyData keys;
+    for (uint32_t i = 1; i <= 25; ++i) keys.keyMap.push_back({i, i % 2 ? 7u : 8u});
+    const std::vector<uint32_t> codes = PhysicalCodesFor(keys.keyMap, 7, 20);
+    ASSERT_EQ(codes.size(), 13u);
+    EXPECT_EQ(codes.front(), 1u);
+    EXPECT_EQ(codes.back(), 25u);
+    keys.keyMap.assign(30, KeyMapEntry{4, 7});
+    EXPECT_EQ(PhysicalCodesFor(keys.keyMap, 7, 20).size(), 20u);
+}
+
+TEST(KeyMapRules, CodesOfKeysAndPresses) {
+    EXPECT_EQ(MappedCode(kF1 | kModAlt, kModShift | kModCtrl), kF1 | kModShift | kModCtrl);
+    EXPECT_EQ(MappedCode(kF1, 0x80 | kModAlt), kF1 | kModAlt);  // only bits 8 to 10 are modifiers
+    // The classic editor lets a key carry only the modifiers of its mask.
+    EXPECT_EQ(ClassicMappedCode(KeyName{u"F1", 112, 0}, kModMask), 112u);
+    EXPECT_EQ(ClassicMappedCode(KeyName{u"F1", 112, 0x300}, kModAlt | kModCtrl), 112u | kModCtrl);
+
+    constexpr uint64_t kExtended = uint64_t{1} << 24;
+    EXPECT_EQ(PhysicalCodeOfKeyPress(13, kExtended | 0x1C0001), 13u + kExtendedKey);
+    EXPECT_EQ(PhysicalCodeOfKeyPress(13, 0x1C0001), 13u);
+    EXPECT_EQ(PhysicalCodeOfKeyPress(kNumLockKey, kExtended), kNumLockKey);
+    EXPECT_EQ(PhysicalCodeOfKeyPress(0, kExtended), 0u);
+}
+
+TEST(KeyMapRules, NamesOfMappedKeys) {
+    const std::vector<KeyName> pc{{u"Enter", 0x400D, 0x700}, {u"F1", 112, 0x700}};
+    const std::vector<KeyName> em{{u"PF1", 7, 0}, {u"Minus", -1, 0}};
+    const uint32_t all = kF1 | kModMask;
+    EXPECT_EQ(GraphicKeyName(pc, all), u"Sh+Alt+Ctrl+F1");
+    EXPECT_EQ(GraphicKeyName(pc, 0x400D | kModCtrl), u"Ctrl+Enter");
+    EXPECT_EQ(GraphicKeyName(pc, 99 | kModShift), u"");
+    EXPECT_EQ(ClassicKeyName(pc, all), u"F1 + Ctrl + Shift + Alt");
+    EXPECT_EQ(ClassicKeyName(pc, kF1), u"F1");
+    EXPECT_EQ(ClassicKeyName(pc, 99 | kModShift), u"unknown key (355)");
+    EXPECT_EQ(ClassicEmulationKeyName(em, 7), u"PF1");
+    EXPECT_EQ(ClassicEmulationKeyName(em, 0xFFFFFFFFu), u"Minus");
+    EXPECT_EQ(ClassicEmulationKeyName(em, 7 | kModShift), u"Unknown key (263)");  // exact code only
+}
+
+TEST(KeyMapRules, ReplacementQuestionNamesWhatWillGo) {
+    TKeyData keys;
+    keys.physicalKeys = {{u"F1", 112, 0x700}};
+    keys.emulationKeys = {{u"PF1", 7, 0}};
+    EXPECT_EQ(ReplacementQuestion(keys, kF1), u"");
+    keys.keyStrings = {{kF1, u"abc"}};
+    EXPECT_EQ(ReplacementQuestion(keys, kF1),
+              u"Physical key \"F1\" is already mapped to\r\nstring \"abc\"\r\n\r\n"
+              u"This mapping will be removed. Proceed?");
+    keys.globalKeyStrings = {{kF1, u"g"}};
+    keys.keyMap = {{kF1, 9}};
+    EXPECT_EQ(ReplacementQuestion(keys, kF1),
+              u"Physical key \"F1\" is already mapped to\r\nglobal string \"g\"\r\nstring \"abc\"\r\n"
+              u"emulation key \"Unknown key (9)\"\r\n\r\nThese mappings will be removed. Proceed?");
 }
 
 }  // namespace

@@ -1,14 +1,24 @@
 #include <gtest/gtest.h>
 
 #include <map>
+#include <memory>
 #include <string>
 
+#include "mouse/mousehooks.h"
 #include "mouse/mousemap.h"
+#include "mouse/mousemapdoc.h"
 #include "mouse/mousenames.h"
+#include "request/reply.h"
+#include "request/session.h"
+#include "xml/node.h"
+#include "xml/parser.h"
+#include "xml/xml_testing.h"
 
-using namespace qrl;
-
+namespace qrl {
 namespace {
+
+using AdvXMLParser::Document;
+using AdvXMLParser::Element;
 
 TMouseEvent ev(uint32_t event, bool ctrl = false, bool shift = false, bool alt = false) {
     return TMouseEvent{event, ctrl, shift, alt};
@@ -24,8 +34,6 @@ std::u16string entries(const TMouseMap& map) {
         out += (out.empty() ? u"" : u" ") + MouseEventText(entry.event) + u"=" + MouseActionText(entry.action);
     return out;
 }
-
-}  // namespace
 
 TEST(MouseText, EventFieldsEndWithColons) {
     TMouseEvent e = ParseMouseEvent(u"1:0:1:0:");
@@ -151,11 +159,11 @@ TEST(MouseDialogRules, ParameterControlsFollowTheAction) {
     for (const Case& c : cases) {
         SCOPED_TRACE(c.action);
         const TMouseParamView view = MouseParamView(c.action, c.assist, c.showing);
-        EXPECT_EQ(view.labelShown, c.want.labelShown);
-        EXPECT_EQ(std::u16string(view.labelKey), c.want.labelKey);
-        EXPECT_EQ(std::u16string(view.labelDefault), c.want.labelDefault);
-        EXPECT_EQ(view.editShown, c.want.editShown);
-        EXPECT_EQ(view.assistShown, c.want.assistShown);
+        const auto fields = [](const TMouseParamView& v) {
+            return std::tuple(v.labelShown, std::u16string(v.labelKey), std::u16string(v.labelDefault), v.editShown,
+                              v.assistShown);
+        };
+        EXPECT_EQ(fields(view), fields(c.want));
     }
 
     const TMouseAction text = MouseActionFromControls(11, u"a:b");
@@ -169,3 +177,86 @@ TEST(MouseDialogRules, ParameterControlsFollowTheAction) {
     EXPECT_EQ(MouseActionFromControls(-1, u"x").action, 0u);
     EXPECT_EQ(MouseParamText(MouseActionFromControls(6, u"x")), u"");
 }
+
+std::unique_ptr<Document> parse(std::u16string_view text) { return xmltest::Parse(text); }
+
+// The reply's items, without the frame every reply has.
+std::u16string reply(const TMouseMap& map) {
+    const std::u16string head = u"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Config>\n  <Data>\n";
+    const std::u16string tail = u"  </Data>\n</Config>";
+    std::u16string text = xmltest::DataReplyOf([&](Element& data) { WriteMouseMapItem(data, map); });
+    EXPECT_EQ(text.substr(0, head.size()), head);
+    EXPECT_GE(text.size(), head.size() + tail.size());
+    EXPECT_EQ(text.substr(text.size() - std::min(text.size(), tail.size())), tail);
+    return text.substr(head.size(), text.size() - std::min(text.size(), head.size() + tail.size()));
+}
+
+TEST(MouseMapDocument, ReadsMapChildrenOnlyAndReplacesTheMap) {
+    const auto doc = parse(
+        u"<Item Element=\"MouseMap\">"
+        u"<Map Event=\"1:0:1:0:\" Action=\"11:a:b\"/>"
+        u"<Other Event=\"2:0:0:0:\" Action=\"4:\"/>"
+        u"text between"
+        u"<map Event=\"1:0:1:0:\" Action=\"6:\"/>"
+        u"<Map Event=\"0:0:0:0:\" Action=\"12:\"/>"
+        u"<Map Event=\"7:1:0:0:\" Action=\"11: &lt;Enter&gt; \"/>"
+        u"<Map/>"
+        u"</Item>");
+    TMouseMap map{{TMouseEvent{3}, TMouseAction{1, {}, {}}}};
+    ReadMouseMap(map, *doc->Root());
+    // The same event twice: both kept, the first found. Event 0 stays in the list and an empty script is a
+    // script; attribute values arrive trimmed, references resolved; no attributes: event 0, not assigned.
+    EXPECT_EQ(entries(map), u"1:0:1:0:=11:a:b 1:0:1:0:=6: 0:0:0:0:=12: 7:1:0:0:=11: <Enter> 0:0:0:0:=0:");
+    EXPECT_EQ(Lookup(map, map[0].event).action, 11u);
+}
+
+TEST(MouseMapDocument, ReplyHoldsAssignedEntriesInOrder) {
+    TMouseMap map;
+    RestoreDefaultMap(map);
+    SetMapping(map, TMouseEvent{kMouseMiddleClick, true, false, true}, TMouseAction{11, u"say \"hi\" & <go>", {}});
+    SetMapping(map, TMouseEvent{kMouseRightClick}, TMouseAction{12, u"kept text", u"C:\\s.scr"});
+    SetMapping(map, TMouseEvent{9}, TMouseAction{0, {}, {}});  // added with action 0: not written
+    EXPECT_EQ(reply(map),
+              u"    <Item Element=\"MouseMap\">\n"
+              u"      <Map Event=\"1:0:0:0:\" Action=\"9:\"/>\n"
+              u"      <Map Event=\"1:0:1:0:\" Action=\"10:\"/>\n"
+              u"      <Map Event=\"7:0:0:0:\" Action=\"12:C:\\s.scr\"/>\n"
+              u"      <Map Event=\"2:0:0:0:\" Action=\"4:\"/>\n"
+              u"      <Map Event=\"2:0:1:0:\" Action=\"5:\"/>\n"
+              u"      <Map Event=\"4:1:0:1:\" Action=\"11:say &quot;hi&quot; &amp; &lt;go&gt;\"/>\n"
+              u"    </Item>\n");
+    // With nothing assigned the item is still written.
+    EXPECT_EQ(reply({{TMouseEvent{1}, TMouseAction{}}}), u"    <Item Element=\"MouseMap\"/>\n");
+}
+
+TEST(MouseHooks, RequestFillsMapAndReplyWritesIt) {
+    TConfigSession session;
+    session.LoadRequestText(
+        u"<Config ModuleType=\"MouseMap\">"
+        u"<DTD><Element Name=\"Mouse\" Type=\"MouseMap\"/><Element Name=\"Speed\" Type=\"int\"/></DTD>"
+        u"<Data>"
+        u"<Item Element=\"Mouse\"><Map Event=\"4:0:0:0:\" Action=\"3:\"/></Item>"
+        u"<Item Element=\"mouse\"><Map Event=\"1:0:1:0:\" Action=\"11:hello\"/><Map Event=\"7:0:0:0:\" Action=\"0:\"/></Item>"
+        u"<Item Element=\"Speed\" Value=\"3\"/>"
+        u"</Data></Config>");
+    session.ApplyDataValues();
+    EXPECT_TRUE(session.mouseDataPresent);
+    TMouseMap& map = SessionMouseMap(session);
+    ASSERT_EQ(map.size(), 2u);  // a second item replaces the first
+    EXPECT_EQ(Lookup(map, TMouseEvent{1, false, true, false}).text, u"hello");
+    SetMapping(map, TMouseEvent{kMouseRightClick}, TMouseAction{kMousePopupMenu, {}, {}});
+    EXPECT_EQ(WriteDataReply(session, false),
+              u"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+              u"<Config>\n"
+              u"  <Data>\n"
+              u"    <Item Element=\"MouseMap\">\n"
+              u"      <Map Event=\"1:0:1:0:\" Action=\"11:hello\"/>\n"
+              u"      <Map Event=\"7:0:0:0:\" Action=\"6:\"/>\n"
+              u"    </Item>\n"
+              u"    <Item Element=\"Speed\" Value=\"3\"/>\n"
+              u"  </Data>\n"
+              u"</Config>");
+}
+
+}  // namespace
+}  // namespace qrl
