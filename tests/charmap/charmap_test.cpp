@@ -212,11 +212,7 @@ TEST(CharMapRows, CountsAndFormatsOfTheThreeKinds) {
 }
 
 TEST(CharMapEntry, HexFieldRules) {
-    const struct {
-        const char16_t* text;
-        bool unicode;
-        std::optional<uint32_t> value;
-    } cases[] = {
+    const struct { const char16_t* text; bool unicode; std::optional<uint32_t> value; } cases[] = {
         {u"1F ", true, 0x1F}, {u"1G", true, std::nullopt},  {u"", true, 0},           {u"100", false, std::nullopt},
         {u"100", true, 0x100}, {u"FF", false, 0xFF},         {u"FFFF", true, 0xFFFF}, {u"10000", true, std::nullopt},
         {u" 2a", true, 0x2A},  {u"-1", true, std::nullopt},

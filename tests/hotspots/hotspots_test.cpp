@@ -408,11 +408,9 @@ TEST(HotSpotRules, StyleSample) {
         EXPECT_EQ(s.decorations, c.steps) << c.style << c.held;
     }
     const TStyleSample unset = StyleSampleFor(3, false, kDefaultColour, kDefaultColour);
-    EXPECT_EQ(unset.fill, kSampleGrey);
-    EXPECT_EQ(unset.text, 0u);
+    EXPECT_EQ(std::pair(unset.fill, unset.text), std::pair(kSampleGrey, 0u));
     const TStyleSample own = StyleSampleFor(3, false, 0x123456, 0x654321);
-    EXPECT_EQ(own.fill, 0x123456u);
-    EXPECT_EQ(own.text, 0x654321u);
+    EXPECT_EQ(std::pair(own.fill, own.text), std::pair(0x123456u, 0x654321u));
 }
 
 }  // namespace

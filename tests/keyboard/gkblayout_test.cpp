@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "keyboard/graphickeymap.h"
 #include "keyboard/kdf.h"
 #include "keyboard/keylook.h"
@@ -10,11 +12,7 @@ namespace {
 GKbKey& addKey(GKbLayout& layout, int code, int x = 0, int y = 0, int w = 1, int h = 1) {
     auto* key = static_cast<GKbKey*>(layout.newKey(0));
     layout.Keys.push_back(key);
-    key->Code = code;
-    key->X = x;
-    key->Y = y;
-    key->Width = w;
-    key->Height = h;
+    std::tie(key->Code, key->X, key->Y, key->Width, key->Height) = std::tuple(code, x, y, w, h);
     return *key;
 }
 
@@ -27,7 +25,7 @@ void Label(GKbKey& key) {
 }
 
 std::vector<int> ratio(const GKbLayout& l) { return {l.XNum, l.XDen, l.YNum, l.YDen}; }
-std::vector<int> rect(const GKbKey& k) { return {k.Rect.left, k.Rect.top, k.Rect.right, k.Rect.bottom}; }
+std::vector<int> rect(const KbRect& r) { return {r.left, r.top, r.right, r.bottom}; }
 
 // Per state 0 to 7 (with the toggle bit given): the drawn labels joined by '|', the mapped flags as 0 and 1.
 std::string drawnLabels(const GKbKey& key, int toggle) {
@@ -50,12 +48,12 @@ TEST(GKbLayout, ScalesBothAxesByTheTighterSideWithEqualMargins) {
     layout.scaleTo(500, 500);  // width is tighter: 50 < 200
     EXPECT_TRUE(layout.Scaled);
     EXPECT_EQ(ratio(layout), (std::vector<int>{500, 1000, 500, 1000}));
-    EXPECT_EQ(rect(layout.key(1)), (std::vector<int>{450, 100, 490, 120}));
+    EXPECT_EQ(rect(layout.key(1).Rect), (std::vector<int>{450, 100, 490, 120}));
     EXPECT_EQ(layout.Style.BaseSize, 20);
 
     layout.scaleTo(1000, 100);  // height is tighter: 40 < 100
     EXPECT_EQ(ratio(layout), (std::vector<int>{100, 250, 100, 250}));
-    EXPECT_EQ(rect(layout.key(0)), (std::vector<int>{8, 4, 24, 20}));  // 20 * 100 / 250 ...
+    EXPECT_EQ(rect(layout.key(0).Rect), (std::vector<int>{8, 4, 24, 20}));  // 20 * 100 / 250 ...
     EXPECT_EQ(layout.Style.BaseSize, 16);
 
     layout.scaleTo(200, 50);  // equal ratios: the height wins
@@ -87,13 +85,11 @@ TEST(GKbLayout, HitTestPrefersTheLaterKeyAndExcludesRightAndBottomEdges) {
     addKey(layout, 2, 50, 50, 100, 100);
     layout.scaleTo(150, 150);
     ASSERT_EQ(layout.XDen, 150);
-    EXPECT_EQ(layout.hitTest(10, 10)->Code, 1);
-    EXPECT_EQ(layout.hitTest(60, 60)->Code, 2);  // overlap: the later key lies on top
-    EXPECT_EQ(layout.hitTest(149, 149)->Code, 2);
-    EXPECT_EQ(layout.hitTest(150, 100), nullptr);
-    EXPECT_EQ(layout.hitTest(99, 10)->Code, 1);
-    EXPECT_EQ(layout.hitTest(100, 10), nullptr);
-    EXPECT_EQ(layout.hitTest(-1, 0), nullptr);
+    const auto hit = [&](int x, int y) { return layout.hitTest(x, y) ? layout.hitTest(x, y)->Code : 0; };
+    // In the overlap the later key lies on top; a key's right and bottom edges are not in it.
+    EXPECT_EQ(std::vector<int>({hit(10, 10), hit(60, 60), hit(149, 149), hit(150, 100), hit(99, 10), hit(100, 10),
+                                hit(-1, 0)}),
+              std::vector<int>({1, 2, 2, 0, 1, 0, 0}));
 }
 
 TEST(GKbLayout, FindKeyTakesModifiersAndToggleFromTheCodeWord) {
@@ -102,11 +98,7 @@ TEST(GKbLayout, FindKeyTakesModifiersAndToggleFromTheCodeWord) {
     GKbKey& keypad = addKey(layout, 0x67);
     keypad.AltCode = 0x24;
     GKbKey& extended = addKey(layout, 0x4025);
-    struct Case {
-        int code;
-        const GKbKey* key;
-        int state;
-    };
+    struct Case { int code; const GKbKey* key; int state; };
     const Case cases[] = {
         {0x41, &plain, 0},
         {0x41 | 0x100, &plain, 1},
@@ -238,21 +230,15 @@ TEST(KeyLook, FaceColoursAndLabelByState) {
     for (const auto& c : cases) {
         SCOPED_TRACE(c.state);
         const TKeyLook look = KeyLookFor(key, c.state, c.selected, style);
-        EXPECT_EQ(look.face, c.face);
-        EXPECT_EQ(look.background, c.background);
-        EXPECT_EQ(look.text, c.text);
-        EXPECT_EQ(look.bevel, c.bevel);
-        EXPECT_EQ(look.label, c.label);
+        EXPECT_EQ(std::tuple(look.face, look.background, look.text, look.bevel, look.label),
+                  std::tuple(c.face, c.background, c.text, c.bevel, std::string(c.label)));
     }
     key.AltCode = 0;  // without an AltCode the toggle bit keeps the first table
     EXPECT_EQ(KeyLookFor(key, 16 | 2, false, style).face, KeyFace::Mapped);
 }
 
 TEST(KeyLook, LabelsGlyphsAndFonts) {
-    const struct {
-        const char* label;
-        bool glyph, known, single;
-    } cases[] = {
+    const struct { const char* label; bool glyph, known, single; } cases[] = {
         {"A", false, false, true}, {"Tab", false, false, false}, {"<up>", true, true, false},
         {"<foo>", true, false, false}, {"<>", false, false, false}, {"<", false, false, true},
     };
@@ -269,11 +255,7 @@ TEST(KeyLook, LabelsGlyphsAndFonts) {
 
 TEST(KeyLook, GlyphsOnTheirSquare) {
     // A wide label rectangle gives a centred square 2 pixels in.
-    const KbRect square = GlyphSquare({0, 0, 44, 24});
-    EXPECT_EQ(square.left, 12);
-    EXPECT_EQ(square.right, 32);
-    EXPECT_EQ(square.top, 2);
-    EXPECT_EQ(square.bottom, 22);
+    EXPECT_EQ(rect(GlyphSquare({0, 0, 44, 24})), (std::vector<int>{12, 2, 32, 22}));
     // "<up>" on a square of 20: the grid's points, y upward; "<down>" is it mirrored.
     const std::vector<KbPoint> up = GlyphPoints(*GlyphFor("<up>"), {0, 0, 20, 20});
     EXPECT_EQ(up.front(), (KbPoint{10, 4}));
@@ -291,14 +273,7 @@ std::u16string path(const std::string& file) { return std::u16string(file.begin(
 
 TEST(GraphicKeymap, StatusLineAndButtonsForEachState) {
     using K = KeyMappingKind;
-    struct Case {
-        int32_t selection;
-        bool current;
-        uint32_t pcCode;
-        K kind;
-        const char16_t* text;
-        bool map, remove;
-    };
+    struct Case { int32_t selection; bool current; uint32_t pcCode; K kind; const char16_t* text; bool map, remove; };
     const Case cases[] = {
         {0, false, 0, K::None, u"Select a key to show its mapping", false, false},
         {1, false, 0, K::EmulationKey, u"Press 'Map' to map EM to nothing", true, false},

@@ -226,12 +226,6 @@ TEST(KeymapSettings, TheJobRunsTheChosenEditorAndStoresOnlyOnOk) {
 constexpr uint32_t kF1 = 112;
 constexpr uint32_t kShiftF1 = kF1 | kModShift;
 
-std::vector<uint32_t> mapCodes(const TKeyData& keys) {
-    std::vector<uint32_t> out;
-    for (const KeyMapEntry& e : keys.keyMap) out.push_back(e.PKey * 1000 + e.EmKey);
-    return out;
-}
-
 TEST(KeyMapRules, PrecedenceIsGlobalThenStringThenMap) {
     TKeyData keys;
     keys.keyMap = {{kF1, 7}, {kShiftF1, 8}};
@@ -244,66 +238,40 @@ TEST(KeyMapRules, PrecedenceIsGlobalThenStringThenMap) {
 }
 
 TEST(KeyMapRules, StringsUpdateTheFirstEntryAndDropOnlyWhatTheRuleSays) {
-    TKeyData keys;
-    keys.keyMap = {{kF1, 7}};
-    keys.keyStrings = {{kF1, u"one"}, {kF1, u"two"}};
-    keys.globalKeyStrings = {{kF1, u"g1"}, {kF1, u"g2"}};
-
+    TKeyData keys{.keyMap = {{kF1, 7}}, .keyStrings = {{kF1, u"one"}, {kF1, u"two"}},
+                  .globalKeyStrings = {{kF1, u"g1"}, {kF1, u"g2"}}};
     MapToGlobalString(keys, kF1, u"G");  // first entry updated, nothing else touched
-    ASSERT_EQ(keys.globalKeyStrings.size(), 2u);
-    EXPECT_EQ(keys.globalKeyStrings[0].Text, u"G");
-    EXPECT_EQ(keys.globalKeyStrings[1].Text, u"g2");
-    EXPECT_EQ(keys.keyStrings.size(), 2u);
-
+    EXPECT_EQ(dump(keys), u"P; E; M 112>7; S 112:one 112:two; G 112:G 112:g2");
     MapToString(keys, kF1, u"S");  // drops the first global only, keeps the map
-    ASSERT_EQ(keys.globalKeyStrings.size(), 1u);
-    EXPECT_EQ(keys.globalKeyStrings[0].Text, u"g2");
-    EXPECT_EQ(keys.keyStrings[0].Text, u"S");
-    EXPECT_EQ(keys.keyMap.size(), 1u);
-
+    EXPECT_EQ(dump(keys), u"P; E; M 112>7; S 112:S 112:two; G 112:g2");
     MapToString(keys, kShiftF1, u"new");  // appended for a code without an entry
-    ASSERT_EQ(keys.keyStrings.size(), 3u);
-    EXPECT_EQ(keys.keyStrings[2].PKey, kShiftF1);
+    EXPECT_EQ(dump(keys), u"P; E; M 112>7; S 112:S 112:two 368:new; G 112:g2");
 }
 
 TEST(KeyMapRules, GraphicMappingReplacesEveryEntryOfTheShownCode) {
-    TKeyData keys;
-    keys.keyMap = {{kF1, 7}, {9, 7}, {kF1, 8}};
-    keys.keyStrings = {{kF1, u"s"}};
-    keys.globalKeyStrings = {{kF1, u"g"}};
+    TKeyData keys{.keyMap = {{kF1, 7}, {9, 7}, {kF1, 8}}, .keyStrings = {{kF1, u"s"}},
+                  .globalKeyStrings = {{kF1, u"g"}}};
     MapToEmulationKeyReplacing(keys, kF1, kF1, 5);
-    EXPECT_TRUE(keys.keyStrings.empty());
-    EXPECT_TRUE(keys.globalKeyStrings.empty());
-    EXPECT_EQ(mapCodes(keys), (std::vector<uint32_t>{9007, kF1 * 1000 + 5}));
-
+    EXPECT_EQ(dump(keys), u"P; E; M 9>7 112>5; S; G");
     // From the emulation side: the PC key that stood against the key is replaced by another one.
     MapToEmulationKeyReplacing(keys, kShiftF1, kF1, 5);
-    EXPECT_EQ(mapCodes(keys), (std::vector<uint32_t>{9007, kShiftF1 * 1000 + 5}));
-
+    EXPECT_EQ(dump(keys), u"P; E; M 9>7 368>5; S; G");
     // An emulation code of 0, or no PC code, only removes.
     MapToEmulationKeyReplacing(keys, kShiftF1, kShiftF1, 0);
     MapToEmulationKeyReplacing(keys, 0, 9, 7);
-    EXPECT_TRUE(keys.keyMap.empty());
+    EXPECT_EQ(dump(keys), u"P; E; M; S; G");
 }
 
 TEST(KeyMapRules, ClassicMappingChangesTheFirstEntryInPlace) {
-    TKeyData keys;
-    keys.keyMap = {{9, 1}, {kF1, 7}, {kF1, 8}};
-    keys.keyStrings = {{kF1, u"s"}};
+    TKeyData keys{.keyMap = {{9, 1}, {kF1, 7}, {kF1, 8}}, .keyStrings = {{kF1, u"s"}}};
     MapToEmulationKeyInPlace(keys, kF1, 0xFFFFFFFFu);  // nothing chosen stores -1
-    EXPECT_TRUE(keys.keyStrings.empty());
-    EXPECT_EQ(keys.keyMap[1].EmKey, 0xFFFFFFFFu);
-    EXPECT_EQ(keys.keyMap[2].EmKey, 8u);
     MapToEmulationKeyInPlace(keys, 20, 3);
-    EXPECT_EQ(keys.keyMap.back().PKey, 20u);
-
+    EXPECT_EQ(dump(keys), u"P; E; M 9>1 112>4294967295 112>8 20>3; S; G");
     // Not mapped removes the first entry of each list, in turn.
     keys.globalKeyStrings = {{kF1, u"g"}};
     keys.keyStrings = {{kF1, u"s"}};
     UnmapKey(keys, kF1);
-    EXPECT_TRUE(keys.globalKeyStrings.empty());
-    EXPECT_TRUE(keys.keyStrings.empty());
-    EXPECT_EQ(mapCodes(keys), (std::vector<uint32_t>{9001, kF1 * 1000 + 8, 20003}));
+    EXPECT_EQ(dump(keys), u"P; E; M 9>1 112>8 20>3; S; G");
     EXPECT_FALSE(RemoveKeyString(keys.keyStrings, kF1));
 }
 

@@ -4,6 +4,8 @@
 
 #include <functional>
 
+#include "text/textutil.h"
+
 namespace qrl {
 namespace {
 
@@ -15,11 +17,7 @@ TMacroAssist opened(std::u16string_view text, uint32_t mode = 7, int select = 0)
 }
 
 TEST(MacroAssist, ListShowsTheTokensBeforeTheEndOrTheFault) {
-    struct Case {
-        uint32_t mode;
-        std::u16string_view text;
-        std::vector<std::u16string> rows;
-    };
+    struct Case { uint32_t mode; std::u16string_view text; std::vector<std::u16string> rows; };
     const Case cases[] = {
         {1, u"{x}", {u"Text\t{x}"}},  // braces mean nothing at the escapes level
         {7, u"", {}},
@@ -108,20 +106,20 @@ TEST(MacroAssist, GotoKeepsItsSourceUntilItsLabelIsEdited) {
     EXPECT_EQ(assist.Joined(), u"{:top}{%goto :end}");
 }
 
+// A field as "prompt=text", "#" before it when it takes digits only; nothing when it is hidden.
+std::u16string show(const MacroField& f) {
+    return f.shown ? (f.number ? u"#" : u"") + f.prompt + u"=" + f.text : u"";
+}
+std::u16string show(const std::array<MacroField, 3>& fields) {
+    return show(fields[0]) + u"|" + show(fields[1]) + u"|" + show(fields[2]);
+}
+
 TEST(MacroAssist, PanelsLoadTheirFields) {
     TMacroAssist pause = opened(u"{.Pause(15)}");
     EXPECT_EQ(pause.Panel(), MacroPanel::Function);
-    auto fields = pause.LoadFunctionFields();
-    EXPECT_TRUE(fields[0].shown && fields[0].number);
-    EXPECT_EQ(fields[0].prompt, u"Period (tenths of a second)");
-    EXPECT_EQ(fields[0].text, u"15");
-    EXPECT_FALSE(fields[1].shown);
-
+    EXPECT_EQ(show(pause.LoadFunctionFields()), u"#Period (tenths of a second)=15||");
     TMacroAssist setProp = opened(u"{.SetProp(\"a\",\"b\")}");
-    fields = setProp.LoadFunctionFields();
-    EXPECT_TRUE(fields[1].shown && !fields[0].number && !fields[1].number && !fields[2].shown);
-    EXPECT_EQ(fields[1].prompt, u"Value");
-    EXPECT_EQ(fields[1].text, u"b");
+    EXPECT_EQ(show(setProp.LoadFunctionFields()), u"Property name=a|Value=b|");
 
     // A row with fewer parameters drops the rest when its fields load, not before.
     setProp.ChooseFunction(49);  // Paste: none
@@ -132,11 +130,9 @@ TEST(MacroAssist, PanelsLoadTheirFields) {
 
     TMacroAssist classic = opened(u"\\U#x#");
     EXPECT_EQ(classic.ClassicRow(), 3);
-    const MacroField field = classic.ClassicField();
-    EXPECT_EQ(field.prompt, u"URL");
-    EXPECT_EQ(field.text, u"x");
+    EXPECT_EQ(show(classic.ClassicField()), u"URL=x");
     EXPECT_EQ(classic.DelimiterText(), u"#");
-    EXPECT_FALSE(opened(u"\\m").ClassicField().shown);
+    EXPECT_EQ(show(opened(u"\\m").ClassicField()), u"");
 
     TMacroAssist condition = opened(u"{%if(r<-5)}{%endif}");
     EXPECT_EQ(condition.OperatorRow(), 2);
@@ -156,6 +152,9 @@ TEST(MacroAssist, KeyWarningNamesAnUnknownKey) {
     EXPECT_EQ(assist.KeyWarning(u"enter"), u"warning: key 'enter' is not defined in this emulation");
 }
 
+// The text the tokens make, then the selected index.
+std::u16string state(const TMacroAssist& a) { return a.Joined() + u"@" + latin1ToUtf16(std::to_string(a.Selected())); }
+
 TEST(MacroAssist, ListButtonsMoveTheSelectionWithTheToken) {
     TMacroAssist assist(7, {});
     assist.Parse(u"");
@@ -166,26 +165,23 @@ TEST(MacroAssist, ListButtonsMoveTheSelectionWithTheToken) {
     assist.Parse(u"a\\nb{%exit}");
     assist.Select(3);
     assist.MoveDown();  // the next one is the end token
-    EXPECT_EQ(assist.Selected(), 3);
+    EXPECT_EQ(state(assist), u"a\\nb{%exit}@3");
     assist.MoveUp();
-    EXPECT_EQ(assist.Joined(), u"a\\n{%exit}b");
-    EXPECT_EQ(assist.Selected(), 2);
+    EXPECT_EQ(state(assist), u"a\\n{%exit}b@2");
     assist.Select(0);
     assist.MoveUp();
-    EXPECT_EQ(assist.Selected(), 0);
+    EXPECT_EQ(state(assist), u"a\\n{%exit}b@0");
     assist.InsertBefore();
     assist.SetText(u"z");
-    EXPECT_EQ(assist.Joined(), u"za\\n{%exit}b");
+    EXPECT_EQ(state(assist), u"za\\n{%exit}b@0");
     assist.Select(4);
     assist.InsertAfter();
-    EXPECT_EQ(assist.Selected(), 5);
-    EXPECT_EQ(assist.Count(), 6);
+    EXPECT_EQ(std::pair(assist.Selected(), assist.Count()), std::pair(5, 6));
     assist.Delete();
-    EXPECT_EQ(assist.Selected(), 4);  // fell off the end: the last token
+    EXPECT_EQ(state(assist), u"za\\n{%exit}b@4");  // fell off the end: the last token
     assist.Select(0);
     for (int i = 0; i < 5; ++i) assist.Delete();
-    EXPECT_EQ(assist.Selected(), -1);
-    EXPECT_EQ(assist.Joined(), u"");
+    EXPECT_EQ(state(assist), u"@-1");
     assist.Delete();  // nothing selected: nothing happens
     EXPECT_EQ(assist.Count(), 0);
 }

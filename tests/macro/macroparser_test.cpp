@@ -103,11 +103,7 @@ TEST(MacroParser, RoundTripIsExact)
 
 TEST(MacroParser, Tokens)
 {
-    struct Case {
-        std::u16string_view text;
-        uint32_t flags;
-        std::string tokens;
-    };
+    struct Case { std::u16string_view text; uint32_t flags; std::string tokens; };
     const Case cases[] = {
         {u"", Full, "$"},
         {u"a{%x}\\n", 0, "'a{%x}\\n' $"},  // no parsing at all
@@ -228,10 +224,8 @@ TEST(MacroParser, InventedNamesTagsAndAppending)
     parseMacro(m, u"{x}", 9, Full);
     EXPECT_EQ(dump(m), "'a' c10 'b' $ Kx={x} $");  // two lists, each with its end token
     EXPECT_EQ(m.Tokens[0].Label + m.Tokens[2].Label + m.Tokens[4].Label, u"_0_2_3");
-    EXPECT_EQ(m.Tokens[2].Tag, 8u);
-    EXPECT_EQ(m.Tokens[4].Tag, 9u);
-    EXPECT_EQ(m.NextName, 4u);
-    EXPECT_EQ(m.Flags, Full);
+    EXPECT_EQ(std::vector<uint32_t>({m.Tokens[2].Tag, m.Tokens[4].Tag, m.NextName, m.Flags}),
+              std::vector<uint32_t>({8, 9, 4, Full}));
     m.NextName = 0x1A;
     parseMacro(m, u"z", 0, Full);
     EXPECT_EQ(m.Tokens[6].Label, u"_1A");
@@ -242,9 +236,7 @@ TEST(MacroParser, InventedNamesTagsAndAppending)
     parseMacro(m, u"abc", 0, Full);
     EXPECT_EQ(m.Tokens.size(), count);
     clearMacro(m);
-    EXPECT_TRUE(m.Tokens.empty());
-    EXPECT_EQ(m.ErrorCode, 0);
-    EXPECT_EQ(m.ErrorPos, 0u);
+    EXPECT_EQ(std::tuple(m.Tokens.size(), m.ErrorCode, m.ErrorPos), std::tuple(0u, 0, 0u));
     parseMacro(m, u"abc", 0, Full);
     EXPECT_EQ(dump(m), "'abc' $");
 }
@@ -264,11 +256,7 @@ std::string lexAll(std::u16string text, uint32_t flags)
 
 TEST(MacroLexer, Steps)
 {
-    struct Case {
-        std::u16string_view text;
-        uint32_t flags;
-        std::string steps;
-    };
+    struct Case { std::u16string_view text; uint32_t flags; std::string steps; };
     const Case cases[] = {
         {u"\\n\\r\\t\\b\\f", MacroEscapes, "2:10@0-1 2:13@2-3 2:9@4-5 2:8@6-7 2:12@8-9"},
         {u"\\{\\}\\\\\\q\\\"", MacroEscapes, "2:123@0-1 2:125@2-3 2:92@4-5 2:113@6-7 2:34@8-9"},

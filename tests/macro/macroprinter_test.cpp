@@ -32,10 +32,7 @@ std::u16string rebuilt(MacroToken token)
 TEST(MacroPrinter, Characters)
 {
     MacroToken c = tokenOf(MacroType::Character);
-    struct Case {
-        uint32_t Code;
-        const char16_t* Short;
-    } cases[] = {
+    struct Case { uint32_t Code; const char16_t* Short; } cases[] = {
         {8, u"\\b"},    {9, u"\\t"},     {10, u"\\n"},    {12, u"\\f"},    {13, u"\\r"},
         {92, u"\\\\"},  {123, u"\\{"},   {125, u"\\}"},   {0x41, u"\\x41"}, {11, u"\\x0B"},
         {0, u"\\x00"},  {124, u"\\x7C"}, {255, u"\\xFF"}, {0x1234, u"\\x1234"},
@@ -212,11 +209,9 @@ TEST(MacroTables, AssistantLists)
     EXPECT_EQ(chars.back().Code, 0);
     EXPECT_EQ(std::u16string(chars.back().Caption), u"Hex value");
 
-    EXPECT_EQ(macroByteCaption(0), u"\\x00  NUL");
-    EXPECT_EQ(macroByteCaption(13), u"\\x0D  CR");
-    EXPECT_EQ(macroByteCaption(32), u"\\x20  Space");
-    EXPECT_EQ(macroByteCaption(33), u"\\x21");
-    EXPECT_EQ(macroByteCaption(255), u"\\xFF");
+    std::u16string captions;
+    for (int byte : {0, 13, 32, 33, 255}) captions += macroByteCaption(byte) + u"|";
+    EXPECT_EQ(captions, u"\\x00  NUL|\\x0D  CR|\\x20  Space|\\x21|\\xFF|");
 
     ASSERT_EQ(macroOperators().size(), 6u);
     EXPECT_EQ(macroOperatorText(MacroOperator::NotEqual), u"<>");

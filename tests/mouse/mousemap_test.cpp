@@ -104,10 +104,10 @@ TEST(MouseMap, DefaultsThenSetMapping) {
 }
 
 TEST(MouseDialogLogic, EventFromControlsAndLabel) {
-    EXPECT_EQ(MouseEventFromControls(1, false, false, false, false).event, 1u);
-    EXPECT_EQ(MouseEventFromControls(2, true, false, false, false).event, 5u);
-    EXPECT_EQ(MouseEventFromControls(3, true, false, false, false).event, 8u);
-    EXPECT_EQ(MouseEventFromControls(0, true, false, false, false).event, 0u);
+    std::vector<uint32_t> events;
+    for (auto [button, twice] : {std::pair{1, false}, {2, true}, {3, true}, {0, true}})
+        events.push_back(MouseEventFromControls(button, twice, false, false, false).event);
+    EXPECT_EQ(events, (std::vector<uint32_t>{1, 5, 8, 0}));
     EXPECT_EQ(MouseEventFromControls(3, false, true, false, true), ev(7, true, false, true));
 
     const TMouseNames names = MakeMouseNames([](std::u16string_view, std::u16string_view t) {
@@ -133,21 +133,15 @@ TEST(MouseNames, KeysAndDefaults) {
     EXPECT_EQ(names.events[10], u"[Wheel scroll]");
     EXPECT_EQ(names.actions[12], u"[Run a script]");
     EXPECT_EQ(&MouseNames(), &MouseNames());
-    EXPECT_EQ(MouseActionParam(11), TMouseParam::Text);
-    EXPECT_EQ(MouseActionParam(12), TMouseParam::Script);
-    EXPECT_EQ(MouseActionParam(14), TMouseParam::Text);
-    EXPECT_EQ(MouseActionParam(10), TMouseParam::None);
+    EXPECT_EQ(std::vector<TMouseParam>({MouseActionParam(11), MouseActionParam(12), MouseActionParam(14),
+                                         MouseActionParam(10)}),
+              std::vector<TMouseParam>({TMouseParam::Text, TMouseParam::Script, TMouseParam::Text, TMouseParam::None}));
 }
 
 // The dialog's parameter controls, and the action its controls describe: a change from a text action
 // to the script action keeps the edit's text, which then is the script.
 TEST(MouseDialogRules, ParameterControlsFollowTheAction) {
-    struct Case {
-        uint32_t action;
-        bool showing;
-        bool assist;
-        TMouseParamView want;
-    };
+    struct Case { uint32_t action; bool showing; bool assist; TMouseParamView want; };
     const Case cases[] = {
         {kMouseSendText, false, true, {true, u"mousecfg_cpp_304", u"Text/macro:", true, true}},
         {kMouseContHighlightSendText, true, false, {true, u"mousecfg_cpp_304", u"Text/macro:", true, false}},
@@ -167,12 +161,9 @@ TEST(MouseDialogRules, ParameterControlsFollowTheAction) {
     }
 
     const TMouseAction text = MouseActionFromControls(11, u"a:b");
-    EXPECT_EQ(text.text, u"a:b");
-    EXPECT_EQ(MouseParamText(text), u"a:b");
+    EXPECT_EQ(text.text + u"|" + text.script + u"|" + MouseParamText(text), u"a:b||a:b");
     const TMouseAction script = MouseActionFromControls(12, u"a:b");
-    EXPECT_EQ(script.script, u"a:b");
-    EXPECT_EQ(script.text, u"");
-    EXPECT_EQ(MouseParamText(script), u"a:b");
+    EXPECT_EQ(script.text + u"|" + script.script + u"|" + MouseParamText(script), u"|a:b|a:b");
     EXPECT_EQ(MouseActionFromControls(15, u"x").action, 0u);
     EXPECT_EQ(MouseActionFromControls(-1, u"x").action, 0u);
     EXPECT_EQ(MouseParamText(MouseActionFromControls(6, u"x")), u"");
