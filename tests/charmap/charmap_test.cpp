@@ -15,14 +15,6 @@ namespace {
 
 using qrl::testing::TFakeHost;
 
-TCharMap named(std::u16string em, std::u16string map, std::u16string language) {
-    TCharMap m;
-    m.emName = std::move(em);
-    m.mapName = std::move(map);
-    m.language = std::move(language);
-    return m;
-}
-
 const std::u16string kDeclaration = u"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
 
 TEST(CharMapTable, GrowsWithIdentityAndNeverShrinks) {
@@ -107,7 +99,7 @@ TEST(CharMapDocument, FailuresOfTheReply) {
 }
 
 TEST(CharMapDocument, PutSendsDifferencesInBlocksOfAtMost32) {
-    TCharMap m = named(u"IBM 5250", u"cp037", u"Deutsch");
+    TCharMap m{u"IBM 5250", u"cp037", u"Deutsch"};
     m.flags = kCharMapHostBytes;  // the put says 0 whatever the kind
     m.start = 0x40;
     m.length = 0xC0;
@@ -132,7 +124,7 @@ TEST(CharMapDocument, PutSendsDifferencesInBlocksOfAtMost32) {
 }
 
 TEST(CharMapDocument, PutOfUnchangedTableHasNoBlockAndEscapesNames) {
-    TCharMap m = named(u"A&B", u"<m>", u"\"x\"");
+    TCharMap m{u"A&B", u"<m>", u"\"x\""};
     m.SetTableLength(0x10);
     m.map[0xF] = 0xF;  // the same value again is no difference
     m.start = 0;
@@ -174,11 +166,7 @@ TEST(CharMapList, FetchFindsOrAsksAndDropsFailures) {
 }
 
 TCharMap Map(uint32_t flags, uint32_t start, uint32_t length, std::size_t table) {
-    TCharMap map;
-    map.mapName = u"cp";
-    map.flags = flags;
-    map.start = start;
-    map.length = length;
+    TCharMap map{.mapName = u"cp", .start = start, .length = length, .flags = flags};
     map.SetTableLength(table);
     return map;
 }

@@ -1,47 +1,25 @@
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
-#include <sstream>
-
 #include "hotspots/hotspotdata.h"
 #include "hotspots/hotspotfile.h"
 #include "hotspots/hotspotrules.h"
 #include "keyboard/keymapdata.h"
+#include "platform/tempfolder.h"
 #include "request/session.h"
 #include "text/textutil.h"
 
 namespace qrl {
 namespace {
 
-namespace fs = std::filesystem;
-
-// Each test writes its own files, under new names, so that the process-wide ini cache never holds
-// an older text of them.
+// Each test writes its own files in a new folder, so that the process-wide ini cache never holds an
+// older text of them.
 class HotSpotFiles : public ::testing::Test {
 protected:
-    void SetUp() override {
-        dir_ = fs::temp_directory_path() /
-               ("qrl_hsp_" + std::to_string(::testing::UnitTest::GetInstance()->random_seed()) + "_" +
-                ::testing::UnitTest::GetInstance()->current_test_info()->name());
-        fs::remove_all(dir_);
-        fs::create_directories(dir_);
-    }
-    void TearDown() override { fs::remove_all(dir_); }
-
     std::u16string file(const std::string& name, const std::string& bytes) {
-        const fs::path path = dir_ / name;
-        std::ofstream(path, std::ios::binary) << bytes;
-        return latin1ToUtf16(path.string());
+        dir_.write(name, bytes);
+        return dir_.file(name);
     }
-    static std::string contents(const std::u16string& path) {
-        std::ifstream in(utf16ToLatin1(path), std::ios::binary);
-        std::ostringstream out;
-        out << in.rdbuf();
-        return out.str();
-    }
-
-    fs::path dir_;
+    test::TempFolder dir_;
 };
 
 class CountingHotSpots : public HotSpots {
@@ -145,7 +123,7 @@ TEST_F(HotSpotFiles, ListEndsAtAGapAndIsSortedByDescription) {
     set.Read(path.c_str(), u"none");
     EXPECT_TRUE(set.spots.empty());
     EXPECT_EQ(set.setName, u"none");
-    set.Read((dir_ / "absent.hsp").u16string().c_str(), u"IBM5250");
+    set.Read(dir_.file("absent.hsp").c_str(), u"IBM5250");
     EXPECT_TRUE(set.spots.empty());
     set.Read(path.c_str(), u"IBM5250");
     set.Read(path.c_str(), nullptr);
@@ -171,7 +149,7 @@ TEST_F(HotSpotFiles, RedirectedSetIsSavedIntoTheAskedSection) {
     HotSpots again;
     again.Read(path.c_str(), u"Tandem");
     EXPECT_EQ(descriptions(again), (std::vector<std::u16string>{u"shared one"}));
-    const std::string text = contents(path);
+    const std::string text = dir_.read("c.hsp");
     EXPECT_EQ(text.find("Set=Shared"), std::string::npos);  // Set and Delay are gone
     EXPECT_EQ(text.find("Delay"), std::string::npos);
 
@@ -188,7 +166,7 @@ TEST_F(HotSpotFiles, WriteStoresTheWholeSectionOnlyWhenDirty) {
     HotSpots set;
     set.Read(path.c_str(), u"s");
     EXPECT_TRUE(set.Write(path.c_str(), nullptr));  // not dirty: nothing happens
-    EXPECT_EQ(contents(path), original);
+    EXPECT_EQ(dir_.read("d.hsp"), original);
 
     // Nowhere to store the changes: they are kept and the write says so.
     HotSpots nameless;
@@ -196,9 +174,9 @@ TEST_F(HotSpotFiles, WriteStoresTheWholeSectionOnlyWhenDirty) {
     EXPECT_FALSE(nameless.Write(path.c_str(), nullptr));
     EXPECT_FALSE(nameless.Write(path.c_str(), u""));
     EXPECT_FALSE(nameless.Write(nullptr, u"s"));
-    EXPECT_FALSE(nameless.Write(latin1ToUtf16((dir_ / "no" / "d.hsp").string()).c_str(), u"s"));
+    EXPECT_FALSE(nameless.Write(dir_.file("no/d.hsp").c_str(), u"s"));
     EXPECT_TRUE(nameless.dirty);
-    EXPECT_EQ(contents(path), original);
+    EXPECT_EQ(dir_.read("d.hsp"), original);
 
     set.Clear();
     set.Add({.foreground = 0x1E140A, .background = 0x000001, .description = u"new", .recordType = kRecordText,
@@ -208,7 +186,7 @@ TEST_F(HotSpotFiles, WriteStoresTheWholeSectionOnlyWhenDirty) {
     set.enabled = false;
     set.dirty = true;
     set.Write(path.c_str(), nullptr);
-    EXPECT_EQ(contents(path),
+    EXPECT_EQ(dir_.read("d.hsp"),
               "[keep]\r\nHS1=kept,2\r\n"
               "[s]\r\nFGndColour=1,2,3\r\nBGndColour=\r\nOn=0\r\n"
               "HS1=new,2,3,0,0,0,0,0,,0,0,,,0,0,0,0,{Enter},0,0,0,,,0,0,10|20|30,1|0|0,\r\n");
@@ -294,7 +272,7 @@ TEST_F(HotSpotFiles, SetEditingKeepsIdsAndCount) {
     EXPECT_EQ(set.count, 2);
     set.dirty = true;
     set.Write(path.c_str(), nullptr);
-    EXPECT_EQ(contents(path).find("HS2"), std::string::npos);
+    EXPECT_EQ(dir_.read("g.hsp").find("HS2"), std::string::npos);
 }
 
 TEST(HotSpotData, FullPathOfTheFileInUse) {

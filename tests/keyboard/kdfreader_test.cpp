@@ -3,8 +3,6 @@
 #include <boost/ptr_container/exception.hpp>
 #include <cstdint>
 #include <cstdio>
-#include <filesystem>
-#include <fstream>
 #include <functional>
 #include <optional>
 #include <string>
@@ -12,6 +10,7 @@
 #include <vector>
 
 #include "keyboard/kdf.h"
+#include "platform/tempfolder.h"
 
 namespace qrl {
 namespace {
@@ -194,10 +193,9 @@ TEST(KdfReader, ReadsEveryFieldOfKeyboardLayoutAndKey) {
     ASSERT_EQ(l.Keys.size(), 3u);
 
     const KbKey& k = l.Keys[0];  // x is negative: sign extension
-    EXPECT_EQ(std::vector<int>({k.Code, k.X, k.Y, k.Width, k.Height, k.ModifierMask, k.AltCode, k.KeyValue}),
-              std::vector<int>({0x67, -5, 0x7FFF, 40, 80, 16, 0x24, 200}));
-    EXPECT_EQ(k.UsesShiftCodes, 0);
-    EXPECT_EQ(k.Shifts[0].ShiftValue, 9);
+    EXPECT_EQ(std::vector<int>({k.Code, k.X, k.Y, k.Width, k.Height, k.ModifierMask, k.AltCode, k.KeyValue,
+                                k.UsesShiftCodes, k.Shifts[0].ShiftValue}),
+              std::vector<int>({0x67, -5, 0x7FFF, 40, 80, 16, 0x24, 200, 0, 9}));
     EXPECT_EQ(labels(k.Shifts), "7|&|x|x|x|x|x|x");
     EXPECT_EQ(codes(k.Shifts), "103 -2 103 103 103 103 103 103");
     EXPECT_EQ(flags(k.Shifts), "01000000");  // any non-zero byte
@@ -269,13 +267,10 @@ TEST(KdfReader, EveryTruncationGivesShortReadAndKeepsWhatWasRead) {
 
 TEST(KdfReader, ReadsFromAFileAndStopsAtItsEnd) {
     const Bytes bytes = file({richKeyboard()});
-    const auto dir = std::filesystem::temp_directory_path() / "qrl_kdf_reader_test";
-    std::filesystem::create_directories(dir);
-    const auto path = dir / "cut.kdf";
+    const test::TempFolder dir;
     for (std::size_t length : {bytes.size(), bytes.size() - 1, bytes.size() / 2, std::size_t{9}}) {
-        std::ofstream(path, std::ios::binary | std::ios::trunc)
-            .write(reinterpret_cast<const char*>(bytes.data.data()), static_cast<std::streamsize>(length));
-        std::FILE* f = std::fopen(path.string().c_str(), "rb");
+        dir.write("cut.kdf", std::string(bytes.data.begin(), bytes.data.begin() + static_cast<std::ptrdiff_t>(length)));
+        std::FILE* f = std::fopen((dir.path() / "cut.kdf").string().c_str(), "rb");
         ASSERT_NE(f, nullptr);
         KbHdr header;
         KbKeyboard kb;
@@ -283,7 +278,6 @@ TEST(KdfReader, ReadsFromAFileAndStopsAtItsEnd) {
         std::fclose(f);
         EXPECT_EQ(result, length == bytes.size() ? kKdfOk : kKdfShortRead) << length;
     }
-    std::filesystem::remove_all(dir);
     KbHdr header;
     KbKeyboard kb;
     EXPECT_EQ(readKeyboard(header, static_cast<std::FILE*>(nullptr), "pc", kb), kKdfShortRead);
@@ -508,12 +502,11 @@ TEST(SampleKeyboards, At102IsAnIsoPcKeyboardInTwoLayouts) {
     EXPECT_EQ(keyOf(uk, 0x67).AltShifts[3].Label, "Home");
     EXPECT_EQ(keyOf(de, 0x67).AltShifts[3].Label, "Pos1");
     // The same position carries Y in one layout and Z in the other, with the matching code.
-    ASSERT_NE(keyAt(uk, 280, 120), nullptr);
-    ASSERT_NE(keyAt(de, 280, 120), nullptr);
-    EXPECT_EQ(keyAt(uk, 280, 120)->Code, 0x59);
-    EXPECT_EQ(keyAt(uk, 280, 120)->Shifts[0].Label, "Y");
-    EXPECT_EQ(keyAt(de, 280, 120)->Code, 0x5A);
-    EXPECT_EQ(keyAt(de, 280, 120)->Shifts[0].Label, "Z");
+    const KbKey* y = keyAt(uk, 280, 120);
+    const KbKey* z = keyAt(de, 280, 120);
+    ASSERT_TRUE(y && z);
+    EXPECT_EQ(std::to_string(y->Code) + y->Shifts[0].Label + " " + std::to_string(z->Code) + z->Shifts[0].Label,
+              "89Y 90Z");
     EXPECT_EQ(keyOf(uk, 0x33).Shifts[1].Label, "\xA3");  // narrow text: the pound sign
     EXPECT_EQ(keyOf(de, 0x33).Shifts[1].Label, "\xA7");
     EXPECT_EQ(keyOf(de, 0x33).Shifts[6].Label, "\xB3");  // Alt Gr
@@ -521,9 +514,6 @@ TEST(SampleKeyboards, At102IsAnIsoPcKeyboardInTwoLayouts) {
     EXPECT_EQ(keyOf(de, 0x51).Shifts[5].Label, "Q");
     EXPECT_EQ(keyOf(de, 0xDB).Shifts[0].Label, "\xDF");
     EXPECT_EQ(keyOf(de, 0xDB).Shifts[6].Label, "\\");
-
-    KbKeyboard wrongCase;
-    EXPECT_EQ(readSample("at102.kdf", "PC", wrongCase), kKdfNoKeyboard);
 }
 
 TEST(SampleKeyboards, Ibm5250Has122KeysAndNoCtrlStates) {

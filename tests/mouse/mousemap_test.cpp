@@ -36,18 +36,14 @@ std::u16string entries(const TMouseMap& map) {
 }
 
 TEST(MouseText, EventFieldsEndWithColons) {
-    TMouseEvent e = ParseMouseEvent(u"1:0:1:0:");
-    EXPECT_EQ(e, ev(1, false, true, false));
-    EXPECT_EQ(ParseMouseEvent(u"11:5:-1:1:"), ev(11, true, true, true));  // flags: anything not 0
-    // A number without its ":" reads 0, and so does everything after it.
-    EXPECT_EQ(ParseMouseEvent(u"2:1:1:1"), ev(2, true, true, false));
-    EXPECT_EQ(ParseMouseEvent(u"2:1"), ev(2));
-    EXPECT_EQ(ParseMouseEvent(u"7"), ev(0));
-    EXPECT_EQ(ParseMouseEvent(u""), ev(0));
-    // Event codes outside 0 to 11 become 0; the flags are still read.
-    EXPECT_EQ(ParseMouseEvent(u"12:1:0:0:"), ev(0, true));
-    EXPECT_EQ(ParseMouseEvent(u"-1:0:0:1:"), ev(0, false, false, true));
-    EXPECT_EQ(ParseMouseEvent(u"x:y:1:z:"), ev(0, false, true));
+    // Flags are anything not 0. A number without its ":" reads 0, and so does everything after it. Event
+    // codes outside 0 to 11 become 0; the flags are still read.
+    const std::pair<std::u16string_view, TMouseEvent> cases[] = {
+        {u"1:0:1:0:", ev(1, false, true)}, {u"11:5:-1:1:", ev(11, true, true, true)}, {u"2:1:1:1", ev(2, true, true)},
+        {u"2:1", ev(2)}, {u"7", ev(0)}, {u"", ev(0)}, {u"12:1:0:0:", ev(0, true)},
+        {u"-1:0:0:1:", ev(0, false, false, true)}, {u"x:y:1:z:", ev(0, false, true)},
+    };
+    for (const auto& [text, event] : cases) EXPECT_EQ(ParseMouseEvent(text), event) << std::string(text.begin(), text.end());
 
     EXPECT_EQ(MouseEventText(ev(1, false, true)), u"1:0:1:0:");
     EXPECT_EQ(MouseEventText(ev(10, true, true, true)), u"10:1:1:1:");
