@@ -37,11 +37,6 @@ TEST(CharMapTable, GrowsWithIdentityAndNeverShrinks) {
     EXPECT_EQ(m.map[0xFFFF], 0xFFFF);
 }
 
-TEST(CharMapDocument, GetRequestKeepsTheOddBlanksAndNoEscaping) {
-    EXPECT_EQ(CharMapGetRequest(u"IBM 5250", u"cp\"037", u"Deutsch"),
-              u"<charmap op=\"get\" emname=\"IBM 5250\" mapname = \"cp\"037\" language=\"Deutsch\"/>");
-}
-
 TEST(CharMapDocument, ReadsRangeFlagsAndBlocks) {
     TCharMap m;
     EXPECT_EQ(ReadCharMapReply(m, u"<x flags=\"0\"><map start=\"20\" length=\"5\"/></x>"), kCharMapRead);
@@ -75,14 +70,12 @@ TEST(CharMapDocument, ReadsRangeFlagsAndBlocks) {
     EXPECT_EQ(b.map, (std::vector<uint16_t>{0, 1, 0xC1, 0xC2, 0xC3, 5, 6, 0x2345, 0xB1, 9, 10, 11, 12, 13, 0xA1,
                                             0xA2}));
     EXPECT_EQ(b.defaultMap, (std::vector<uint16_t>{0, 1, 2, 0xC2, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15}));
-}
 
-TEST(CharMapDocument, DefmapBeforeMapIsLost) {
-    TCharMap m;
-    EXPECT_EQ(ReadCharMapReply(m, u"<c><defmap><block idx=\"0\" map=\"9\"/></defmap>"
-                                  u"<map start=\"0\" length=\"2\"/></c>"),
+    TCharMap early;  // a defmap before the map is lost
+    EXPECT_EQ(ReadCharMapReply(early, u"<c><defmap><block idx=\"0\" map=\"9\"/></defmap><map start=\"0\" length=\"2\"/>"
+                                      u"</c>"),
               0);
-    EXPECT_EQ(m.defaultMap, (std::vector<uint16_t>{0, 1}));
+    EXPECT_EQ(early.defaultMap, (std::vector<uint16_t>{0, 1}));
 }
 
 TEST(CharMapDocument, FailuresOfTheReply) {
@@ -123,7 +116,7 @@ TEST(CharMapDocument, PutSendsDifferencesInBlocksOfAtMost32) {
                         u"</charmap>");
 }
 
-TEST(CharMapDocument, PutOfUnchangedTableHasNoBlockAndEscapesNames) {
+TEST(CharMapDocument, GetKeepsOddBlanksUnescapedPutEscapesNamesAndSkipsUnchanged) {
     TCharMap m{u"A&B", u"<m>", u"\"x\""};
     m.SetTableLength(0x10);
     m.map[0xF] = 0xF;  // the same value again is no difference
@@ -134,6 +127,9 @@ TEST(CharMapDocument, PutOfUnchangedTableHasNoBlockAndEscapesNames) {
                   u"<charmap op=\"put\" emname=\"A&amp;B\" mapname=\"&lt;m&gt;\" language=\"&quot;x&quot;\" flags=\"0\">\n"
                   u"  <map start=\"0\" length=\"10\"/>\n"
                   u"</charmap>");
+
+    EXPECT_EQ(CharMapGetRequest(u"IBM 5250", u"cp\"037", u"Deutsch"),
+              u"<charmap op=\"get\" emname=\"IBM 5250\" mapname = \"cp\"037\" language=\"Deutsch\"/>");
 }
 
 TEST(CharMapList, FetchFindsOrAsksAndDropsFailures) {

@@ -28,10 +28,11 @@ public:
     int changes = 0;
 };
 
-std::vector<std::u16string> descriptions(const HotSpots& set) {
-    std::vector<std::u16string> out;
-    for (const HotSpot& spot : set.spots) out.push_back(spot.description);
-    return out;
+// The descriptions in list order, each followed by a comma.
+std::u16string order(const HotSpots& set) {
+    std::u16string text;
+    for (const HotSpot& spot : set.spots) text += spot.description + u",";
+    return text;
 }
 
 TEST(HotSpotColours, ReadingIsNotTheMirrorOfWriting) {
@@ -113,7 +114,7 @@ TEST_F(HotSpotFiles, ListEndsAtAGapAndIsSortedByDescription) {
     CountingHotSpots set;
     set.Read(path.c_str(), u"IBM5250.2");  // the emulation's name up to its dot
     EXPECT_EQ(set.setName, u"IBM5250");
-    EXPECT_EQ(descriptions(set), (std::vector<std::u16string>{u"Alpha", u"alpha", u"beta"}));
+    EXPECT_EQ(order(set), u"Alpha,alpha,beta,");
     // Count, next id, the first one's id (ids in file order, before the sort), change notices.
     EXPECT_EQ(std::vector<int64_t>({set.count, set.nextId, set.spots.front().id, set.changes}),
               std::vector<int64_t>({3, 4, 2, 1}));
@@ -140,7 +141,7 @@ TEST_F(HotSpotFiles, RedirectedSetIsSavedIntoTheAskedSection) {
     HotSpots set;
     set.Read(path.c_str(), u"Tandem");
     EXPECT_EQ(set.setName, u"Tandem");
-    EXPECT_EQ(descriptions(set), (std::vector<std::u16string>{u"shared one"}));
+    EXPECT_EQ(order(set), u"shared one,");
     EXPECT_EQ(set.background, 0x010101u);
 
     set.dirty = true;
@@ -148,7 +149,7 @@ TEST_F(HotSpotFiles, RedirectedSetIsSavedIntoTheAskedSection) {
     EXPECT_FALSE(set.dirty);
     HotSpots again;
     again.Read(path.c_str(), u"Tandem");
-    EXPECT_EQ(descriptions(again), (std::vector<std::u16string>{u"shared one"}));
+    EXPECT_EQ(order(again), u"shared one,");
     const std::string text = dir_.read("c.hsp");
     EXPECT_EQ(text.find("Set=Shared"), std::string::npos);  // Set and Delay are gone
     EXPECT_EQ(text.find("Delay"), std::string::npos);
@@ -204,7 +205,7 @@ TEST_F(HotSpotFiles, WriteStoresTheWholeSectionOnlyWhenDirty) {
     back.Write(path.c_str(), u"copy");
     HotSpots copy;
     copy.Read(path.c_str(), u"copy");
-    EXPECT_EQ(descriptions(copy), (std::vector<std::u16string>{u"new"}));
+    EXPECT_EQ(order(copy), u"new,");
 }
 
 TEST_F(HotSpotFiles, MalformedRecordsReadWithoutHarm) {
@@ -229,10 +230,8 @@ TEST_F(HotSpotFiles, OldFormKeysBecomeEmulationKeyNames) {
                                      "[s]\r\nHS1=found,1,3,0,0,0,0,0,,0,0,,,112,0,0,0,,\r\n"
                                      "HS2=missing,1,3,0,0,0,0,0,,0,0,,,113,0,0,0,,\r\n"
                                      "HS3=text,2,3,0,0,0,0,0,,0,0,,,112,0,0,0,{Clear},\r\n");
-    TKeyData keys;
-    keys.physicalKeys = {{u"F1", 112, 0}, {u"F2", 113, 0}};
-    keys.emulationKeys = {{u"PF1", 7, 0}};
-    keys.keyMap = {{112, 7}, {113, 99}};
+    const TKeyData keys{.physicalKeys = {{u"F1", 112, 0}, {u"F2", 113, 0}}, .emulationKeys = {{u"PF1", 7, 0}},
+                        .keyMap = {{112, 7}, {113, 99}}};
 
     HotSpots set;
     set.Read(path.c_str(), u"s");
@@ -275,16 +274,7 @@ TEST_F(HotSpotFiles, SetEditingKeepsIdsAndCount) {
     EXPECT_EQ(dir_.read("g.hsp").find("HS2"), std::string::npos);
 }
 
-TEST(HotSpotData, FullPathOfTheFileInUse) {
-    TConfigSession s;
-    s.hotspotDirectory = u"C:\\spots";
-    s.hotspotFile = u"a.hsp";
-    EXPECT_EQ(HotSpotFullPath(s), u"C:\\spots\\a.hsp");
-    s.hotspotFile = u"D:\\x\\b.hsp";
-    EXPECT_EQ(HotSpotFullPath(s), u"D:\\x\\b.hsp");
-}
-
-TEST(HotSpotRules, FileKeptInRequest) {
+TEST(HotSpotRules, FileKeptInRequestAndFullPath) {
     struct Case { const char16_t* dir; const char16_t* path; const char16_t* kept; };
     const Case cases[] = {
         {u"C:\\hs", u"C:\\hs\\a.hsp", u"a.hsp"},
@@ -295,6 +285,13 @@ TEST(HotSpotRules, FileKeptInRequest) {
         {u"C:\\hs", u"C:\\hs", u"C:\\hs"},
     };
     for (const Case& c : cases) EXPECT_EQ(HotSpotFileForRequest(c.dir, c.path), c.kept);
+
+    TConfigSession s;
+    s.hotspotDirectory = u"C:\\spots";
+    s.hotspotFile = u"a.hsp";
+    EXPECT_EQ(HotSpotFullPath(s), u"C:\\spots\\a.hsp");
+    s.hotspotFile = u"D:\\x\\b.hsp";
+    EXPECT_EQ(HotSpotFullPath(s), u"D:\\x\\b.hsp");
 }
 
 HotSpots setOf(std::initializer_list<const char16_t*> names) {
@@ -305,11 +302,6 @@ HotSpots setOf(std::initializer_list<const char16_t*> names) {
         set.Add(spot);
     }
     return set;
-}
-std::u16string order(const HotSpots& set) {
-    std::u16string text;
-    for (const HotSpot& spot : set.spots) text += spot.description + u",";
-    return text;
 }
 
 TEST(HotSpotRules, ListAfterEachEdit) {

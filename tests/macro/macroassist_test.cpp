@@ -97,9 +97,8 @@ TEST(MacroAssist, EditsRebuildTheSelectedToken) {
         c.edit(assist);
         EXPECT_EQ(assist.Joined(), c.joined);
     }
-}
 
-TEST(MacroAssist, GotoKeepsItsSourceUntilItsLabelIsEdited) {
+    // A goto keeps its source until its label is edited.
     TMacroAssist assist = opened(u"{:top}{%goto :top}", 7, 1);
     EXPECT_EQ(assist.Joined(), u"{:top}{%goto :top}");
     assist.SetLabel(u"end");
@@ -144,9 +143,8 @@ TEST(MacroAssist, PanelsLoadTheirFields) {
     EXPECT_EQ(opened(u"\\r").ByteRow(), 13);
     EXPECT_EQ(opened(u"\\x41").CharRow(), 8);  // no name: the "Hex value" row
     EXPECT_EQ(opened(u"{%endif}").Panel(), MacroPanel::None);
-}
 
-TEST(MacroAssist, KeyWarningNamesAnUnknownKey) {
+    // The key warning names an unknown key.
     const TMacroAssist assist = opened(u"{Enter}", 3);
     EXPECT_EQ(assist.KeyWarning(u"Enter"), u"");
     EXPECT_EQ(assist.KeyWarning(u"enter"), u"warning: key 'enter' is not defined in this emulation");

@@ -74,6 +74,14 @@ TEST(MacroPrinter, ParsedTokensPrintInCanonicalForm)
         {u"{%while(r<=-1)}", u"{%while(r<=-1)}"},
     };
     for (const auto& [text, printed] : cases) EXPECT_EQ(rebuilt(parsedToken(text)), printed);
+
+    // A goto prints its label, not the name the parse gave it.
+    Macro macro;
+    parseMacro(macro, u"{:a}{%goto :a}", 0, 7);
+    ASSERT_EQ(macro.ErrorCode, 0);
+    MacroToken go = macro.Tokens[1];
+    EXPECT_EQ(go.Source, u"{%goto :a}");
+    EXPECT_EQ(rebuilt(go), u"{%goto :_1}");
 }
 
 TEST(MacroPrinter, ConstructedTokens)
@@ -121,16 +129,6 @@ TEST(MacroPrinter, ConstructedTokens)
     MacroToken added{.Type = T::Function, .FunctionId = 5};
     addParam(added, {K::Number, 3, {}});
     EXPECT_EQ(rebuilt(added), u"{.Pause(3)}");
-}
-
-TEST(MacroPrinter, GotoPrintsLabelNotTheParsedName)
-{
-    Macro macro;
-    parseMacro(macro, u"{:a}{%goto :a}", 0, 7);
-    ASSERT_EQ(macro.ErrorCode, 0);
-    MacroToken go = macro.Tokens[1];
-    EXPECT_EQ(go.Source, u"{%goto :a}");
-    EXPECT_EQ(rebuilt(go), u"{%goto :_1}");
 }
 
 TEST(MacroPrinter, TokenNames)
