@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <boost/ptr_container/exception.hpp>
 #include <cstdint>
 #include <cstdio>
@@ -128,14 +129,10 @@ Run run(int count, const std::string& label, int code = 0, int inactive = 0, int
     return Run{count, inactive, code, value, label};
 }
 
-int readBytes(const Bytes& bytes, const std::string& name, KbKeyboard& target, std::size_t length) {
+int readBytes(const Bytes& bytes, const std::string& name, KbKeyboard& target, std::size_t length = SIZE_MAX) {
     KbHdr header;
-    KdfMemoryInput input(bytes.data.data(), length);
+    KdfMemoryInput input(bytes.data.data(), std::min(length, bytes.size()));
     return readKeyboard(header, input, name, target);
-}
-
-int readBytes(const Bytes& bytes, const std::string& name, KbKeyboard& target) {
-    return readBytes(bytes, name, target, bytes.size());
 }
 
 KeySpec plainKey(int code, const std::string& label) {

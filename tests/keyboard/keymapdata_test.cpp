@@ -110,7 +110,7 @@ TEST(KeyMapData, FullRequestLoadsAndWritesItsWholeReply) {
               u"P; E; M 112>7 112>9 4294967295>0; S 368:{Enter}abc 16397:; G 624:a&b <c> \"d\"");
 }
 
-TEST(KeyMapData, OneKeyItemBringsTheOtherMapsAlongEmpty) {
+TEST(KeyMapData, OneKeyItemBringsTheOtherMapsAlongEmptyAndNoneBringsNone) {
     TConfigSession s;
     s.LoadRequestText(request(u"<Item Element=\"KeyStrings\"><Map pkey=\"65\" string=\"A\"/></Item>"));
     EXPECT_TRUE(s.keyDataPresent);
@@ -121,15 +121,14 @@ TEST(KeyMapData, OneKeyItemBringsTheOtherMapsAlongEmpty) {
                         u"      <Map pkey=\"65\" string=\"A\"/>\n"
                         u"    </Item>\n"
                         u"    <Item Element=\"numpad\" Value=\"0\"/>\n"));
-}
 
-TEST(KeyMapData, WithoutKeyItemsNoMapIsWritten) {
-    TConfigSession s;
-    s.LoadRequestText(request(u"<Item Element=\"PhysicalKeys\"><Key Name=\"A\" Id=\"65\"/></Item>"
-                              u"<Item Element=\"numpad\" Value=\"0\"/>"));
-    EXPECT_FALSE(s.keyDataPresent);  // a key list sets nothing
-    KeyDataOf(s).keyMap.push_back(KeyMapEntry{65, 1});
-    EXPECT_EQ(WriteDataReply(s, true), dataReply(u""));
+    // Without key items no map is written.
+    TConfigSession none;
+    none.LoadRequestText(request(u"<Item Element=\"PhysicalKeys\"><Key Name=\"A\" Id=\"65\"/></Item>"
+                                 u"<Item Element=\"numpad\" Value=\"0\"/>"));
+    EXPECT_FALSE(none.keyDataPresent);  // a key list sets nothing
+    KeyDataOf(none).keyMap.push_back(KeyMapEntry{65, 1});
+    EXPECT_EQ(WriteDataReply(none, true), dataReply(u""));
 }
 
 TEST(KeyMapData, ItemsOfOtherNamesAndEarlyItems) {

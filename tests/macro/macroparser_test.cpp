@@ -124,26 +124,17 @@ TEST(MacroParser, Tokens)
         // \p takes three digits at most; the fourth is text.
         {u"\\S/run.sh/\\p005\\p\\p1234\\m\\e'HOME'", Full,
          "S16/(\"run.sh\") S5'(n5) S5'(n0) S5'(n123) '4' S19'() S7'(\"HOME\") $"},
+        // Numbers: decimal or hex, "-" alone is 0, 32 bits wrap.
+        {u"{.Pause(10)}{.Pause(-5)}{.Pause(0x1f)}{.Pause(0X1F)}{.Pause(-)}", Full,
+         "F5:Pause(n10) F5:Pause(n-5) F5:Pause(n31) F5:Pause(n31) F5:Pause(n0) $"},
+        {u"{.Pause(007)}{.Pause(0)}{.Pause(4294967295)}{.Pause(-2147483648)}", Full,
+         "F5:Pause(n7) F5:Pause(n0) F5:Pause(n-1) F5:Pause(n-2147483648) $"},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(narrow(c.text));
         Macro macro = parse(c.text, c.flags);
         expectWellFormed(macro, c.text);
         EXPECT_EQ(dump(macro), c.tokens);
-    }
-}
-
-TEST(MacroParser, Numbers)
-{
-    struct Case {
-        std::u16string_view arg;
-        int32_t value;
-    } cases[] = {{u"10", 10}, {u"-5", -5}, {u"0x1f", 31}, {u"0X1F", 31}, {u"-", 0}, {u"007", 7}, {u"0", 0},
-                 {u"4294967295", -1}, {u"-2147483648", INT32_MIN}};
-    for (const Case& c : cases) {
-        SCOPED_TRACE(narrow(c.arg));
-        EXPECT_EQ(dump(parse(u"{.Pause(" + std::u16string(c.arg) + u")}")),
-                  "F5:Pause(n" + std::to_string(c.value) + ") $");
     }
 }
 
