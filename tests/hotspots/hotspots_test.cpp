@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <cstdio>
+
 #include "hotspots/hotspotdata.h"
 #include "hotspots/hotspotfile.h"
 #include "hotspots/hotspotrules.h"
@@ -84,10 +86,11 @@ TEST(HotSpotRecord, FieldsFixUpsAndTheOldForm) {
     for (const auto& [text, back] : cases) EXPECT_EQ(reread(text, spot), back);
 }
 
-// Whether the set is on, then its text and background colours ("" for the emulation's).
-std::u16string look(const HotSpots& set) {
-    return (set.enabled ? u"on " : u"off ") + FormatColourText(set.foreground, u',') + u"/" +
-           FormatColourText(set.background, u',');
+// Whether the set is on, then its text and background colours in hex (ffffffff for the emulation's).
+std::string look(const HotSpots& set) {
+    char text[32];
+    std::snprintf(text, sizeof text, "%s %x/%x", set.enabled ? "on" : "off", set.foreground, set.background);
+    return text;
 }
 
 TEST_F(HotSpotFiles, SetKeysAndTheirDefaults) {
@@ -98,12 +101,12 @@ TEST_F(HotSpotFiles, SetKeysAndTheirDefaults) {
                                      "[five]\r\nOn=5\r\nBGndColour=10, 20, 30\r\n");
     HotSpots set;
     set.Read(path.c_str(), u"plain");
-    EXPECT_EQ(look(set), u"on /192,192,192");  // the emulation's text colour; grey when the key is absent
+    EXPECT_EQ(look(set), "on ffffffff/c0c0c0");  // the emulation's text colour; grey when the key is absent
     set.Read(path.c_str(), u"off");
-    EXPECT_EQ(look(set), u"off 1,2,3/");  // empty, as a write of the emulation's colour leaves it
+    EXPECT_EQ(look(set), "off 30201/ffffffff");  // empty, as a write of the emulation's colour leaves it
     EXPECT_TRUE(set.spots.empty());
     set.Read(path.c_str(), u"five");
-    EXPECT_EQ(look(set), u"on /10,20,30");
+    EXPECT_EQ(look(set), "on ffffffff/1e140a");
     EXPECT_EQ(HotSpotSetNames(path), (std::vector<std::u16string>{u"plain", u"off", u"five"}));
 }
 
@@ -198,7 +201,7 @@ TEST_F(HotSpotFiles, WriteStoresTheWholeSectionOnlyWhenDirty) {
     ASSERT_EQ(back.count, 1);
     EXPECT_EQ(FormatHotSpotRecord(back.spots.front()),
               u"new,2,3,0,0,0,0,0,,0,0,,,0,0,0,0,{Enter},0,0,0,,,0,0,10|20|0,1|0|0,");
-    EXPECT_EQ(look(back), u"off 1,2,3/");
+    EXPECT_EQ(look(back), "off 30201/ffffffff");
 
     // Into another section by name.
     back.dirty = true;

@@ -171,8 +171,9 @@ TEST(KeymapSettings, ReadsSentValuesAndWritesBackOnlyDefinedOnes) {
     settings.numpadshift = false;
     settings.writeBack();
     EXPECT_EQ(PcKeyboardStem(settings), u"mine");
-    EXPECT_EQ(s.FindElement(u"numpadshift")->value + s.FindElement(u"capslock")->value +
-                  s.FindElement(u"UseOldKeymap")->value, u"020");
+    EXPECT_EQ(s.FindElement(u"numpadshift")->value + u"|" + s.FindElement(u"capslock")->value + u"|" +
+                  s.FindElement(u"UseOldKeymap")->value,
+              u"0|2|0");
     EXPECT_EQ(s.FindElement(u"Keyboard")->value, u"");  // never written back
     EXPECT_EQ(s.FindElement(u"numpad"), nullptr);       // no definition: nothing made
 }
