@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <tuple>
+#include <utility>
 
 #include "keyboard/graphickeymap.h"
 #include "keyboard/kdf.h"
@@ -109,22 +110,20 @@ TEST(GKbLayout, FindKeyTakesModifiersAndToggleFromTheCodeWord) {
         {0x24 | 0x500, &keypad, 16 | 5},
         {0x99, nullptr, 0},
     };
-    for (const Case& c : cases) {
+    const auto found = [&](int code) {
         int state = -1;
-        EXPECT_EQ(layout.findKey(c.code, state), c.key) << std::hex << c.code;
-        EXPECT_EQ(state, c.state) << std::hex << c.code;
-    }
+        const GKbKey* key = layout.findKey(code, state);
+        return std::pair(key, state);
+    };
+    for (const Case& c : cases) EXPECT_EQ(found(c.code), std::pair(c.key, c.state)) << std::hex << c.code;
 
     // A key that uses shift codes is found by the code of one of its entries.
     plain.UsesShiftCodes = 1;
     plain.Shifts[5].Code = 0x1234;
     plain.AltCode = 0x77;
     plain.AltShifts[3].Code = 0x2345;
-    int state = -1;
-    EXPECT_EQ(layout.findKey(0x1234, state), &plain);
-    EXPECT_EQ(state, 5);
-    EXPECT_EQ(layout.findKey(0x2345, state), &plain);
-    EXPECT_EQ(state, 3);
+    EXPECT_EQ(found(0x1234), std::pair(&std::as_const(plain), 5));
+    EXPECT_EQ(found(0x2345), std::pair(&std::as_const(plain), 3));
 }
 
 TEST(GKbLayout, SetStateLatchesModifierKeysThatAreNotMapped) {
