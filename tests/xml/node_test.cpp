@@ -34,18 +34,6 @@ TEST(XmlNodes, TextOfElementsCollapsesWhiteSpaceUnlessPreservedAndOfAttributesIs
     EXPECT_EQ(doc->GetValue(), u"");
 }
 
-TEST(XmlNodes, NamesTypesAndTextsOfEveryKind) {
-    auto doc = Parse(u"<a b='1'>t<![CDATA[c]]><!--m--><?p x?>&amp;&#65;</a>");
-    const Element& a = *doc->Root();
-    EXPECT_EQ(Children(a), u"3#text=t|4#cdata-section=c|8#comment=m|7p=x|5amp=&|5=A");
-    for (std::size_t i = 0; i < a.GetChildCount(); ++i) EXPECT_EQ(a.GetChild(i).GetText(), a.GetChild(i).GetValue());
-    EXPECT_EQ(doc->GetName(), u"#document");
-    EXPECT_TRUE(doc->IsOfType(kDocument));
-    EXPECT_TRUE(a.IsOfType(kElement));
-    EXPECT_TRUE(a.GetAttribute(u"b").IsOfType(kAttribute));
-    EXPECT_EQ(a.AsElement(), &a);
-}
-
 TEST(XmlNodes, SharedEmptyNodesReadEmptyAndNeverChange) {
     auto doc = Parse(u"<a/>");
     const Element& root = *doc->Root();
@@ -98,28 +86,6 @@ TEST(XmlNodes, SetAttributeReusesTheNameAndSetTextReplaces) {
     EXPECT_EQ(Attributes(e).substr(0, 22), u"k=2|m=still valid|na=|");
     EXPECT_EQ(e.GetAttributeCount(), 22u);
     EXPECT_EQ(e.GetAttribute(u"k").GetChildCount(), 1u);
-}
-
-TEST(XmlNodes, EntityRefsOnlyForPredefinedNames) {
-    EXPECT_THROW(EntityRef(u"nbsp"), InvalidRefException);
-    EXPECT_THROW(EntityRef(u""), InvalidRefException);
-    EXPECT_EQ(EntityRef(u"apos").GetValue(), u"'");
-    EXPECT_EQ(EntityRef(u"quot").GetName(), u"quot");
-    EXPECT_EQ(CharRef(u'\u00e9').GetText(), u"\u00e9");
-    EXPECT_THROW(EntityRef(u"x"), Exception);  // callers may catch the base class
-}
-
-TEST(XmlNodes, DocumentsMadeByCallers) {
-    Document d(u"Config");
-    EXPECT_EQ(Children(d), u"1Config=");
-    d.Clear();
-    EXPECT_EQ(d.Root(), nullptr);
-    Document empty;
-    EXPECT_EQ(empty.Root(), nullptr);
-    empty.Add(std::make_unique<Comment>(u"c"));
-    empty.Add(std::make_unique<Element>(u"r"));
-    ASSERT_NE(empty.Root(), nullptr);
-    EXPECT_EQ(empty.Root()->GetName(), u"r");
 }
 
 TEST(XmlNodes, CloneIsDeepAndIndependentOfTheSource) {
