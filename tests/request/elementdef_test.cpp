@@ -23,10 +23,6 @@ TEST(ElementType, WordsFoldCaseAndUnknownWordsAreUndefined) {
         {u"sshauthfile", ElementType::SshAuthFile}, {u" int", ElementType::Undefined},
     };
     for (const auto& [word, type] : cases) EXPECT_EQ(ParseElementType(word), type) << ::testing::PrintToString(word);
-    EXPECT_TRUE(IsListType(ElementType::KeyList));
-    EXPECT_TRUE(IsListType(ElementType::MouseMap));
-    EXPECT_FALSE(IsListType(ElementType::TandemColours));
-    EXPECT_FALSE(IsListType(ElementType::Undefined));
 }
 
 TEST(CommaList, RunsOfCommasAreOneSeparator) {
@@ -114,8 +110,7 @@ TEST(ShortText, PlainTypesAndPassword) {
     const struct Case { ElementType type; const char16_t* value; const char16_t* text; } cases[] = {
         {ElementType::Bool, u"Yes", u"(on)"}, {ElementType::Rgb, u"0000ff", u"(RGB=0000ff)"},
         {ElementType::Undefined, u"x", u"(?\?\?)"}, {ElementType::KeyList, u"x", u"(?\?\?)"},
-        {ElementType::Charset, u"x", u""}, {ElementType::TandemColours, u"x", u""},
-        {ElementType::Ibm5250Colours, u"x", u""}, {ElementType::SshAuthFile, u"id_rsa", u"(id_rsa)"},
+        {ElementType::Charset, u"x", u""}, {ElementType::SshAuthFile, u"id_rsa", u"(id_rsa)"},
         {ElementType::Char8, u"27", u"(<ESC> 0x1B)"}, {ElementType::Font, u"", u"()"},
         {ElementType::Printer, u"", u"(Default printer)"},
         // The font shows its face name: "Ab" in the stream's hexadecimal form.

@@ -42,10 +42,6 @@ TEST(Loader, RootAttributesMatchExactlyWhileTagsFoldCase) {
     EXPECT_EQ(s.moduleType, u"");  // MODULETYPE is not ModuleType
     EXPECT_EQ(s.iniFile, u"a.ini");
     EXPECT_EQ(s.langId, u"de");
-    // A root without children leaves everything else empty.
-    EXPECT_TRUE(s.elements.empty() && s.dataValues.empty() && s.moduleLists.empty() && s.startForm.empty());
-    EXPECT_EQ(s.link.window + s.link.message, 0u);
-    EXPECT_FALSE(s.connected || !s.authFileDirectory.empty());
 }
 
 TEST(Loader, ErrorTexts) {
@@ -187,10 +183,6 @@ TEST(Loader, DataValuesAndApply) {
     EXPECT_EQ(x->type, ElementType::Text);
     EXPECT_EQ(x->value, u"1");
     EXPECT_EQ(s.elements.size(), 4u);
-
-    // Elements appended directly are found too.
-    s.elements.emplace_back().name = u"direct";
-    EXPECT_EQ(s.FindElement(u"DIRECT"), &s.elements.back());
     EXPECT_EQ(s.FindElement(u"nothing"), nullptr);
 }
 
@@ -287,20 +279,6 @@ TEST(Loader, AuthFilesComeFromTheHostsDirectory) {
     none.LoadRequestText(u"<Config/>");
     EXPECT_EQ(host.calls.size(), 1u);
     EXPECT_TRUE(none.authFiles.empty());
-}
-
-struct TSharedCounter {
-    int value = 0;
-};
-
-TEST(Session, PartsAreMadeOnceAndOwned) {
-    TConfigSession s;
-    EXPECT_EQ(s.FindPart<TSharedCounter>(), nullptr);
-    s.Part<TSharedCounter>().value = 4;
-    EXPECT_EQ(s.Part<TSharedCounter>().value, 4);
-    EXPECT_EQ(s.FindPart<TSharedCounter>(), &s.Part<TSharedCounter>());
-    EXPECT_EQ(s.FindPart<std::vector<int>>(), nullptr);
-    s.Part<std::vector<int>>().push_back(1);  // released with the session (ASan checks)
 }
 
 }  // namespace
