@@ -44,8 +44,6 @@ TEST(PlatformFiles, ReadsAndWritesWholeFiles) {
     std::string got{"stale"};
     EXPECT_TRUE(platform::readFile(dir.file("f.bin"), got));
     EXPECT_EQ(got, bytes);
-    EXPECT_TRUE(platform::readFile((dir.path() / "f.bin").string(), got));
-    EXPECT_EQ(got, bytes);
 
     // A shorter write replaces the whole file.
     ASSERT_TRUE(platform::writeFile(dir.file("f.bin"), "ab"));
@@ -56,7 +54,6 @@ TEST(PlatformFiles, ReadsAndWritesWholeFiles) {
     EXPECT_EQ(got, "");
     std::filesystem::create_directory(dir.path() / "sub");
     EXPECT_FALSE(platform::readFile(dir.file("sub"), got));
-    EXPECT_FALSE(platform::readFile((dir.path() / "sub").string(), got));
     EXPECT_FALSE(platform::writeFile(dir.file("sub"), "x"));
     EXPECT_FALSE(platform::writeFile(dir.file("no/such/folder.bin"), "x"));
 }
@@ -83,7 +80,6 @@ TEST(PlatformPaths, FullPathFoldsDotsAndSeparators) {
     // A relative name is taken from the current folder.
     const std::u16string cwd = std::filesystem::current_path().u16string();
     EXPECT_TRUE(iequals(platform::fullPath(u"rel.ini"), platform::fullPath(cwd + u"/rel.ini")));
-    EXPECT_TRUE(iequals(platform::fullPath(u"a\\..\\rel.ini"), platform::fullPath(u"rel.ini")));
 
     // _wfullpath works in 260 characters; a longer result is refused.
     EXPECT_TRUE(platform::fullPath(dir.file(std::string(300, 'n'))).empty());
