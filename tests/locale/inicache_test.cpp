@@ -88,11 +88,6 @@ TEST(IniCache, LooksUpSectionsAndKeysWithoutRegardToCase) {
     EXPECT_EQ(cache.GetIniInt(u"a", u"missing", 7, file.c_str()), 0);
     EXPECT_EQ(cache.GetIniInt(u"zz", u"n", 7, file.c_str()), 7);
     EXPECT_EQ(cache.files.size(), 1u);
-
-    // Disabled, reads go to the platform, which takes the quotes off.
-    cache.enabled = 0;
-    EXPECT_EQ(getString(cache, u"a", u"q", file), u"quoted");
-    EXPECT_EQ(cache.GetIniInt(u"a", u"none", 5, file.c_str()), 5);
 }
 
 TEST(IniCache, ListsFillTheBufferWithinItsSize) {

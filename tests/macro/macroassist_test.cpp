@@ -19,7 +19,6 @@ TMacroAssist opened(std::u16string_view text, uint32_t mode = 7, int select = 0)
 TEST(MacroAssist, ListShowsTheTokensBeforeTheEndOrTheFault) {
     struct Case { uint32_t mode; std::u16string_view text; std::vector<std::u16string> rows; };
     const Case cases[] = {
-        {1, u"{x}", {u"Text\t{x}"}},  // braces mean nothing at the escapes level
         {7, u"", {}},
         {7, u"ab{%break}cd", {u"Text\tab"}},  // a break outside a loop stops the parse
         {3, u"ab\\n{Enter}", {u"Text\tab", u"Character\t\\n", u"Emulation key\t{Enter}"}},
@@ -38,7 +37,6 @@ TEST(MacroAssist, TypeListFollowsTheLevel) {
     EXPECT_EQ(macroAllowedTypes(1), (std::vector<int32_t>{1, 2}));
     EXPECT_EQ(macroAllowedTypes(3), (std::vector<int32_t>{1, 2, 3}));
     EXPECT_EQ(macroAllowedTypes(0).size(), 13u);
-    EXPECT_EQ(macroAllowedTypes(7).back(), MacroType::Label);
     // An emulation key has no row among the two types of the escapes level.
     EXPECT_EQ(opened(u"{Enter}", 3).TypeRow(), 2);
     EXPECT_EQ(opened(u"a", 1).TypeRow(), 0);
