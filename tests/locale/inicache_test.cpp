@@ -104,7 +104,6 @@ TEST(IniCache, ListsFillTheBufferWithinItsSize) {
         {nullptr, nullptr, 8, u"a\0B\0a\0\0"sv, 6},
         {nullptr, nullptr, 7, u"a\0B\0\0"sv, 4},
         {nullptr, nullptr, 2, u"\0"sv, 0},
-        {nullptr, nullptr, 1, u"\0"sv, 0},
         {nullptr, nullptr, 0, u""sv, 0},
         {u"A", nullptr, 12, u"k\0n\0neg\0\0"sv, 9},
         {u"A", nullptr, 9, u"k\0n\0\0"sv, 5},

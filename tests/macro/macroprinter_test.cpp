@@ -96,7 +96,6 @@ TEST(MacroPrinter, ConstructedTokens)
         {{.Params = {{K::Number, 42, {}}, {K::None, 7, u"x"}}, .Type = T::Function, .FunctionId = 15},
          u"{.ShellCmd(42,\"\")}"},
         {{.Type = T::Function, .Source = u"old", .FunctionId = 3}, u""},  // no such row
-        {{.Type = T::Function, .FunctionId = -1}, u""},
         {{.Type = T::Classic, .FunctionId = 5}, u"\\p000"},
         {{.Params = {{K::Number, 1234, {}}}, .Type = T::Classic, .FunctionId = 5}, u"\\p1234"},
         {{.Params = {{K::Number, -7, {}}}, .Type = T::Classic, .FunctionId = 5}, u"\\p-007"},
