@@ -32,7 +32,6 @@ TEST(PlatformFiles, ListsTheEntriesMatchingAPattern) {
               (std::vector<std::string>{"B.LANG", "a.lang", "g.lang", "hh.lang"}));
     EXPECT_EQ(sorted(platform::listFiles(folder + "/?.lang")),
               (std::vector<std::string>{"B.LANG", "a.lang", "g.lang"}));
-    EXPECT_EQ(sorted(platform::listFiles(dir.file("*.t?t"))), (std::vector<std::u16string>{u"d.txt"}));
     EXPECT_TRUE(platform::listFiles(folder + "\\missing\\*.lang").empty());
     EXPECT_TRUE(platform::listFiles(folder + "\\*.none").empty());
 }
