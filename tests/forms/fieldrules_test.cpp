@@ -14,8 +14,6 @@ TEST(IntegerCheck, NumbersAndRubbish) {
     EXPECT_TRUE(CheckIntegerText(u"", 0, 5, m));          // empty reads 0
     EXPECT_FALSE(CheckIntegerText(u"12x", 0, 100, m));
     EXPECT_EQ(m, u"\"12x\" is not a valid number");
-    EXPECT_FALSE(CheckIntegerText(u"abc", 0, 0, m));
-    EXPECT_EQ(m, u"\"abc\" is not a valid number");
     // The range ends themselves are refused, like an overflow.
     EXPECT_FALSE(CheckIntegerText(u"2147483647", 0, 0, m));
     EXPECT_FALSE(CheckIntegerText(u"-2147483648", 0, 0, m));

@@ -110,8 +110,6 @@ TEST(EditorChoice, SpecialValues) {
     v = DescribeEditor(Def(ElementType::Charset), false);
     EXPECT_EQ(v.label, u"Label character set");
     EXPECT_EQ(v.focus, IDC_SPECIAL_EDIT);
-    EXPECT_EQ(DescribeEditor(Def(ElementType::TandemColours), false).label, u"Tandem colour map");
-    EXPECT_EQ(DescribeEditor(Def(ElementType::Ibm5250Colours), false).label, u"IBM5250 colour map");
 
     v = DescribeEditor(Def(ElementType::Printer), false);
     EXPECT_TRUE(Has(v.shown, IDC_PRINTER_DEFAULT));

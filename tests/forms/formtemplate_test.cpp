@@ -96,17 +96,5 @@ TEST(FormTemplate, ListBinding) {
     (void)text;
 }
 
-TEST(FormTemplate, FormWithoutItems) {
-    TConfigSession session;
-    TFormDef form;
-    form.title = u"Empty";
-    const TemplateBytes bytes = BuildDialogTemplate(session, form);
-    TemplateDialog dialog;
-    std::vector<TemplateItem> items;
-    ASSERT_TRUE(ReadTemplate(bytes.data(), bytes.size(), dialog, items));
-    EXPECT_EQ(dialog.title, u"Empty");
-    EXPECT_TRUE(items.empty());
-}
-
 }  // namespace
 }  // namespace qrl

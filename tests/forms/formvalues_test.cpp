@@ -29,7 +29,6 @@ TEST(ChoiceValue, IntRangeKeepsTheMinus) {
     set.values = {u"10", u"20"};
     EXPECT_EQ(ChoiceValue(set, 1), u"20");
     EXPECT_EQ(ChoiceValue(set, 2), u"");
-    EXPECT_EQ(ChoiceValue(set, -1), u"");
 }
 
 TEST(SetBool, ByType) {
@@ -70,10 +69,6 @@ TEST(ListFill, SourcesAndTheMessageUsed) {
     // A range from a broken request stays bounded.
     EXPECT_EQ(ListEntries(Def(ElementType::Int, INT32_MIN, INT32_MAX), ItemKind::ComboBox).entries.size(),
               static_cast<std::size_t>(kMaxRangeRows));
-
-    EXPECT_FALSE(IsListBound(nullptr, ItemKind::ComboBox));
-    EXPECT_TRUE(IsListBound(nullptr, ItemKind::ListBox));
-    EXPECT_FALSE(IsListBound(&e, ItemKind::Edit));
 }
 
 TEST(ElementTexts, RadioLabelAndTree) {

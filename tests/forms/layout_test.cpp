@@ -9,12 +9,6 @@ namespace {
 
 TRect Sized(int w, int h) { return TRect{0, 0, w, h}; }
 
-TEST(FormLayout, MoveHelpers) {
-    EXPECT_EQ(MoveAtBottomRect(TRect{5, 5, 55, 21}, 10, 300), (TRect{10, 284, 60, 300}));
-    EXPECT_EQ(MoveClippedRect(TRect{0, 0, 300, 20}, 40, 7, 200), (TRect{40, 7, 200, 27}));
-    EXPECT_EQ(MoveClippedRect(TRect{0, 0, 100, 20}, 40, 7, 200), (TRect{40, 7, 140, 27}));
-}
-
 TEST(FormLayout, ButtonsFrameAndTreeStackFromTheBottom) {
     ControlRects c;
     c[IDC_FORM_OK] = Sized(75, 26);
@@ -61,7 +55,6 @@ TEST(FormLayout, EditorsInsideTheFrame) {
     EXPECT_EQ(out.at(IDC_VALUE_EDIT), (TRect{30, 359, 330, 379}));  // 30+300 < 402
     EXPECT_EQ(out.at(IDC_FILE_BROWSE), (TRect{334, 359, 394, 379}));
     EXPECT_EQ(out.at(IDC_MACRO_ASSIST), out.at(IDC_FILE_BROWSE));
-    EXPECT_EQ(out.at(IDC_VALUE_COMBO), (TRect{30, 359, 330, 379}));
     EXPECT_EQ(out.at(IDC_VALUE_CHECK), (TRect{30, 346, 330, 362}));
     // printer: text limit 348, button limit 392, default limit 446
     EXPECT_EQ(out.at(IDC_PRINTER_TEXT), (TRect{30, 359, 330, 379}));
