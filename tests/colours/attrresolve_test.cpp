@@ -102,7 +102,6 @@ TEST(ResolveField, OverrideAloneDecidesAndRangeIsGuarded) {
     EXPECT_EQ(pair(ResolveField(d, 0)), V({12, 3}));  // field 0 keeps its own colours
     EXPECT_EQ(all(ResolveField(d, 5)), V({1, 7, kAttrReverse, 12, 3}));  // normal pair, reversed
     EXPECT_EQ(all(ResolveField(d, 16)), V({7, 0, 0, 0, 0}));
-    EXPECT_EQ(all(ResolveField(d, -3)), V({7, 0, 0, 0, 0}));
 }
 
 TEST(FeatureListText, InvisibleFirstBlinkLast) {

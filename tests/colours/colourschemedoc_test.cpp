@@ -116,7 +116,6 @@ TEST(ColourSchemeDocument, ReadsEveryPartOfAScheme) {
     EXPECT_EQ(parts(s.features[16]), V({1, 4, 1, 0x0F}));
     EXPECT_EQ(parts(s.features[17]), V({0, 0x8001, 0xFF, 0xFF}));
     EXPECT_EQ(parts(s.features[18]), V({0, 0, 0, 0}));
-    EXPECT_EQ(parts(s.features[0]), V({0, 0, 0, 0}));
     EXPECT_EQ(parts(s.fields[2]), V({1, 1, 2, 0x0A, 0x0B}));
     for (std::size_t i = 0; i < kFieldCount; ++i) EXPECT_EQ(s.fields[i].override, i == 2) << i;  // 16, -1 ignored
     EXPECT_EQ(V({s.boldMode, s.dimMode, s.useBgGraphic, s.graphicMode}), V({2, 4, 1, 1}));
