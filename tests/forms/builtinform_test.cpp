@@ -59,10 +59,6 @@ TEST(BuiltInForm, ModuleTypesAndHelp) {
     EXPECT_EQ(ItemWithId(e, 4900)->left, 120);
     EXPECT_EQ(ItemWithId(e, 4900)->width, 68);
 
-    TConfigSession fx;
-    fx.moduleType = u"FXfer";
-    EXPECT_EQ(ItemWithId(Built(fx), 4900)->width, 80);
-
     // A module type compared exactly: "comms" is none of the three.
     TConfigSession other;
     other.moduleType = u"comms";

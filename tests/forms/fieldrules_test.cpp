@@ -50,7 +50,6 @@ TEST(KeyImport, TargetNamesAndNumbering) {
     auto exists = [&](const std::u16string& p) { return existing.count(p) > 0; };
     ImportPlan p = PlanKeyImport(u"C:\\auth", u"D:/keys/id_rsa", exists);
     EXPECT_EQ(p.directory, u"C:\\auth\\");
-    EXPECT_EQ(p.name, u"id_rsa");
     EXPECT_EQ(p.target, u"C:\\auth\\id_rsa");
     EXPECT_TRUE(p.copy);
 

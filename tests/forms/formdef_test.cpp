@@ -61,7 +61,6 @@ TEST(InterfaceReader, FormsItemsAndAttributes) {
     EXPECT_EQ(form->title, u"Settings");  // the first of two forms of one name wins
     EXPECT_EQ(form->left, 5);
     EXPECT_EQ(form->fontName, u"Arial");
-    EXPECT_FALSE(form->usesTree);
     std::vector<std::u16string> items;
     for (const TFormItem& item : form->items) items.push_back(Describe(item));
     // The id text is kept, not used; "x" reads 0; only "1" inverts; an unknown action is none.

@@ -68,7 +68,6 @@ TEST(FormTemplate, RadioRunsFormOneGroupAndChildPagesHaveTheirStyle) {
     EXPECT_EQ(items[2].style, 0x10010003u | kWsGroup);
     EXPECT_EQ(items[3].style, 0x10000009u | kWsGroup);
     EXPECT_EQ(items[4].style, 0x10000007u | kWsGroup);
-    EXPECT_EQ(items[5].className, u"LISTBOX");
     EXPECT_EQ(items[5].style, 0x10A10000u | kWsGroup);
     EXPECT_EQ(items[6].style, 0x10810880u | kWsGroup);
     EXPECT_EQ(items[7].className, u"STATIC");
