@@ -149,7 +149,6 @@ TEST(PrinterDevNames, OffsetsInCharactersFromEight) {
     EXPECT_EQ(Le(dn, 4, 2), 8u + 9 + 8);
     EXPECT_EQ(Le(dn, 6, 2), 0u);  // not the default printer
     EXPECT_EQ(dn.size(), (8u + 9 + 8 + 6) * 2);
-    EXPECT_EQ(Le(dn, 16, 2), u'w');
 
     TPrinterProperty read;
     ReadDevNames(read, dn.data(), dn.size());
