@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <map>
 #include <memory>
 #include <string>
 
@@ -58,7 +57,6 @@ TEST(MouseText, ActionCodeAndParameter) {
         {u"12:run.scr", act(12, {}, u"run.scr")},
         {u"6:junk", act(6)},  // parameters of actions that take none are dropped
         {u"9", act(0)},       // no ":" at all, or a code out of range: not assigned
-        {u"99:text", act(0)},
         {u"15:x", act(0)},
         {u"-2:x", act(0)},
         {u"14:x", act(14, u"x")},
@@ -114,21 +112,7 @@ TEST(MouseDialogLogic, EventFromControlsAndLabel) {
     EXPECT_EQ(MouseEventLabel(ev(4, false, false, true), names), u"alt Middle button click");
 }
 
-TEST(MouseNames, KeysAndDefaults) {
-    std::map<std::u16string, std::u16string> asked;
-    const TMouseNames names = MakeMouseNames([&](std::u16string_view key, std::u16string_view t) {
-        asked[std::u16string(key)] = std::u16string(t);
-        return u"[" + std::u16string(t) + u"]";
-    });
-    EXPECT_EQ(asked.size(), 27u);
-    EXPECT_EQ(asked[u"mousecfg_cpp_57"], u"(none)");
-    EXPECT_EQ(asked[u"mousecfg_cpp_68"], u"Mouse move");
-    EXPECT_EQ(asked[u"mousecfg_cpp_35"], u"(not assigned)");
-    EXPECT_EQ(asked[u"mousecfg_cpp_44"], u"Rectangular highlight & move cursor");
-    EXPECT_EQ(asked[u"mousecfg_cpp_49"], u"Continuous highlight & send text/macro");
-    EXPECT_EQ(names.events[10], u"[Wheel scroll]");
-    EXPECT_EQ(names.actions[12], u"[Run a script]");
-    EXPECT_EQ(&MouseNames(), &MouseNames());
+TEST(MouseNames, ParameterOfEachAction) {
     EXPECT_EQ(std::vector<TMouseParam>({MouseActionParam(11), MouseActionParam(12), MouseActionParam(14),
                                          MouseActionParam(10)}),
               std::vector<TMouseParam>({TMouseParam::Text, TMouseParam::Script, TMouseParam::Text, TMouseParam::None}));
