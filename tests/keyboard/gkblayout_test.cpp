@@ -90,11 +90,9 @@ TEST(GKbLayout, FindKeyTakesModifiersAndToggleFromTheCodeWord) {
     struct Case { int code; const GKbKey* key; int state; };
     const Case cases[] = {
         {0x41, &plain, 0},
-        {0x41 | 0x100, &plain, 1},
         {0x41 | 0x700, &plain, 7},
         {0x41 | 0x800, &plain, 0},  // bit 11 is masked, not a state
         {0x4025 | 0x200, &extended, 2},
-        {0x24, &keypad, 16},
         {0x24 | 0x500, &keypad, 16 | 5},
         {0x99, nullptr, 0},
     };
@@ -238,15 +236,12 @@ std::u16string path(const std::string& file) { return std::u16string(file.begin(
 TEST(GraphicKeymap, StatusLineAndButtonsForEachState) {
     using K = KeyMappingKind;
     struct Case { int32_t selection; bool current; uint32_t pcCode; K kind; const char16_t* text; bool map, remove; };
+    // The other statuses, with their buttons, are in the dialog's Wine test.
     const Case cases[] = {
         {0, false, 0, K::None, u"Select a key to show its mapping", false, false},
         {1, false, 0, K::EmulationKey, u"Press 'Map' to map EM to nothing", true, false},
-        {1, false, 5, K::EmulationKey, u"Press 'Map' to map EM to PC 'PC'", true, false},
-        {1, true, 0, K::EmulationKey, u"EM is not mapped", false, false},
         {1, true, 5, K::EmulationKey, u"EM is mapped to PC 'PC'", false, true},
-        {2, false, 5, K::String, u"Press 'Map' to map PC 'PC' to EM", true, false},
         {2, true, 5, K::None, u"PC 'PC' is not mapped", false, false},
-        {2, true, 5, K::GlobalString, u"PC 'PC' is mapped to EM", false, true},
     };
     for (const Case& c : cases) {
         const TKeymapStatus s = KeymapStatus(c.selection, c.current, c.pcCode, c.kind, u"EM", u"PC");
@@ -297,7 +292,6 @@ TEST(GraphicKeymap, MappingIsCurrentBySideKindAndTarget) {
 
 TEST(GraphicKeymap, CodesOfStatesBoxesAndKeys) {
     EXPECT_EQ(WithLayoutState(0x770 | kModAlt, kStateShift | kStateCtrl | kStateToggle), 0x70u | kModShift | kModCtrl);
-    EXPECT_EQ(WithLayoutState(0x70, kStateAlt), 0x70u | kModAlt);
     EXPECT_EQ(ShiftBoxesCode(true, false, true), kModShift | kModAlt);
     GKbKey key(0x21);
     EXPECT_EQ(PcKeyCode(key, kStateToggle), 0x21u);  // no AltCode: the toggle changes nothing
