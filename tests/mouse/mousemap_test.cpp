@@ -43,9 +43,6 @@ TEST(MouseText, EventFieldsEndWithColons) {
         {u"-1:0:0:1:", ev(0, false, false, true)}, {u"x:y:1:z:", ev(0, false, true)},
     };
     for (const auto& [text, event] : cases) EXPECT_EQ(ParseMouseEvent(text), event) << std::string(text.begin(), text.end());
-
-    EXPECT_EQ(MouseEventText(ev(1, false, true)), u"1:0:1:0:");
-    EXPECT_EQ(MouseEventText(ev(10, true, true, true)), u"10:1:1:1:");
 }
 
 TEST(MouseText, ActionCodeAndParameter) {
@@ -69,15 +66,6 @@ TEST(MouseText, ActionCodeAndParameter) {
     EXPECT_EQ(MouseActionText(act(11, u"hi:there", u"ignored")), u"11:hi:there");
     EXPECT_EQ(MouseActionText(act(12, u"ignored", u"s.scr")), u"12:s.scr");
     EXPECT_EQ(MouseActionText(act(4, u"ignored", u"ignored")), u"4:");
-}
-
-TEST(MouseMap, LookupFindsFirstOfTwinEntries) {
-    TMouseMap map{{ev(1), act(3)}, {ev(1), act(4)}, {ev(1, true), act(5)}};
-    EXPECT_EQ(Lookup(map, ev(1)).action, 3u);
-    EXPECT_EQ(Lookup(map, ev(1, true)).action, 5u);
-    const TMouseAction& none = Lookup(map, ev(1, false, false, true));
-    EXPECT_EQ(none.action, kMouseNotAssigned);
-    EXPECT_TRUE(none.text.empty());
 }
 
 TEST(MouseMap, DefaultsThenSetMapping) {
@@ -145,7 +133,6 @@ TEST(MouseDialogRules, ParameterControlsFollowTheAction) {
     const TMouseAction script = MouseActionFromControls(12, u"a:b");
     EXPECT_EQ(script.text + u"|" + script.script + u"|" + MouseParamText(script), u"|a:b|a:b");
     EXPECT_EQ(MouseActionFromControls(15, u"x").action, 0u);
-    EXPECT_EQ(MouseActionFromControls(-1, u"x").action, 0u);
     EXPECT_EQ(MouseParamText(MouseActionFromControls(6, u"x")), u"");
 }
 
