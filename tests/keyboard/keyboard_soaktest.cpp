@@ -1,12 +1,10 @@
 // The classic key map editor's four dialogs and the press-key window; Configure Keyboard with a key
-// mapped on its pictures (the two keyboards read and drawn); and the keyboard picture made, drawn to
-// scale, pressed and destroyed with its keyboard: each a few hundred times in one process, the
-// drawing styles' fonts, brushes and pens going with their layouts.
+// mapped on its pictures (the two keyboards read, drawn to scale, pressed and destroyed with their
+// pictures): each a few hundred times in one process, the drawing styles' fonts, brushes and pens
+// going with their layouts.
 #include "forms/formsetup.h"
 #include "forms/soak.h"
-#include "keyboard/graphickeymap.h"
 #include "keyboard/keyboard_rc.h"
-#include "keyboard/keyboardctl.h"
 #include "keypress.h"
 
 #include <gtest/gtest.h>
@@ -47,29 +45,6 @@ TEST(Soak, GraphicKeymap) {
         }, 0);
         return pressed && r.code == 0 && r.reply.find(u"emkey=\"146\"") != std::u16string::npos;
     });
-}
-
-TEST(Soak, KeyboardPicture) {
-    HINSTANCE instance = GetModuleHandleW(nullptr);
-    ASSERT_TRUE(RegisterKeyboardClass(instance));
-    ExpectNoGrowth(200, [&](int) {
-        GKbKeyboard keyboard;
-        if (LoadKeyboard(SampleKdfPath() + u"/at102.kdf", "pc", keyboard) != kKdfOk) return false;
-        HWND parent = CreateWindowExW(0, L"STATIC", L"", WS_POPUP | WS_VISIBLE, 0, 0, 640, 220, nullptr, nullptr,
-                                      nullptr, nullptr);
-        HWND control = CreateWindowExW(0, kKeyboardClass, L"", WS_CHILD | WS_VISIBLE, 0, 0, 600, 200, parent,
-                                       nullptr, instance, nullptr);
-        KeyboardCtl* picture = KeyboardOf(control);
-        if (!picture) return false;
-        picture->setLayout(&keyboard.layout(0));
-        UpdateWindow(control);
-        picture->selectKey(0x41, true);
-        UpdateWindow(control);
-        const bool drawn = keyboard.layout(0).Scaled;
-        DestroyWindow(parent);
-        return drawn;
-    });
-    UnregisterKeyboardClass(instance);
 }
 
 }  // namespace
