@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <string>
 #include <vector>
 
@@ -13,6 +12,8 @@
 namespace qrl {
 namespace {
 
+using qrl::testing::AnswerWith;
+using qrl::testing::ExchangeOf;
 using qrl::testing::TFakeHost;
 
 const std::u16string kDeclaration = u"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
@@ -237,21 +238,6 @@ TEST(NewLanguageName, ClosingBracketIsInvalidToo) {
     EXPECT_EQ(CheckNewLanguageName(u"b]", {u"a"}), LanguageNameProblem::InvalidCharacters);
 }
 
-THostExchangeRecord& exchangeOf(const THostLinkRecord& record) {
-    return *reinterpret_cast<THostExchangeRecord*>(static_cast<uintptr_t>(record.second));
-}
-
-uint64_t answerWith(const THostLinkRecord& record, const std::u16string& text) {
-    THostExchangeRecord& exchange = exchangeOf(record);
-    if (exchange.capacity < text.size() + 1) {
-        exchange.needed = text.size() + 1;
-        return 160;
-    }
-    std::memcpy(reinterpret_cast<char16_t*>(static_cast<uintptr_t>(exchange.reply)), text.c_str(),
-                (text.size() + 1) * sizeof(char16_t));
-    return 0;
-}
-
 // The dialog's test follows the get, its second try with room enough, the put and the notice; here
 // only what a save does with and without changes.
 TEST(CharMapSession, SaveSendsOnlyModifiedMapsAndClearsTheMark) {
@@ -261,8 +247,8 @@ TEST(CharMapSession, SaveSendsOnlyModifiedMapsAndClearsTheMark) {
     host.answer = [&](const THostLinkRecord& r) -> uint64_t {
         codes.push_back(r.code);
         if (r.code != static_cast<uint32_t>(HostCode::Exchange)) return 0;
-        requests.push_back(TFakeHost::TextAt(exchangeOf(r).request));
-        return answerWith(r, u"<charmap flags=\"0\"><map start=\"40\" length=\"c0\"/></charmap>");
+        requests.push_back(TFakeHost::TextAt(ExchangeOf(r).request));
+        return AnswerWith(r, u"<charmap flags=\"0\"><map start=\"40\" length=\"c0\"/></charmap>");
     };
     TConfigSession session;
     session.link.window = 0x10;

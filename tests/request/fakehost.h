@@ -1,6 +1,7 @@
 // A host on the other end of the link, for tests: it records every call and answers from a script.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -45,5 +46,22 @@ public:
         return std::u16string(reinterpret_cast<const char16_t*>(static_cast<uintptr_t>(address)));
     }
 };
+
+// The exchange a record of the request/reply codes points to.
+inline THostExchangeRecord& ExchangeOf(const THostLinkRecord& record) {
+    return *reinterpret_cast<THostExchangeRecord*>(static_cast<uintptr_t>(record.second));
+}
+
+// Writes `text` into the module's reply buffer if it fits, else asks for more, as a host does.
+inline uint64_t AnswerWith(const THostLinkRecord& record, const std::u16string& text) {
+    THostExchangeRecord& exchange = ExchangeOf(record);
+    if (exchange.capacity < text.size() + 1) {
+        exchange.needed = text.size() + 1;
+        return 160;
+    }
+    auto* buffer = reinterpret_cast<char16_t*>(static_cast<uintptr_t>(exchange.reply));
+    std::copy(text.c_str(), text.c_str() + text.size() + 1, buffer);
+    return 0;
+}
 
 }  // namespace qrl::testing

@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
-#include <cstring>
 
 #include "fakehost.h"
 #include "request/hostlink.h"
@@ -10,6 +9,8 @@
 namespace qrl {
 namespace {
 
+using testing::AnswerWith;
+using testing::ExchangeOf;
 using testing::TFakeHost;
 
 HostLink linkTo(TFakeHost& host) {
@@ -18,22 +19,6 @@ HostLink linkTo(TFakeHost& host) {
     link.message = 0x400;
     link.channel = &host;
     return link;
-}
-
-THostExchangeRecord& exchangeOf(const THostLinkRecord& record) {
-    return *reinterpret_cast<THostExchangeRecord*>(static_cast<uintptr_t>(record.second));
-}
-
-// Writes `text` into the module's reply buffer if it fits, else asks for more.
-uint64_t answerWith(const THostLinkRecord& record, const std::u16string& text) {
-    THostExchangeRecord& exchange = exchangeOf(record);
-    if (exchange.capacity < text.size() + 1) {
-        exchange.needed = text.size() + 1;
-        return 160;
-    }
-    auto* buffer = reinterpret_cast<char16_t*>(static_cast<uintptr_t>(exchange.reply));
-    std::memcpy(buffer, text.c_str(), (text.size() + 1) * sizeof(char16_t));
-    return 0;
 }
 
 TEST(HostLinkRecords, WireLayout) {
@@ -94,24 +79,24 @@ TEST(HostLinkExchange, RetriesOnceWithTheNeededSizeAndFailsWithAnEmptyReply) {
     std::vector<uint64_t> capacities;
     std::u16string request;
     host.answer = [&](const THostLinkRecord& r) {
-        capacities.push_back(exchangeOf(r).capacity);
-        EXPECT_EQ(exchangeOf(r).size, 48u);
-        request = TFakeHost::TextAt(exchangeOf(r).request);
-        return answerWith(r, big);
+        capacities.push_back(ExchangeOf(r).capacity);
+        EXPECT_EQ(ExchangeOf(r).size, 48u);
+        request = TFakeHost::TextAt(ExchangeOf(r).request);
+        return AnswerWith(r, big);
     };
     const HostLink link = linkTo(host);
     EXPECT_EQ(link.Exchange(8437, u"<charmap/>"), big);
     EXPECT_EQ(capacities, (std::vector<uint64_t>{2048, 5001}));
     EXPECT_EQ(request, u"<charmap/>");
 
-    host.answer = [&](const THostLinkRecord& r) { return answerWith(r, u"small"); };
+    host.answer = [&](const THostLinkRecord& r) { return AnswerWith(r, u"small"); };
     EXPECT_EQ(link.Exchange(8437, u""), u"small");
 
     // Failures give an empty reply.
     int calls = 0;
     host.answer = [&](const THostLinkRecord& r) -> uint64_t {  // 160 twice
         ++calls;
-        exchangeOf(r).needed = exchangeOf(r).capacity + 10;
+        ExchangeOf(r).needed = ExchangeOf(r).capacity + 10;
         return 160;
     };
     EXPECT_EQ(link.Exchange(8437, u"x"), u"");
@@ -120,22 +105,22 @@ TEST(HostLinkExchange, RetriesOnceWithTheNeededSizeAndFailsWithAnEmptyReply) {
     calls = 0;
     host.answer = [&](const THostLinkRecord& r) -> uint64_t {  // an absurd size is not attempted
         ++calls;
-        exchangeOf(r).needed = uint64_t{1} << 60;
+        ExchangeOf(r).needed = uint64_t{1} << 60;
         return 160;
     };
     EXPECT_EQ(link.Exchange(8437, u"x"), u"");
     EXPECT_EQ(calls, 1);
 
     host.answer = [&](const THostLinkRecord& r) -> uint64_t {
-        answerWith(r, u"text");
+        AnswerWith(r, u"text");
         return 5;
     };
     EXPECT_EQ(link.Exchange(8437, u"x"), u"");
 
     // A reply without a terminator is read up to the buffer's end and no further.
     host.answer = [&](const THostLinkRecord& r) -> uint64_t {
-        auto* buffer = reinterpret_cast<char16_t*>(static_cast<uintptr_t>(exchangeOf(r).reply));
-        std::fill(buffer, buffer + exchangeOf(r).capacity, u'z');
+        auto* buffer = reinterpret_cast<char16_t*>(static_cast<uintptr_t>(ExchangeOf(r).reply));
+        std::fill(buffer, buffer + ExchangeOf(r).capacity, u'z');
         return 0;
     };
     EXPECT_EQ(link.Exchange(8437, u"x"), std::u16string(2048, u'z'));
