@@ -7,7 +7,7 @@
 
 #include "forms/builtinform.h"
 #include "forms/dlgtemplate.h"
-#include "forms/fieldrules.h"
+#include "kit/fieldrules.h"
 #include "forms/formdef.h"
 #include "forms/formeditor.h"
 #include "forms/formtemplate.h"

@@ -3,9 +3,9 @@
 #include "charmap/charmap_rc.h"
 #include "charmap/charmapedit.h"
 #include "charmap/charmapsession.h"
-#include "forms/basedialog.h"
-#include "forms/dialogkit.h"
-#include "forms/gdiholders.h"
+#include "kit/basedialog.h"
+#include "kit/dialogkit.h"
+#include "kit/gdiholders.h"
 #include "request/session.h"
 
 #include <array>

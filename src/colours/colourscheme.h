@@ -10,18 +10,9 @@
 #include <string_view>
 #include <vector>
 
-namespace qrl {
+#include "kit/features.h"
 
-// Attribute bits of a combination; the display feature word uses the same bits plus Box.
-inline constexpr uint32_t kAttrBlink = 1;
-inline constexpr uint32_t kAttrUnderline = 2;
-inline constexpr uint32_t kAttrBold = 4;
-inline constexpr uint32_t kAttrDim = 8;
-inline constexpr uint32_t kAttrReverse = 16;
-inline constexpr uint32_t kAttrOverline = 32;
-inline constexpr uint32_t kAttrStrikeOut = 64;
-inline constexpr uint32_t kAttrInvisible = 128;
-inline constexpr uint32_t kFeatureBox = 0x8000;  // feature word only, never an attribute bit
+namespace qrl {
 
 inline constexpr std::size_t kPaletteSize = 16;
 inline constexpr std::size_t kColourMapSize = 256;

@@ -6,9 +6,9 @@
 #include "colours/contrast.h"
 #include "colours/ibm5250colourmap.h"
 #include "colours/ibm5250example.h"
-#include "forms/basedialog.h"
-#include "forms/dialogkit.h"
-#include "forms/gdiholders.h"
+#include "kit/basedialog.h"
+#include "kit/dialogkit.h"
+#include "kit/gdiholders.h"
 #include "request/session.h"
 #include "text/textutil.h"
 

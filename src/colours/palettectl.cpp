@@ -1,9 +1,9 @@
 #include "colours/palettectl.h"
 
 #include "colours/palettemodel.h"
-#include "forms/basedialog.h"
-#include "forms/controlkit.h"
-#include "forms/gdiholders.h"
+#include "kit/basedialog.h"
+#include "kit/controlkit.h"
+#include "kit/gdiholders.h"
 
 #include <algorithm>
 

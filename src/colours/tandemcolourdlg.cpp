@@ -4,9 +4,9 @@
 #include "colours/colours_rc.h"
 #include "colours/contrast.h"
 #include "colours/tandemcolourmap.h"
-#include "forms/basedialog.h"
-#include "forms/dialogkit.h"
-#include "forms/gdiholders.h"
+#include "kit/basedialog.h"
+#include "kit/dialogkit.h"
+#include "kit/gdiholders.h"
 #include "request/session.h"
 #include "text/textutil.h"
 

@@ -1,6 +1,6 @@
 // The three value steps of a form: fill the lists, show the values, collect them at OK/Connect.
 // Only items bound to an existing element take part.
-#include "forms/basedialog.h"
+#include "kit/basedialog.h"
 #include "forms/formdef.h"
 #include "forms/formdlg.h"
 #include "forms/formvalues.h"

@@ -2,8 +2,7 @@
 // posts to itself. The tree and the value editors live in their own files.
 #include "forms/formdlg.h"
 
-#include "charmap/charmapsession.h"
-#include "forms/basedialog.h"
+#include "kit/basedialog.h"
 #include "forms/formdef.h"
 #include "forms/forms_rc.h"
 #include "forms/runform.h"
@@ -48,7 +47,7 @@ void TFormRun::OnOk() {
         return;
     }
     CollectValues(Window(), *this);
-    SaveCharacterMaps(session);
+    if (editors.saveCharMaps) editors.saveCharMaps(session);
     StoreSelection(*this);
     EndForm(Window(), IDOK);
 }
@@ -80,7 +79,7 @@ void TFormRun::OnNestedForm(int id) {
     for (const TFormItem& item : form.items) {
         if (item.controlId != id || item.action != FormAction::Form) continue;
         if (TFormDef* nested = FindForm(session, item.actionParam)) {
-            RunForm(session, nested, Window());
+            RunForm(session, nested, Window(), editors);
             form.window = Window();  // the nested run used the same field
         }
         return;

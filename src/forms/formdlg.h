@@ -4,7 +4,8 @@
 
 #include <windows.h>
 
-#include "forms/dialogkit.h"
+#include "forms/editortable.h"
+#include "kit/dialogkit.h"
 
 #include <string>
 
@@ -14,14 +15,16 @@ class TConfigSession;
 class TElementDef;
 struct TFormDef;
 
-// A running form dialog: the form, its session, and a busy flag set while the dialog itself changes
-// controls, so that their notifications do nothing.
+// A running form dialog: the form, its session, the editors its buttons open, and a busy flag set
+// while the dialog itself changes controls, so that their notifications do nothing.
 class TFormRun : public TDialog {
 public:
-    TFormRun(TFormDef& form, TConfigSession& session) : form(form), session(session) {}
+    TFormRun(TFormDef& form, TConfigSession& session, const TFormEditors& editors)
+        : form(form), session(session), editors(editors) {}
 
     TFormDef& form;
     TConfigSession& session;
+    const TFormEditors& editors;
     bool busy = false;
 
 protected:

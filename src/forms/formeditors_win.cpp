@@ -1,23 +1,16 @@
 // The built-in form's lower half: the value editor that suits the selected element, and the
 // handlers that write each change into the element at once.
-#include "charmap/charmapdlg.h"
-#include "charmap/charmapsession.h"
-#include "forms/basedialog.h"
-#include "forms/dialogkit.h"
-#include "forms/fieldrules.h"
+#include "kit/basedialog.h"
+#include "kit/dialogkit.h"
+#include "kit/fieldrules.h"
 #include "forms/formdef.h"
 #include "forms/formdlg.h"
 #include "forms/formeditor.h"
 #include "forms/forms_rc.h"
 #include "forms/formvalues.h"
-#include "forms/samplemodel.h"
-#include "keyboard/keymapdata.h"
+#include "kit/samplemodel.h"
 #include "locale/language.h"
-#include "macro/macroassistdlg.h"
 #include "platform/platform.h"
-#include "properties/font.h"
-#include "properties/printerdlg.h"
-#include "request/module_win.h"
 #include "request/run.h"
 #include "request/session.h"
 #include "text/textutil.h"
@@ -134,9 +127,8 @@ void OnChooseColour(HWND dialog, TFormRun& run) {
 void OnMacroAssist(HWND dialog, TFormRun& run) {
     TElementDef& element = *run.form.currentElement;
     std::u16string text = element.value;
-    const TConfigSession& session = run.session;
-    if (runMacroAssistant(dialog, text, KeyDataOf(session).emulationKeys, session.link.window,
-                          static_cast<uint32_t>(element.MacroMode())) != IDOK)
+    if (!run.editors.macroAssist ||
+        run.editors.macroAssist(dialog, run.session, text, static_cast<uint32_t>(element.MacroMode())) != IDOK)
         return;
     element.value = text;
     {
@@ -148,87 +140,38 @@ void OnMacroAssist(HWND dialog, TFormRun& run) {
 
 // The printer setup of the element: 3009 picks one with the platform's dialog, 3012 goes back to the
 // system's default printer and keeps the rest of the setup in the text.
-void ShowPrinter(HWND dialog, TFormRun& run, TPrinterProperty& printer) {
-    run.form.currentElement->value = PrinterToText(printer);
-    SetControlText(dialog, IDC_PRINTER_TEXT, PrinterShortText(printer));
+void ShowValue(HWND dialog, TFormRun& run, int id, std::u16string value, const std::u16string& shown) {
+    run.form.currentElement->value = std::move(value);
+    SetControlText(dialog, id, shown);
     RefreshTreeItem(dialog, run);
 }
 
 void OnEditPrinter(HWND dialog, TFormRun& run) {
-    TPrinterProperty printer;
-    ParsePrinter(run.form.currentElement->value, printer);
-    if (!EditPrinter(dialog, printer)) return;
-    printer.useDefault = false;
-    ShowPrinter(dialog, run, printer);
+    std::u16string value = run.form.currentElement->value, shown;
+    if (run.editors.choosePrinter && run.editors.choosePrinter(dialog, value, shown))
+        ShowValue(dialog, run, IDC_PRINTER_TEXT, std::move(value), shown);
 }
 
 void OnSpecialEdit(HWND dialog, TFormRun& run) {
-    const TSpecialValueEditor editor = SpecialValueEditor(run.form.currentElement->type);
+    const TSpecialValueEditor editor =
+        run.editors.specialEditor ? run.editors.specialEditor(run.form.currentElement->type) : nullptr;
     if (editor && editor(dialog, run.session, *run.form.currentElement)) RefreshTreeItem(dialog, run);
 }
 
 void OnDefaultPrinter(HWND dialog, TFormRun& run) {
     const std::u16string question = Translate(u"run_cpp_2669", u"Use default printer?");
     if (MessageBoxW(dialog, W(question), kProgramTitle, MB_YESNO | MB_ICONQUESTION) != IDYES) return;
-    TPrinterProperty printer;
-    ParsePrinter(run.form.currentElement->value, printer);
-    printer.useDefault = true;
-    printer.device.clear();
-    ShowPrinter(dialog, run, printer);
-}
-
-DWORD FontFlags(const std::u16string& name) {
-    if (name == u"BaseFont" || name == u"DBCSFont") return 0x24041;  // screen, fixed pitch, scalable
-    if (name == u"PrinterFont") return 0x24043;                       // and printer fonts
-    return 0x43;                                                       // screen and printer fonts
+    if (!run.editors.useDefaultPrinter) return;
+    std::u16string value = run.form.currentElement->value, shown;
+    run.editors.useDefaultPrinter(value, shown);
+    ShowValue(dialog, run, IDC_PRINTER_TEXT, std::move(value), shown);
 }
 
 void OnChooseFont(HWND dialog, TFormRun& run) {
-    TElementDef& element = *run.form.currentElement;
-    TFontDescription font;
-    ParseFont(element.value, font);
-    LOGFONTW logFont{};
-    logFont.lfHeight = font.height;
-    logFont.lfWidth = font.width;
-    logFont.lfEscapement = font.escapement;
-    logFont.lfOrientation = font.orientation;
-    logFont.lfWeight = font.weight;
-    logFont.lfItalic = font.italic;
-    logFont.lfUnderline = font.underline;
-    logFont.lfStrikeOut = font.strikeOut;
-    logFont.lfCharSet = font.charSet;
-    logFont.lfOutPrecision = font.outPrecision;
-    logFont.lfClipPrecision = font.clipPrecision;
-    logFont.lfQuality = font.quality;
-    logFont.lfPitchAndFamily = font.pitchAndFamily;
-    const std::size_t faceLength = std::min(font.faceName.size(), TFontDescription::kFaceNameMax);
-    std::copy_n(font.faceName.begin(), faceLength, logFont.lfFaceName);
-
-    CHOOSEFONTW choose{};
-    choose.lStructSize = sizeof choose;
-    choose.hwndOwner = dialog;
-    choose.lpLogFont = &logFont;
-    choose.Flags = FontFlags(element.name);
-    if (!ChooseFontW(&choose)) return;
-
-    font.height = logFont.lfHeight;
-    font.width = logFont.lfWidth;
-    font.escapement = logFont.lfEscapement;
-    font.orientation = logFont.lfOrientation;
-    font.weight = logFont.lfWeight;
-    font.italic = logFont.lfItalic;
-    font.underline = logFont.lfUnderline;
-    font.strikeOut = logFont.lfStrikeOut;
-    font.charSet = logFont.lfCharSet;
-    font.outPrecision = logFont.lfOutPrecision;
-    font.clipPrecision = logFont.lfClipPrecision;
-    font.quality = logFont.lfQuality;
-    font.pitchAndFamily = logFont.lfPitchAndFamily;
-    logFont.lfFaceName[LF_FACESIZE - 1] = 0;
-    font.faceName = U16(logFont.lfFaceName);
-    element.value = FontToText(font);
-    SetControlText(dialog, IDC_FONT_TEXT, font.faceName);
-    RefreshTreeItem(dialog, run);
+    const TElementDef& element = *run.form.currentElement;
+    std::u16string value = element.value, shown;
+    if (run.editors.chooseFont && run.editors.chooseFont(dialog, element.name, value, shown))
+        ShowValue(dialog, run, IDC_FONT_TEXT, std::move(value), shown);
 }
 
 void OnBrowse(HWND dialog, TFormRun& run) {
@@ -312,15 +255,16 @@ void OnDeleteLanguage(HWND dialog, TFormRun& run) {
 void OnAddLanguage(HWND dialog, TFormRun& run) {
     TElementDef& element = *run.form.currentElement;
     TConfigSession& session = run.session;
-    if (AnyCharMapModified(session)) {
+    const TFormEditors& editors = run.editors;
+    if (editors.charMapsModified && editors.charMapsModified(session)) {
         const std::u16string question = Translate(formtexts::kMapsModified) + Translate(formtexts::kSaveMapsNow);
         const int answer = MessageBoxW(dialog, W(question), kProgramTitle, MB_YESNOCANCEL | MB_ICONEXCLAMATION);
         if (answer == IDCANCEL) return;
-        if (answer == IDYES) SaveCharacterMaps(session);
+        if (answer == IDYES && editors.saveCharMaps) editors.saveCharMaps(session);
     }
     std::u16string newName;
     std::u16string baseName = element.value;
-    if (!RunAddLanguage(dialog, session, element.strings, newName, baseName)) return;
+    if (!editors.addLanguage || !editors.addLanguage(dialog, session, element.strings, newName, baseName)) return;
     if (session.link.AddLanguage(newName, baseName) != 0) {
         const std::u16string text = Translate(formtexts::kCouldNotAddLanguage);
         const std::u16string caption = Translate(formtexts::kCouldNotAddLanguageTitle);

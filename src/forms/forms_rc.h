@@ -71,8 +71,6 @@ inline constexpr TTextKey kMapsModified{
 inline constexpr TTextKey kSaveMapsNow{u"run_cpp_2736", u"Save character maps now?"};
 inline constexpr TTextKey kCouldNotAddLanguage{u"run_cpp_2761", u"Could not add language"};
 inline constexpr TTextKey kCouldNotAddLanguageTitle{u"run_cpp_2762", u"Title"};  // the word stands as it is
-inline constexpr TTextKey kPleaseWait{u"run_cpp_3743", u"Please wait"};
-inline constexpr TTextKey kLoading{u"run_cpp_3776", u"Loading..."};
 
 }  // namespace qrl::formtexts
 #endif

@@ -1,14 +1,14 @@
 // The built-in form's upper half: layout, the tree with its blue value texts, the selection and
 // its memory in the registry, and the check on leaving an integer field.
-#include "forms/basedialog.h"
-#include "forms/fieldrules.h"
+#include "kit/basedialog.h"
+#include "kit/fieldrules.h"
 #include "forms/formdef.h"
 #include "forms/formdlg.h"
 #include "forms/forms_rc.h"
 #include "forms/formtree.h"
 #include "forms/formvalues.h"
 #include "forms/layout.h"
-#include "forms/registrykey.h"
+#include "kit/registrykey.h"
 #include "request/session.h"
 
 #include <commctrl.h>

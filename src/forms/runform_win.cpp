@@ -1,6 +1,6 @@
 #include "forms/runform.h"
 
-#include "forms/basedialog.h"
+#include "kit/basedialog.h"
 #include "forms/builtinform.h"
 #include "forms/formdef.h"
 #include "forms/formdlg.h"
@@ -21,7 +21,7 @@ constexpr std::size_t kTemplateBlock = 8092;
 
 }  // namespace
 
-int RunForm(TConfigSession& session, TFormDef* form, HWND parent) {
+int RunForm(TConfigSession& session, TFormDef* form, HWND parent, const TFormEditors& editors) {
     if (form == nullptr) {
         BuildDefaultForm(session);
         form = FindForm(session, DefaultFormName());
@@ -41,7 +41,7 @@ int RunForm(TConfigSession& session, TFormDef* form, HWND parent) {
     INITCOMMONCONTROLSEX classes{sizeof classes, ICC_TREEVIEW_CLASSES | ICC_TAB_CLASSES};
     InitCommonControlsEx(&classes);
 
-    TFormRun run{*form, session};
+    TFormRun run{*form, session, editors};
     const INT_PTR result = run.RunModal(parent, static_cast<const DLGTEMPLATE*>(memory));
     GlobalUnlock(block);
     GlobalFree(block);

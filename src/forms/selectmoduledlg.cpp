@@ -1,7 +1,7 @@
 #include "forms/selectmodule.h"
 
-#include "forms/basedialog.h"
-#include "forms/dialogkit.h"
+#include "kit/basedialog.h"
+#include "kit/dialogkit.h"
 #include "forms/forms_rc.h"
 #include "forms/moduleorder.h"
 #include "request/session.h"

@@ -1,7 +1,7 @@
 #include "hotspots/hotspotcoloursdlg.h"
 
-#include "forms/basedialog.h"
-#include "forms/dialogkit.h"
+#include "kit/basedialog.h"
+#include "kit/dialogkit.h"
 #include "hotspots/hotspot.h"
 #include "hotspots/hotspotpaint_win.h"
 #include "hotspots/hotspotrules.h"

@@ -1,7 +1,7 @@
 #include "hotspots/hotspoteditdlg.h"
 
-#include "forms/basedialog.h"
-#include "forms/dialogkit.h"
+#include "kit/basedialog.h"
+#include "kit/dialogkit.h"
 #include "hotspots/hotspotcoloursdlg.h"
 #include "hotspots/hotspotpaint_win.h"
 #include "hotspots/hotspotrules.h"
@@ -177,7 +177,7 @@ void HotSpotEditDlg::DrawSample(const DRAWITEMSTRUCT& item) const {
 void HotSpotEditDlg::RunAssistant() {
     std::u16string text = GetControlText(Window(), IDC_HS_SEND);
     const TConfigSession& session = *data_.session;
-    if (runMacroAssistant(Window(), text, KeyDataOf(session).emulationKeys, session.link.window, kMacroTextMode) ==
+    if (runMacroAssistant(Window(), text, NamesOf(KeyDataOf(session).emulationKeys), session.link.window, kMacroTextMode) ==
         IDOK)
         SetControlText(Window(), IDC_HS_SEND, text);
 }

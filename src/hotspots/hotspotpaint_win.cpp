@@ -1,7 +1,7 @@
 #include "hotspots/hotspotpaint_win.h"
 
-#include "forms/basedialog.h"
-#include "forms/gdiholders.h"
+#include "kit/basedialog.h"
+#include "kit/gdiholders.h"
 #include "locale/language.h"
 
 namespace qrl {

@@ -3,9 +3,9 @@
 #include <windows.h>
 #include <commdlg.h>
 
-#include "forms/basedialog.h"
-#include "forms/dialogkit.h"
-#include "forms/fieldrules.h"
+#include "kit/basedialog.h"
+#include "kit/dialogkit.h"
+#include "kit/fieldrules.h"
 #include "hotspots/hotspotcoloursdlg.h"
 #include "hotspots/hotspotdata.h"
 #include "hotspots/hotspoteditdlg.h"

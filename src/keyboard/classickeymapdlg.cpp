@@ -1,7 +1,7 @@
 #include "keyboard/classickeymapdlg.h"
 
-#include "forms/basedialog.h"
-#include "forms/dialogkit.h"
+#include "kit/basedialog.h"
+#include "kit/dialogkit.h"
 #include "keyboard/keyboard_rc.h"
 #include "keyboard/keymaprules.h"
 #include "keyboard/keymapsettings.h"
@@ -269,7 +269,7 @@ void ByPhysicalDlg::RunAssistant() {
     const int field = CheckedRadio() == IDC_MAP_GLOBAL ? IDC_GLOBAL_STRING : IDC_STRING;
     std::u16string text = GetControlText(Window(), field);
     const TConfigSession& session = settings_.session();
-    if (runMacroAssistant(Window(), text, keys_.emulationKeys, session.link.window, kMacroTextMode) != IDOK) return;
+    if (runMacroAssistant(Window(), text, NamesOf(keys_.emulationKeys), session.link.window, kMacroTextMode) != IDOK) return;
     SetControlText(Window(), field, text);
     settings_.Dirty = true;
 }

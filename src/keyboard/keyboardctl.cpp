@@ -1,7 +1,7 @@
 #include "keyboard/keyboardctl.h"
 
-#include "forms/controlkit.h"
-#include "forms/gdiholders.h"
+#include "kit/controlkit.h"
+#include "kit/gdiholders.h"
 #include "keyboard/keylook.h"
 
 #include <string>

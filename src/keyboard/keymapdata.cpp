@@ -43,6 +43,13 @@ void writeKeyStrings(Element& data, std::u16string_view name, const std::vector<
 
 }  // namespace
 
+std::vector<std::u16string> NamesOf(const std::vector<KeyName>& keys) {
+    std::vector<std::u16string> names;
+    names.reserve(keys.size());
+    for (const KeyName& key : keys) names.push_back(key.Name);
+    return names;
+}
+
 TKeyData& KeyDataOf(TConfigSession& session) { return session.Part<TKeyData>(); }
 
 const TKeyData& KeyDataOf(const TConfigSession& session) {

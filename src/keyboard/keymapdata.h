@@ -33,6 +33,9 @@ struct KeyName {
     int32_t Shift = 0;  // the modifier bits this key may carry
 };
 
+// The names of a key list, in its order: what the Macro Assistant offers.
+std::vector<std::u16string> NamesOf(const std::vector<KeyName>& keys);
+
 // One physical code (modifiers included) sending one emulation key.
 struct KeyMapEntry {
     uint32_t PKey = 0;

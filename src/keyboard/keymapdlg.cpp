@@ -1,7 +1,7 @@
 #include "keyboard/keymapdlg.h"
 
-#include "forms/basedialog.h"
-#include "forms/dialogkit.h"
+#include "kit/basedialog.h"
+#include "kit/dialogkit.h"
 #include "keyboard/classickeymapdlg.h"
 #include "keyboard/graphickeymap.h"
 #include "keyboard/keyboard_rc.h"
@@ -548,7 +548,7 @@ void KeymapDlg::RunAssistant() {
                                                                               : 0;
     if (!field) return;
     std::u16string text = GetControlText(Window(), field);
-    if (runMacroAssistant(Window(), text, keys_.emulationKeys, settings_.session().link.window, kMacroTextMode) != IDOK)
+    if (runMacroAssistant(Window(), text, NamesOf(keys_.emulationKeys), settings_.session().link.window, kMacroTextMode) != IDOK)
         return;
     SetControlText(Window(), field, text);
     RefreshStatus();

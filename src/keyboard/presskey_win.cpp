@@ -1,8 +1,8 @@
 #include "keyboard/presskey.h"
 
-#include "forms/basedialog.h"
-#include "forms/controlkit.h"
-#include "forms/gdiholders.h"
+#include "kit/basedialog.h"
+#include "kit/controlkit.h"
+#include "kit/gdiholders.h"
 #include "locale/language.h"
 
 namespace qrl {

@@ -1,7 +1,7 @@
 #include "macro/macroassistdlg.h"
 
-#include "forms/basedialog.h"
-#include "forms/dialogkit.h"
+#include "kit/basedialog.h"
+#include "kit/dialogkit.h"
 #include "macro/macro_rc.h"
 #include "macro/macroassist.h"
 #include "request/hostlink.h"
@@ -62,16 +62,11 @@ constexpr std::array<std::pair<int, int>, 3> kParamFields = {
 // The host's help message number for the Assistant, whatever the request's link said.
 constexpr uint32_t kHelpMessage = 1081;
 
-std::vector<std::u16string> namesOf(const std::vector<KeyName>& keys) {
-    std::vector<std::u16string> names;
-    for (const KeyName& key : keys) names.push_back(key.Name);
-    return names;
-}
-
 class MacroAssistDlg : public TDialog {
 public:
-    MacroAssistDlg(std::u16string& text, const std::vector<KeyName>& keyNames, uint64_t hostWindow, uint32_t mode)
-        : text_(text), assist_(mode, namesOf(keyNames)), hostWindow_(hostWindow) {}
+    MacroAssistDlg(std::u16string& text, const std::vector<std::u16string>& keyNames, uint64_t hostWindow,
+                   uint32_t mode)
+        : text_(text), assist_(mode, keyNames), hostWindow_(hostWindow) {}
 
 protected:
     std::span<const TDialogText> Texts() const override { return kMacroAssistTexts; }
@@ -393,7 +388,7 @@ INT_PTR MacroAssistDlg::OnCommand(int id, int code) {
 
 }  // namespace
 
-int runMacroAssistant(HWND parent, std::u16string& text, const std::vector<KeyName>& keyNames, uint64_t hostWindow,
+int runMacroAssistant(HWND parent, std::u16string& text, const std::vector<std::u16string>& keyNames, uint64_t hostWindow,
                       uint32_t mode) {
     MacroAssistDlg dialog(text, keyNames, hostWindow, mode);
     return static_cast<int>(dialog.RunModal(parent, IDD_MACRO_ASSIST));

@@ -4,8 +4,6 @@
 
 #include <windows.h>
 
-#include "keyboard/keymapdata.h"
-
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -18,7 +16,7 @@ inline constexpr uint32_t kMacroTextMode = 7;
 // Runs the dialog modally on `parent`; 1 for OK, which replaces `text` with the dialog's macro
 // text (whether it parses or not), 2 for Cancel. `hostWindow` (may be 0) answers the Help button;
 // `mode` is the macro level: 1 escapes, 3 also emulation keys, any other the full language.
-int runMacroAssistant(HWND parent, std::u16string& text, const std::vector<KeyName>& keyNames,
+int runMacroAssistant(HWND parent, std::u16string& text, const std::vector<std::u16string>& keyNames,
                       uint64_t hostWindow, uint32_t mode);
 
 }  // namespace qrl

@@ -1,7 +1,7 @@
 #include "mouse/mousedlg.h"
 
-#include "forms/basedialog.h"
-#include "forms/dialogkit.h"
+#include "kit/basedialog.h"
+#include "kit/dialogkit.h"
 #include "keyboard/keymapdata.h"
 #include "locale/language.h"
 #include "macro/macroassistdlg.h"
@@ -104,7 +104,7 @@ void MouseDlg::StoreAction() {
 
 void MouseDlg::RunAssistant() {
     std::u16string text = GetControlText(Window(), IDC_MOUSE_PARAM);
-    if (runMacroAssistant(Window(), text, KeyDataOf(std::as_const(session_)).emulationKeys, session_.link.window,
+    if (runMacroAssistant(Window(), text, NamesOf(KeyDataOf(std::as_const(session_)).emulationKeys), session_.link.window,
                           kMacroTextMode) != IDOK)
         return;
     {

@@ -43,6 +43,15 @@ std::u16string PrinterToText(const TPrinterProperty& property) {
     return out;
 }
 
+void UseDefaultPrinter(std::u16string& value, std::u16string& shown) {
+    TPrinterProperty printer;
+    ParsePrinter(value, printer);
+    printer.useDefault = true;
+    printer.device.clear();
+    value = PrinterToText(printer);
+    shown = PrinterShortText(printer);
+}
+
 std::u16string PrinterShortText(const TPrinterProperty& property) {
     if (property.device.empty() || property.useDefault) return u"Default printer";
     return property.device + u" on " + property.port;

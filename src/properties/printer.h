@@ -29,6 +29,9 @@ public:
 // printer.
 void ParsePrinter(std::u16string_view text, TPrinterProperty& property);
 std::u16string PrinterToText(const TPrinterProperty& property);
+// A printer value turned back to the system's default printer, the rest of its setup kept; `shown`
+// gets its short text.
+void UseDefaultPrinter(std::u16string& value, std::u16string& shown);
 // "Default printer", or the device " on " its port. Not translated.
 std::u16string PrinterShortText(const TPrinterProperty& property);
 

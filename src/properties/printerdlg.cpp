@@ -57,6 +57,16 @@ bool EditPrinter(HWND parent, TPrinterProperty& property) {
     return chosen;
 }
 
+bool ChoosePrinterValue(HWND parent, std::u16string& value, std::u16string& shown) {
+    TPrinterProperty printer;
+    ParsePrinter(value, printer);
+    if (!EditPrinter(parent, printer)) return false;
+    printer.useDefault = false;
+    value = PrinterToText(printer);
+    shown = PrinterShortText(printer);
+    return true;
+}
+
 int RunPrinterRoute(TConfigSession& session, void* parent) {
     TPrinterProperty printer;
     for (const TDataValue& data : session.dataValues) {

@@ -3,9 +3,9 @@
 #include <windows.h>
 #include <commdlg.h>
 
-#include "forms/basedialog.h"
-#include "forms/dialogkit.h"
-#include "forms/fieldrules.h"
+#include "kit/basedialog.h"
+#include "kit/dialogkit.h"
+#include "kit/fieldrules.h"
 #include "properties/certchoice.h"
 #include "properties/certstore_win.h"
 #include "properties/properties_rc.h"

@@ -1,10 +1,10 @@
 #include "formsetup.h"
 
 #include "driver.h"
-#include "forms/basedialog.h"
-#include "forms/pleasewait.h"
+#include "kit/basedialog.h"
+#include "kit/pleasewait.h"
 #include "forms/forms_rc.h"
-#include "forms/samplectl.h"
+#include "kit/samplectl.h"
 
 #include <gtest/gtest.h>
 

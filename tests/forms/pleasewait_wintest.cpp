@@ -1,8 +1,9 @@
 // The please-wait window through fnOpenWait, and the framework's base classes and helpers.
 #include "formsetup.h"
-#include "forms/basedialog.h"
+#include "kit/basedialog.h"
 #include "forms/forms_rc.h"
 #include "forms/formdef.h"
+#include "app/module_win.h"
 #include "forms/runform.h"
 
 #include <gtest/gtest.h>
@@ -119,7 +120,7 @@ TEST(BaseDialog, HelpersOnARunningForm) {
                                u"<Interface StartForm='f'><Form Name='f' Title='Helpers' Width='120' Height='60' "
                                u"Font='MS Shell Dlg' FontSize='8'><CheckBox Element='B' Caption='Flag' Width='60' Height='10'/>"
                                u"<Edit Top='14' Width='60' Height='12'/></Form></Interface></Config>");
-    Drive([&] { RunForm(*session, FindForm(*session, u"f"), nullptr); }, [&](Driver& d) {
+    Drive([&] { RunForm(*session, FindForm(*session, u"f"), nullptr, FormEditors()); }, [&](Driver& d) {
         HWND dlg = d.WaitForDialog(L"Helpers");
         EXPECT_TRUE(IsDlgButtonChecked(dlg, 5000) == BST_CHECKED);
         EnableCheck(dlg, 5000, false);

@@ -2,6 +2,7 @@
 // box, drop-downs bound by position, a nested form, and the action buttons.
 #include "formsetup.h"
 #include "forms/formdef.h"
+#include "app/module_win.h"
 #include "forms/runform.h"
 #include "text/textutil.h"
 
@@ -31,7 +32,7 @@ int RunFormDriven(TConfigSession& session, const std::u16string& name, const std
               const std::function<void(Driver&, HWND)>& script) {
     EnsureFormClasses();
     int result = 0;
-    Drive([&] { result = RunForm(session, FindForm(session, name), nullptr); },
+    Drive([&] { result = RunForm(session, FindForm(session, name), nullptr, FormEditors()); },
           [&](Driver& d) { script(d, d.WaitForDialog(title)); });
     return result;
 }

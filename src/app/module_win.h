@@ -1,17 +1,15 @@
-// What the DLL keeps from its loading: its instance, for dialogs and window classes.
+// The DLL's wiring: its window classes, the editors of the specialised routes and the editors
+// behind a form's buttons, each table filled from the subsystems.
 #pragma once
 
 #include <windows.h>
 
 #include <array>
 
-#include "request/elementdef.h"
+#include "forms/editortable.h"
 #include "request/run.h"
 
 namespace qrl {
-
-HINSTANCE ModuleInstance();
-void SetModuleInstance(HINSTANCE instance);
 
 // The private window classes, registered at process attach in their fixed order and unregistered at
 // detach. The table is in windowclasses_win.cpp.
@@ -22,9 +20,7 @@ void UnregisterModuleClasses(HINSTANCE instance);
 // Each subsystem fills its entry in editors_win.cpp as its editor exists.
 const std::array<TEditorRoute, kEditorRouteCount>& EditorRoutes();
 
-// The editor behind a form's "Edit..." button for a special value type; it edits the element's
-// value in place and returns true on OK. Null for a type whose editor does not exist yet.
-using TSpecialValueEditor = bool (*)(HWND parent, TConfigSession& session, TElementDef& element);
-TSpecialValueEditor SpecialValueEditor(ElementType type);
+// The editors that the settings dialog's buttons open, from their subsystems (editors_win.cpp).
+const TFormEditors& FormEditors();
 
 }  // namespace qrl

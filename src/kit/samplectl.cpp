@@ -1,9 +1,9 @@
-#include "forms/samplectl.h"
+#include "kit/samplectl.h"
 
-#include "forms/basedialog.h"
-#include "forms/controlkit.h"
-#include "forms/gdiholders.h"
-#include "forms/samplemodel.h"
+#include "kit/basedialog.h"
+#include "kit/controlkit.h"
+#include "kit/gdiholders.h"
+#include "kit/samplemodel.h"
 
 namespace qrl {
 

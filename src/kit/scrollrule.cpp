@@ -1,4 +1,4 @@
-#include "forms/scrollrule.h"
+#include "kit/scrollrule.h"
 
 namespace qrl {
 

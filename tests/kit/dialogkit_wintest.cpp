@@ -3,8 +3,8 @@
 // custom control's state living exactly as long as its window, and nothing of the module left
 // running in a window once the DLL is unloaded.
 #include "formsetup.h"
-#include "forms/controlkit.h"
-#include "forms/dialogkit.h"
+#include "kit/controlkit.h"
+#include "kit/dialogkit.h"
 #include "forms/forms_rc.h"
 
 #include <gtest/gtest.h>

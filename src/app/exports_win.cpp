@@ -12,11 +12,11 @@
 #include "qrl4cfg.h"
 
 #include "forms/formdef.h"
-#include "forms/pleasewait.h"
+#include "kit/pleasewait.h"
 #include "forms/runform.h"
 #include "locale/inicache.h"
 #include "macro/macroassistdlg.h"
-#include "request/module_win.h"
+#include "app/module_win.h"
 #include "request/reply.h"
 #include "request/run.h"
 #include "request/session.h"
@@ -36,7 +36,7 @@ uint64_t g_initWord = 0;  // fnInit's argument; nothing reads it
 
 int runStartForm(TConfigSession& session, void* parent) {
     TFormDef* form = FindForm(session, session.startForm);
-    return RunForm(session, form, static_cast<HWND>(parent));
+    return RunForm(session, form, static_cast<HWND>(parent), FormEditors());
 }
 
 int readIniInt(std::u16string_view file, std::u16string_view section, std::u16string_view key,
@@ -63,10 +63,10 @@ std::u16string boundedText(const wchar_t* text, uint32_t capacity) {
 }
 
 // Names one after another, each with its terminator, and an empty one last; null is no names.
-std::vector<KeyName> keyNameList(const wchar_t* names) {
-    std::vector<KeyName> keys;
+std::vector<std::u16string> keyNameList(const wchar_t* names) {
+    std::vector<std::u16string> keys;
     for (const wchar_t* name = names; name && *name; name += std::wcslen(name) + 1)
-        keys.push_back(KeyName{std::u16string(reinterpret_cast<const char16_t*>(name)), 0, 0});
+        keys.emplace_back(reinterpret_cast<const char16_t*>(name));
     return keys;
 }
 

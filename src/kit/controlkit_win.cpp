@@ -1,7 +1,7 @@
-#include "forms/controlkit.h"
+#include "kit/controlkit.h"
 
-#include "forms/dialogkit.h"
-#include "forms/gdiholders.h"
+#include "kit/dialogkit.h"
+#include "kit/gdiholders.h"
 
 namespace qrl {
 

@@ -1,9 +1,8 @@
-#include "forms/basedialog.h"
+#include "kit/basedialog.h"
 
-#include "forms/layout.h"
-#include "forms/pleasewait.h"
-#include "forms/scrollrule.h"
-#include "request/module_win.h"
+#include "kit/geometry.h"
+#include "kit/pleasewait.h"
+#include "kit/scrollrule.h"
 
 namespace qrl {
 
@@ -191,6 +190,13 @@ void HandleDialogScroll(HWND dialog, WPARAM wParam) {
     SetScrollInfo(dialog, SB_VERT, &info, TRUE);
     ScrollWindowEx(dialog, 0, old - wanted, nullptr, nullptr, nullptr, nullptr, SW_SCROLLCHILDREN | SW_INVALIDATE);
 }
+
+namespace {
+HINSTANCE g_instance = nullptr;
+}
+
+HINSTANCE ModuleInstance() { return g_instance; }
+void SetModuleInstance(HINSTANCE instance) { g_instance = instance; }
 
 HINSTANCE FormsInstance() {
     if (HINSTANCE instance = ModuleInstance()) return instance;

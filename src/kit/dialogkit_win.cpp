@@ -1,6 +1,6 @@
-#include "forms/dialogkit.h"
+#include "kit/dialogkit.h"
 
-#include "forms/basedialog.h"
+#include "kit/basedialog.h"
 
 #include <commdlg.h>
 

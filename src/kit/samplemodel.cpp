@@ -1,4 +1,4 @@
-#include "forms/samplemodel.h"
+#include "kit/samplemodel.h"
 
 namespace qrl {
 

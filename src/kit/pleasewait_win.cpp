@@ -1,8 +1,7 @@
-#include "forms/pleasewait.h"
+#include "kit/pleasewait.h"
 
-#include "forms/basedialog.h"
-#include "forms/controlkit.h"
-#include "forms/forms_rc.h"
+#include "kit/basedialog.h"
+#include "kit/controlkit.h"
 #include "locale/language.h"
 
 namespace qrl {
@@ -15,6 +14,8 @@ constexpr int kWidth = 180;
 constexpr int kHeight = 50;
 constexpr DWORD kStyle = 0x90840000;  // WS_POPUP | WS_VISIBLE | WS_BORDER | WS_THICKFRAME
 constexpr UINT kTextFlags = DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX;
+constexpr TTextKey kPleaseWaitTitle{u"run_cpp_3743", u"Please wait"};
+constexpr TTextKey kLoadingText{u"run_cpp_3776", u"Loading..."};
 
 class WaitWindow : public TCustomControl {
 public:
@@ -25,7 +26,7 @@ public:
     bool PaintsWholeClient() const override { return true; }
     void OnPaint(HDC dc, const RECT& client) override {
         FillRect(dc, &client, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
-        const std::u16string text = Translate(formtexts::kLoading);
+        const std::u16string text = Translate(kLoadingText);
         RECT r = client;
         InflateRect(&r, -4, -4);
         DrawTextW(dc, W(text), -1, &r, kTextFlags);
@@ -41,7 +42,7 @@ void OpenPleaseWait(HWND parent) {
     // Each offset is half of the difference, rounded towards zero.
     const int x = p.left + ((p.right - p.left) - kWidth) / 2;
     const int y = p.top + ((p.bottom - p.top) - kHeight) / 2;
-    const std::u16string title = Translate(formtexts::kPleaseWait);
+    const std::u16string title = Translate(kPleaseWaitTitle);
     g_pleaseWait = CreateWindowExW(0, kPleaseWaitClass, W(title), kStyle, x, y, kWidth, kHeight, parent, nullptr,
                                    FormsInstance(), nullptr);
     if (g_pleaseWait) UpdateWindow(g_pleaseWait);

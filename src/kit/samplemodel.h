@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "colours/colourscheme.h"  // the feature bits the sample draws
+#include "kit/features.h"
 
 namespace qrl {
 

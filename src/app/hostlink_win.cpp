@@ -1,4 +1,4 @@
-#include "request/hostlink_win.h"
+#include "app/hostlink_win.h"
 
 namespace qrl {
 

@@ -1,4 +1,4 @@
-#include "forms/fieldrules.h"
+#include "kit/fieldrules.h"
 
 #include "text/textutil.h"
 

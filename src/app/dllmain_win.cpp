@@ -1,19 +1,9 @@
 #include <windows.h>
 
-#include "forms/pleasewait.h"
-#include "request/hostlink_win.h"
-#include "request/module_win.h"
-
-namespace qrl {
-
-namespace {
-HINSTANCE g_instance = nullptr;
-}
-
-HINSTANCE ModuleInstance() { return g_instance; }
-void SetModuleInstance(HINSTANCE instance) { g_instance = instance; }
-
-}  // namespace qrl
+#include "kit/basedialog.h"
+#include "kit/pleasewait.h"
+#include "app/hostlink_win.h"
+#include "app/module_win.h"
 
 // The C++ runtime's release of its own buffers (the emergency exception pool), which it keeps until
 // the process ends; not declared in any header.

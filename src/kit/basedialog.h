@@ -4,7 +4,7 @@
 
 #include <windows.h>
 
-#include "forms/dialogkit.h"
+#include "kit/dialogkit.h"
 
 #include <memory>
 #include <span>
@@ -116,6 +116,9 @@ inline std::u16string U16(const wchar_t* text) {
     return text ? std::u16string(reinterpret_cast<const char16_t*>(text)) : std::u16string();
 }
 
+// The DLL's instance, set at load and cleared at unload; null in a program that links us directly.
+HINSTANCE ModuleInstance();
+void SetModuleInstance(HINSTANCE instance);
 // The module that holds our resources and window classes (the DLL, or a test program linked with us).
 HINSTANCE FormsInstance();
 

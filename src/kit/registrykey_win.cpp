@@ -1,4 +1,4 @@
-#include "forms/registrykey.h"
+#include "kit/registrykey.h"
 
 #include <algorithm>
 #include <vector>

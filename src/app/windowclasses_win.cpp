@@ -1,8 +1,8 @@
-#include "request/module_win.h"
+#include "app/module_win.h"
 
 #include "colours/palettectl.h"
-#include "forms/pleasewait.h"
-#include "forms/samplectl.h"
+#include "kit/pleasewait.h"
+#include "kit/samplectl.h"
 #include "keyboard/keyboardctl.h"
 #include "keyboard/presskey.h"
 
@@ -18,11 +18,11 @@ struct TWindowClassEntry {
 
 // The order is fixed: qrsample, qrpalette, qrcolpatch, PressKeyWin, PleaseWaitWin, qrkeyb4.
 const TWindowClassEntry kWindowClasses[] = {
-    {L"qrsample", &RegisterSampleClass, &UnregisterSampleClass},  // colour sample control (forms, colours)
+    {L"qrsample", &RegisterSampleClass, &UnregisterSampleClass},  // colour sample control (kit)
     {L"qrpalette", &RegisterPaletteClass, &UnregisterPaletteClass},  // palette control (colours)
     {L"qrcolpatch", &RegisterColourPatchClass, &UnregisterColourPatchClass},  // colour patch (colours)
     {L"PressKeyWin", &RegisterPressKeyClass, &UnregisterPressKeyClass},  // key capture window (keyboard)
-    {L"PleaseWaitWin", &RegisterPleaseWaitClass, &UnregisterPleaseWaitClass},  // please-wait window (forms)
+    {L"PleaseWaitWin", &RegisterPleaseWaitClass, &UnregisterPleaseWaitClass},  // please-wait window (kit)
     {L"qrkeyb4", &RegisterKeyboardClass, &UnregisterKeyboardClass},  // keyboard picture (keyboard)
 };
 
