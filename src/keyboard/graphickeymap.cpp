@@ -41,6 +41,17 @@ uint32_t EmKeyCode(const GKbKey& key, int32_t state) {
     return static_cast<uint32_t>(key.UsesShiftCodes ? shiftEntry(key, state).Code : key.Code);
 }
 
+TPcCodeStep PcListStep(int32_t selection, uint32_t pcCode, uint32_t code) {
+    if (code == pcCode) code = 0;
+    if (selection == 1) return {code, 1, false};
+    return {code, code != 0 ? 2 : 0, true};
+}
+
+TPcCodeStep ShiftBoxesStep(int32_t selection, uint32_t pcCode, const GKbLayout* layout, uint32_t boxes) {
+    if (pcCode == 0) return {0, selection, false};
+    return PcListStep(selection, pcCode, layout ? WithLayoutState(pcCode, layout->State) : MappedCode(pcCode, boxes));
+}
+
 TMappedMarks MappedMarks(const TKeyData& keys) {
     TMappedMarks marks;
     for (const KeyMapEntry& entry : keys.keyMap) {

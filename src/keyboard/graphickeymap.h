@@ -33,6 +33,20 @@ uint32_t PcKeyCode(const GKbKey& key, int32_t state);
 // The code of an emulation key: its own, or the state's where the key uses shift codes.
 uint32_t EmKeyCode(const GKbKey& key, int32_t state);
 
+// Where a PC code chosen without a key of the picture leaves the PC side: a list entry, or the
+// modifier boxes on the chosen code. The code already chosen takes the choice back (0). From the
+// emulation side the code only stands against the shown emulation key; otherwise its mapping is
+// shown, and the PC side holds the selection while there is a code.
+struct TPcCodeStep {
+    uint32_t pcCode = 0;
+    int32_t selection = 0;
+    bool showMapping = false;
+};
+TPcCodeStep PcListStep(int32_t selection, uint32_t pcCode, uint32_t code);
+// The modifier boxes changed: a chosen PC code takes the PC layout's modifiers (the boxes' own
+// without a layout) and goes through the list step. Without a code nothing changes.
+TPcCodeStep ShiftBoxesStep(int32_t selection, uint32_t pcCode, const GKbLayout* layout, uint32_t boxes);
+
 // The codes that get a "mapped" mark: emulation keys of the key map, and physical keys of the key
 // map, the global strings and the strings.
 struct TMappedMarks {

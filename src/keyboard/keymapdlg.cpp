@@ -349,24 +349,16 @@ void KeymapDlg::ChoosePcListEntry() {
             return PressPc(*key, false);
         }
     }
-    const uint32_t code = MappedCode(static_cast<uint32_t>(id), listShift_);
-    if (selection_ == kFromEmulation) {
-        pcKey_ = nullptr;
-        if (code == pcCode_) {
-            pcCode_ = 0;
-            pcList_.clear();
-        } else {
-            pcCode_ = code;
-            pcList_.selectCode(static_cast<int32_t>(code & ~kModMask));
-        }
-    } else {
-        pcKey_ = nullptr;
-        if (pcPicture_) pcPicture_->clearSelection(false);
-        pcCode_ = code == pcCode_ ? 0 : code;
-        ShowPcMapping(pcCode_);
-        selection_ = pcCode_ ? kFromPc : kNothingSelected;
-        if (!pcCode_) pcList_.clear();
-    }
+    const TPcCodeStep step = PcListStep(selection_, pcCode_, MappedCode(static_cast<uint32_t>(id), listShift_));
+    pcKey_ = nullptr;
+    if (step.showMapping && pcPicture_) pcPicture_->clearSelection(false);
+    pcCode_ = step.pcCode;
+    if (step.showMapping) ShowPcMapping(pcCode_);
+    selection_ = step.selection;
+    if (!pcCode_)
+        pcList_.clear();
+    else if (!step.showMapping)
+        pcList_.selectCode(static_cast<int32_t>(pcCode_ & ~kModMask));
     RefreshStatus();
 }
 
@@ -405,12 +397,17 @@ void KeymapDlg::ShiftBoxesChanged() {
     listShift_ = ShiftBoxesCode(Checked(ID_PHYS_SHIFT), Checked(ID_PHYS_CTRL), Checked(ID_PHYS_ALT));
     if (pcPicture_) pcPicture_->setShift(static_cast<int32_t>(listShift_));
     if (pcCode_ != 0) {
-        pcCode_ = pcLayout_ ? WithLayoutState(pcCode_, PcState()) : MappedCode(pcCode_, listShift_);
-        if (selection_ != kFromEmulation) {
-            ShowPcMapping(pcCode_);
-            selection_ = kFromPc;
-        }
-        pcList_.selectCode(static_cast<int32_t>(pcCode_ & ~kModMask));
+        const TPcCodeStep step = ShiftBoxesStep(selection_, pcCode_, pcLayout_, listShift_);
+        // The key on the picture stays chosen only while the PC side holds a code of its own.
+        if (!step.pcCode || !step.showMapping) pcKey_ = nullptr;
+        if (!step.pcCode && pcPicture_) pcPicture_->clearSelection(false);
+        pcCode_ = step.pcCode;
+        if (step.showMapping) ShowPcMapping(pcCode_);
+        selection_ = step.selection;
+        if (pcCode_)
+            pcList_.selectCode(static_cast<int32_t>(pcCode_ & ~kModMask));
+        else
+            pcList_.clear();
     }
     RefreshStatus();
 }

@@ -304,6 +304,35 @@ TEST(GraphicKeymap, CodesOfStatesBoxesAndKeys) {
     EXPECT_EQ(EmKeyCode(key, kStateShift), 0x99u);
 }
 
+// A box takes the chosen code's modifiers from the layout (the boxes without one); a code that
+// stays the same is taken back as a repeated list choice is, and from the emulation side no
+// mapping is shown.
+TEST(GraphicKeymap, ModifierBoxesPutTheCodeThroughTheListStep) {
+    constexpr uint32_t kF1 = 112;
+    GKbLayout layout("L");
+    layout.State = kStateCtrl | kStateToggle;
+    const struct {
+        int32_t selection;
+        uint32_t pcCode;
+        const GKbLayout* layout;
+        uint32_t boxes, code;  // the boxes' modifiers; the code after the step
+        int32_t after;
+        bool show;
+    } cases[] = {
+        {2, kF1, nullptr, kModShift, kF1 | kModShift, 2, true},
+        {2, kF1 | kModShift, nullptr, kModShift, 0, 0, true},
+        {2, kF1 | kModShift, &layout, kModShift, kF1 | kModCtrl, 2, true},  // the layout's state wins
+        {1, kF1, nullptr, kModAlt, kF1 | kModAlt, 1, false},
+        {1, kF1 | kModCtrl, &layout, 0, 0, 1, false},
+        {2, 0, nullptr, kModShift, 0, 2, false},  // no code: nothing to do
+    };
+    for (const auto& c : cases) {
+        const TPcCodeStep step = ShiftBoxesStep(c.selection, c.pcCode, c.layout, c.boxes);
+        EXPECT_EQ(std::tuple(step.pcCode, step.selection, step.showMapping), std::tuple(c.code, c.after, c.show))
+            << c.selection << " " << std::hex << c.pcCode;
+    }
+}
+
 TEST(GraphicKeymap, MarksComeFromAllThreeLists) {
     TKeyData keys;
     keys.keyMap = {{13, 147}, {16397, 147}};
