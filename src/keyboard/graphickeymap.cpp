@@ -52,6 +52,27 @@ TPcCodeStep ShiftBoxesStep(int32_t selection, uint32_t pcCode, const GKbLayout* 
     return PcListStep(selection, pcCode, layout ? WithLayoutState(pcCode, layout->State) : MappedCode(pcCode, boxes));
 }
 
+TMapResult MapPcCode(TKeyData& keys, TMapTarget target, uint32_t pcCode, uint32_t shownPcCode, uint32_t emCode,
+                     std::u16string_view text, const std::function<bool()>& loseGlobal) {
+    if (target == TMapTarget::GlobalString) {
+        if (text.empty()) return TMapResult::Blank;
+        MapToGlobalString(keys, pcCode, text);
+        return TMapResult::Mapped;
+    }
+    // The rules below take the first global string away themselves: the question only asks.
+    if (FindKeyString(keys.globalKeyStrings, pcCode) && !loseGlobal()) return TMapResult::Refused;
+    if (target == TMapTarget::String) {
+        if (text.empty()) {
+            RemoveKeyString(keys.globalKeyStrings, pcCode);  // the answer was Yes all the same
+            return TMapResult::Blank;
+        }
+        MapToString(keys, pcCode, text);
+    } else {
+        MapToEmulationKeyReplacing(keys, pcCode, shownPcCode, emCode);
+    }
+    return TMapResult::Mapped;
+}
+
 TMappedMarks MappedMarks(const TKeyData& keys) {
     TMappedMarks marks;
     for (const KeyMapEntry& entry : keys.keyMap) {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -69,6 +70,15 @@ struct TCurrentCheck {
     bool hasGlobal = false, globalMatches = false;
 };
 bool MappingIsCurrent(const TCurrentCheck& check);
+
+// What the Map button did.
+enum class TMapResult { Mapped, Refused, Blank };
+// The Map button on `pcCode`: a global string is set, and nothing else changes. Any other target
+// first loses the code's (first) global string, when it has one and `loseGlobal` agrees; a refusal
+// leaves everything as it was. Then the string is set, or the emulation key replaces every key
+// map entry of `shownPcCode`. An empty text maps nothing: Blank, with an agreed loss standing.
+TMapResult MapPcCode(TKeyData& keys, TMapTarget target, uint32_t pcCode, uint32_t shownPcCode, uint32_t emCode,
+                     std::u16string_view text, const std::function<bool()>& loseGlobal);
 
 // What would be mapped, as the status line says it.
 std::u16string MappedTargetText(TMapTarget target, std::u16string_view editText, uint32_t emCode, bool emKeyShown,

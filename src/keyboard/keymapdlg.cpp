@@ -105,7 +105,7 @@ private:
     void ShowPcMapping(uint32_t code);
     void ShowEmMapping(uint32_t code);
     void ShowMappingAgain();
-    bool ConfirmLosingGlobal(uint32_t code);
+    bool AgreeToLoseGlobal();
     void Map();
     void Remove();
     void RunAssistant();
@@ -495,34 +495,26 @@ void KeymapDlg::ShowMappingAgain() {
     RefreshStatus();
 }
 
-bool KeymapDlg::ConfirmLosingGlobal(uint32_t code) {
-    if (!FindKeyString(keys_.globalKeyStrings, code)) return true;
-    if (MessageBoxW(Window(), W(Translate(kLoseGlobal)), kProgramTitle, MB_YESNO | MB_ICONQUESTION) != IDYES)
-        return false;
-    RemoveKeyString(keys_.globalKeyStrings, code);
-    return true;
+bool KeymapDlg::AgreeToLoseGlobal() {
+    return MessageBoxW(Window(), W(Translate(kLoseGlobal)), kProgramTitle, MB_YESNO | MB_ICONQUESTION) == IDYES;
 }
 
 void KeymapDlg::Map() {
-    const auto blank = [&] {
+    const TMapTarget target = Target();
+    const int edit = target == TMapTarget::GlobalString ? IDC_GK_GLOBAL : IDC_GK_STRING;
+    const std::u16string text = GetControlText(Window(), edit);
+    switch (MapPcCode(keys_, target, pcCode_, shownPcCode_, emCode_, text, [this] { return AgreeToLoseGlobal(); })) {
+    case TMapResult::Blank:
         MessageBoxW(Window(), W(Translate(kBlankString)), kProgramTitle, MB_OK | MB_ICONEXCLAMATION);
         RefreshStatus();
-    };
-    const TMapTarget target = Target();
-    if (target == TMapTarget::GlobalString) {
-        const std::u16string text = GetControlText(Window(), IDC_GK_GLOBAL);
-        if (text.empty()) return blank();
-        MapToGlobalString(keys_, pcCode_, text);
-    } else if (ConfirmLosingGlobal(pcCode_)) {
-        if (target == TMapTarget::String) {
-            const std::u16string text = GetControlText(Window(), IDC_GK_STRING);
-            if (text.empty()) return blank();
-            MapToString(keys_, pcCode_, text);
-        } else {
-            MapToEmulationKeyReplacing(keys_, pcCode_, shownPcCode_, emCode_);
+        return;
+    case TMapResult::Mapped:
+        if (target == TMapTarget::EmulationKey) {
             shownPcCode_ = pcCode_;
             shownEmCode_ = emCode_;
         }
+        break;
+    case TMapResult::Refused: break;
     }
     ShowMappingAgain();
 }
@@ -532,7 +524,10 @@ void KeymapDlg::Remove() {
         switch (kind_) {
         case KeyMappingKind::EmulationKey: RemoveAllKeyMapEntries(keys_.keyMap, shownPcCode_); break;
         case KeyMappingKind::String: RemoveKeyString(keys_.keyStrings, pcCode_); break;
-        case KeyMappingKind::GlobalString: ConfirmLosingGlobal(pcCode_); break;
+        case KeyMappingKind::GlobalString:
+            if (FindKeyString(keys_.globalKeyStrings, pcCode_) && AgreeToLoseGlobal())
+                RemoveKeyString(keys_.globalKeyStrings, pcCode_);
+            break;
         case KeyMappingKind::None: break;
         }
     }

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "keyboard/graphickeymap.h"
 #include "keyboard/keymapdata.h"
 #include "keyboard/keymaprules.h"
 #include "keyboard/keymapsettings.h"
@@ -260,6 +261,26 @@ TEST(KeyMapRules, GraphicMappingReplacesEveryEntryOfTheShownCode) {
     MapToEmulationKeyReplacing(keys, kShiftF1, kShiftF1, 0);
     MapToEmulationKeyReplacing(keys, 0, 9, 7);
     EXPECT_EQ(dump(keys), u"P; E; M; S; G");
+}
+
+// Map in the graphic editor on a code with two global strings: the first goes, once, and only
+// after a Yes; setting a global string asks nothing.
+TEST(KeyMapRules, GraphicMapLosesOneGlobalStringAfterTheQuestion) {
+    const struct { TMapTarget target; const char16_t* text; bool yes; TMapResult result; const char16_t* after; } cases[] = {
+        {TMapTarget::String, u"s", true, TMapResult::Mapped, u"P; E; M 112>7; S 112:s; G 112:g2"},
+        {TMapTarget::EmulationKey, u"", true, TMapResult::Mapped, u"P; E; M 112>5; S; G 112:g2"},
+        {TMapTarget::String, u"", true, TMapResult::Blank, u"P; E; M 112>7; S; G 112:g2"},  // the Yes stands
+        {TMapTarget::EmulationKey, u"", false, TMapResult::Refused, u"P; E; M 112>7; S; G 112:g1 112:g2"},
+        {TMapTarget::GlobalString, u"G", false, TMapResult::Mapped, u"P; E; M 112>7; S; G 112:G 112:g2"},
+    };
+    for (const auto& c : cases) {
+        TKeyData keys{.keyMap = {{kF1, 7}}, .globalKeyStrings = {{kF1, u"g1"}, {kF1, u"g2"}}};
+        int asked = 0;
+        const auto answer = [&] { return ++asked, c.yes; };
+        EXPECT_EQ(MapPcCode(keys, c.target, kF1, kF1, 5, c.text, answer), c.result);
+        EXPECT_EQ(dump(keys), c.after);
+        EXPECT_EQ(asked, c.target == TMapTarget::GlobalString ? 0 : 1);
+    }
 }
 
 TEST(KeyMapRules, ClassicMappingChangesTheFirstEntryInPlace) {
