@@ -56,12 +56,6 @@ const TRunRoutes& DllRoutes() {
     return routes;
 }
 
-// The host's text as far as its terminator, never beyond the buffer it says it has.
-std::u16string boundedText(const wchar_t* text, uint32_t capacity) {
-    if (!text) return {};
-    return {reinterpret_cast<const char16_t*>(text), wcsnlen(text, capacity)};
-}
-
 // Names one after another, each with its terminator, and an empty one last; null is no names.
 std::vector<std::u16string> keyNameList(const wchar_t* names) {
     std::vector<std::u16string> keys;
@@ -120,7 +114,8 @@ int fnMacroAssist(HWND parent, wchar_t* text, uint32_t capacity, const wchar_t* 
     try {
         INITCOMMONCONTROLSEX controls{sizeof controls, ICC_STANDARD_CLASSES};
         InitCommonControlsEx(&controls);
-        std::u16string working = qrl::boundedText(text, capacity);
+        // The whole text, to its terminator: the capacity bounds only what is written back.
+        std::u16string working(qrl::requestText(text));
         const int result = qrl::runMacroAssistant(parent, working, qrl::keyNameList(keyNames),
                                                   qrl::LinkAddress(hostWindow), static_cast<uint32_t>(mode));
         if (result != IDOK) return qrl::kResultCancelled;

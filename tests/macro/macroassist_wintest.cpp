@@ -119,9 +119,13 @@ TEST(MacroAssistant, ResultCodesAndTextsThatDoNotParse) {
     EXPECT_EQ(accepted.code, 0);
     EXPECT_EQ(accepted.text, u"ab{%break}cd");
 
-    const Assisted tooSmall = RunAssistant(u"", 7, typeAndAccept, 12);  // needs 13 with its terminator
+    // The caller's text is read to its terminator whatever the capacity; it needs 13, so nothing is written.
+    const Assisted tooSmall = RunAssistant(u"ab{%break}cd", 7, [&](Driver& d, HWND dlg) {
+        EXPECT_EQ(Driver::Text(GetDlgItem(dlg, IDC_MACRO_TEXT)), L"ab{%break}cd");
+        d.Close(dlg);
+    }, 8);
     EXPECT_EQ(tooSmall.code, 160);
-    EXPECT_EQ(tooSmall.text, u"");
+    EXPECT_EQ(tooSmall.text, u"ab{%break}cd");
 
     // A long text with a fault comes back exactly as it came when nothing was edited.
     std::u16string longText;
