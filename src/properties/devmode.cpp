@@ -95,10 +95,12 @@ std::vector<uint8_t> BuildDeviceMode(const TPrinterProperty& property) {
         WriteLe(&block[f.offset], f.width, static_cast<uint32_t>(v));
         numbers.remove_prefix(used);
     }
-    // The block is what was built here, whatever the stored numbers said.
-    WriteLe(&block[kSizeOffset], 2, kDevModeSize);
+    // dmSize stays as stored; the count is what driverExtra really holds.
     WriteLe(&block[kDriverExtraOffset], 2, static_cast<uint32_t>(extra.size()));
     std::copy(extra.begin(), extra.end(), block.begin() + static_cast<std::ptrdiff_t>(kDevModeSize));
+    // The platform reads dmSize plus dmDriverExtra bytes: a stored size beyond the structure gets
+    // zeros up to there, so that nothing reads past the block.
+    block.resize(std::max(block.size(), ReadLe(&block[kSizeOffset], 2) + extra.size()), 0);
     return block;
 }
 

@@ -16,9 +16,10 @@ constexpr std::size_t kDevModeSize = 220;  // the structure without the driver's
 constexpr std::size_t kDevModeNameChars = 32;
 
 // A device mode of kDevModeSize plus the private bytes, zeroed, then filled from deviceMode,
-// formName, modeNumbers (numbers not given stay 0) and driverExtra. dmSize is the structure's
-// size and dmDriverExtra the count of private bytes that driverExtra really holds, so the block
-// always describes itself. Empty when modeNumbers is empty: there is then no device mode.
+// formName, modeNumbers (numbers not given stay 0, dmSize among them is kept as stored) and
+// driverExtra, whose bytes follow the structure. dmDriverExtra is the count of private bytes that
+// driverExtra really holds; a stored dmSize beyond the structure makes the block longer, zeros up
+// to dmSize plus that count. Empty when modeNumbers is empty: there is then no device mode.
 std::vector<uint8_t> BuildDeviceMode(const TPrinterProperty& property);
 // Sets deviceMode, formName, modeNumbers and driverExtra from a device mode of `size` bytes;
 // without a block the four are emptied. Nothing outside the block is read: fields that lie

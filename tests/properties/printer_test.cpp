@@ -92,25 +92,28 @@ TEST(PrinterDeviceMode, BuiltFromTheTextAndReadBack) {
     EXPECT_EQ(none.driverExtra, u"");
 }
 
-TEST(PrinterDeviceMode, OddTextsGiveASelfConsistentBlock) {
+TEST(PrinterDeviceMode, OddTextsKeepTheStoredSizeInABlockNothingReadsPast) {
     TPrinterProperty p;
-    p.modeNumbers = u"1 2 999 7";  // a wrong dmSize and dmDriverExtra, and numbers missing
+    p.modeNumbers = u"1 2 999 7";  // a dmSize beyond the structure, a wrong dmDriverExtra, numbers missing
     p.driverExtra = u"0005AABB";   // five announced, two present
     p.deviceMode = std::u16string(40, u'D');
     const std::vector<uint8_t> dm = BuildDeviceMode(p);
-    ASSERT_EQ(dm.size(), kDevModeSize + 2);
-    EXPECT_EQ(Le(dm, 68, 2), 220u);
+    ASSERT_EQ(dm.size(), 999u + 2);  // zeros up to where the stated size and private bytes end
+    EXPECT_EQ(Le(dm, 68, 2), 999u);
     EXPECT_EQ(Le(dm, 70, 2), 2u);
     EXPECT_EQ(Le(dm, 72, 4), 0u);
+    EXPECT_EQ(Le(dm, 220, 2), 0xBBAAu);  // the private bytes follow the structure
     EXPECT_EQ(Le(dm, 62, 2), u'D');  // 32 characters fill the name without a terminator
     EXPECT_EQ(Le(dm, 64, 2), 1u);
     TPrinterProperty read;
     ReadDeviceMode(read, dm.data(), dm.size());
     EXPECT_EQ(read.deviceMode, std::u16string(32, u'D'));
-    EXPECT_EQ(read.driverExtra, u"0002AABB");
 
+    p.modeNumbers = u"1 2 156";  // an older, shorter structure
     p.driverExtra = u"zz";
-    EXPECT_EQ(BuildDeviceMode(p).size(), kDevModeSize);
+    const std::vector<uint8_t> older = BuildDeviceMode(p);
+    EXPECT_EQ(older.size(), kDevModeSize);
+    EXPECT_EQ(Le(older, 68, 2), 156u);
 }
 
 TEST(PrinterDeviceMode, ReadingStaysInsideTheBlock) {
