@@ -28,6 +28,34 @@ uint32_t colourByte(std::u16string_view number) {
 
 std::u16string flag(bool on) { return on ? u"1" : u"0"; }
 
+// A comma ends a field, so a text field holds none: a comma is written as U+0001 ';', and U+0001
+// itself as U+0001 U+0001. Reading undoes exactly these pairs and keeps any other U+0001 as it
+// stands. No one puts that control character into a description, match or macro by accident, and
+// the last field, a colour text, holds only digits and bars: files of before read as they always
+// did, a raw comma still ending its field.
+constexpr char16_t kFieldEscape = u'\u0001';
+
+std::u16string escapeField(std::u16string_view text) {
+    std::u16string out;
+    out.reserve(text.size());
+    for (char16_t c : text) {
+        if (c == u',' || c == kFieldEscape) out += kFieldEscape;
+        out += c == u',' ? u';' : c;
+    }
+    return out;
+}
+
+std::u16string unescapeField(std::u16string_view text) {
+    std::u16string out;
+    out.reserve(text.size());
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const bool pair = text[i] == kFieldEscape && i + 1 < text.size() &&
+                          (text[i + 1] == u';' || text[i + 1] == kFieldEscape);
+        out += pair ? (text[++i] == u';' ? u',' : kFieldEscape) : text[i];
+    }
+    return out;
+}
+
 // The old form's character field: a decimal character code. A code of 0 gives no character, as a
 // terminated text of that one character reads.
 std::u16string charFromCode(std::u16string_view field) {
@@ -57,13 +85,13 @@ uint32_t ParseColourText(std::u16string_view text, char16_t separator) {
 }
 
 void ParseHotSpotRecord(std::u16string_view text, HotSpot& spot) {
-    // Fields 1 to 27; a record with too few reads the rest as empty. Nothing escapes a comma.
+    // Fields 1 to 27; a record with too few reads the rest as empty.
     std::array<std::u16string_view, kFieldCount + 1> field{};
     std::u16string_view rest = text;
     for (int i = 1; i <= kFieldCount; ++i) field[i] = takeUntil(rest, u',').substr(0, kMaxField);
     const auto number = [&](int i) { return wtoi(field[i]); };
 
-    spot.description = field[1].empty() ? std::u16string{u"untitled"} : std::u16string{field[1]};
+    spot.description = field[1].empty() ? std::u16string{u"untitled"} : unescapeField(field[1]);
     spot.recordType = number(2) > kRecordTypeMax ? 0 : number(2);
     spot.needsConversion = spot.recordType == kRecordOldKey || spot.recordType == kRecordTypeMax;
     spot.buttonStyle = number(3);
@@ -72,15 +100,15 @@ void ParseHotSpotRecord(std::u16string_view text, HotSpot& spot) {
     spot.top = number(6);
     spot.right = number(7);
     spot.bottom = number(8);
-    spot.matchString = field[9];
+    spot.matchString = unescapeField(field[9]);
     spot.caseSensitive = number(10);
     spot.autoExecute = number(11);
     spot.keyCode = spot.recordType == kRecordOldKey ? number(14) : 0;
-    spot.sendString = field[18];
+    spot.sendString = unescapeField(field[18]);
     spot.wildcards = number(21) != 0;
     // The old form kept one character before and after the match as a code in fields 12 and 13.
-    spot.preChars = field[12].empty() ? std::u16string{field[22]} : charFromCode(field[12]);
-    spot.postChars = field[13].empty() ? std::u16string{field[23]} : charFromCode(field[13]);
+    spot.preChars = field[12].empty() ? unescapeField(field[22]) : charFromCode(field[12]);
+    spot.postChars = field[13].empty() ? unescapeField(field[23]) : charFromCode(field[13]);
     spot.prePostMode = number(24);
     spot.overrideColour = number(25) != 0;
     spot.foreground = ParseColourText(field[26], u'|');
@@ -93,7 +121,7 @@ void ParseHotSpotRecord(std::u16string_view text, HotSpot& spot) {
 
 std::u16string FormatHotSpotRecord(const HotSpot& spot) {
     const std::u16string fields[kFieldCount] = {
-        spot.description,
+        escapeField(spot.description),
         decimal(spot.recordType),
         decimal(spot.buttonStyle),
         flag(spot.permanent),
@@ -101,7 +129,7 @@ std::u16string FormatHotSpotRecord(const HotSpot& spot) {
         decimal(spot.top),
         decimal(spot.right),
         decimal(spot.bottom),
-        spot.matchString,
+        escapeField(spot.matchString),
         decimal(spot.caseSensitive),
         decimal(spot.autoExecute),
         u"",   // 12, 13: the old form's characters, now in 22 and 23
@@ -110,12 +138,12 @@ std::u16string FormatHotSpotRecord(const HotSpot& spot) {
         u"0",
         u"0",
         u"0",
-        spot.sendString,
+        escapeField(spot.sendString),
         u"0",
         u"0",
         flag(spot.wildcards),
-        spot.preChars,
-        spot.postChars,
+        escapeField(spot.preChars),
+        escapeField(spot.postChars),
         decimal(spot.prePostMode),
         flag(spot.overrideColour),
         FormatColourText(spot.foreground, u'|'),

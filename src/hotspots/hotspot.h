@@ -64,7 +64,8 @@ uint32_t ParseColourText(std::u16string_view text, char16_t separator);
 // reading (description "untitled" when empty, record type above 3 gives 0, area clamped).
 // id, fromFile and secondFlag are left as they are.
 void ParseHotSpotRecord(std::u16string_view text, HotSpot& spot);
-// The record text of a hotspot: 27 fields, each ended by a comma.
+// The record text of a hotspot: 27 fields, each ended by a comma; a comma in a text field is
+// escaped (see hotspot.cpp), and ParseHotSpotRecord reads it back.
 std::u16string FormatHotSpotRecord(const HotSpot& spot);
 
 }  // namespace qrl

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdio>
 
 #include "hotspots/hotspotdata.h"
@@ -76,10 +77,38 @@ TEST(HotSpotRecord, FieldsFixUpsAndTheOldForm) {
         {u",1,3,0,9,1,5,1,x,0,0,65,0,44,0,0,0,,0,0,0,pre,post,0,0,,",
          u"untitled,1,3,0,9,1,9,1,x,0,0,,,0,0,0,0,,0,0,0,A,,0,0,,, key 44 old"},
         {u"d,2", u"d,2,0,0,0,0,0,0,,0,0,,,0,0,0,0,,0,0,0,,,0,0,,, key 0"},  // too few fields: 0 and empty
-        {u"a,b,2,3", u"a,0,2,1,0,0,0,0,,0,0,,,0,0,0,0,,0,0,0,,,0,0,,, key 0"},  // nothing escapes a comma in a text
+        {u"a,b,2,3", u"a,0,2,1,0,0,0,0,,0,0,,,0,0,0,0,,0,0,0,,,0,0,,, key 0"},  // an old raw comma still ends its field
     };
     HotSpot spot;
     for (const auto& [text, back] : cases) EXPECT_EQ(reread(text, spot), back);
+}
+
+// Every character comes back from every text field, a comma and the escape among them, and the
+// record keeps its 27 fields. Old records hold no escape: their text reads as it stands.
+TEST(HotSpotRecord, TextFieldsKeepEveryCharacter) {
+    std::u16string all;
+    for (char16_t c = u' '; c <= u'~'; ++c) all += c;
+    all += u"\u00e9\u20ac\u4e2d\U0001F600";
+    const std::u16string texts[] = {all, u",", u"\u0001;", u"\u0001"};
+    std::u16string HotSpot::*const fields[] = {&HotSpot::description, &HotSpot::matchString, &HotSpot::sendString,
+                                               &HotSpot::preChars, &HotSpot::postChars};
+    for (auto field : fields)
+        for (const std::u16string& text : texts) {
+            HotSpot spot{.description = u"d", .recordType = kRecordText, .top = 3, .left = 2, .bottom = 5, .right = 4,
+                         .sendString = u"s", .prePostMode = kPrePostAsBlanks};
+            spot.*field = text;
+            const std::u16string record = FormatHotSpotRecord(spot);
+            EXPECT_EQ(std::count(record.begin(), record.end(), u','), 27);
+            HotSpot back;
+            ParseHotSpotRecord(record, back);
+            EXPECT_EQ(back.*field, text);
+            EXPECT_EQ(FormatHotSpotRecord(back), record);  // every other field in its place
+        }
+    const std::u16string old = u"a\\r%1&#44;\"b\",2,3,0,1,2,3,4,[x]|*,0,0,,,0,0,0,0,{PF1}\\e;~,0,0,1,\\,%,0,0,,,";
+    HotSpot spot;
+    ParseHotSpotRecord(old, spot);
+    EXPECT_EQ(spot.description + spot.sendString + spot.preChars, u"a\\r%1&#44;\"b\"{PF1}\\e;~\\");
+    EXPECT_EQ(FormatHotSpotRecord(spot), old);
 }
 
 // Whether the set is on, then its text and background colours in hex (ffffffff for the emulation's).
