@@ -35,11 +35,14 @@ constexpr TDialogText kByPhysTexts[] = {
     {IDC_KEYMAP_HELP, {u"IDHELP", u"Help"}},
 };
 
+// The select dialog's title, which the "by emulation key" dialog borrows, default and all.
+constexpr TTextKey kSelectTitle{u"IDD_KBD_SELPKEY", u"Select a Physical Key"};
+
 // The "by emulation key" dialog's labels go where they have always gone: the title takes the
-// select dialog's key, and five texts land one after another on the OK button, which so ends up
-// reading the last of them, "Ctrl".
+// select dialog's key (and so its text), and five texts land one after another on the OK button,
+// which so ends up reading the last of them, "Ctrl".
 constexpr TDialogText kByEmulTexts[] = {
-    {kDialogTitleId, {u"IDD_KBD_SELPKEY", u"Keyboard Configuration"}},
+    {kDialogTitleId, kSelectTitle},
     {IDOK, {u"IDOK", u"OK"}},
     {IDCANCEL, {u"IDCANCEL", u"Cancel"}},
     {IDC_KEYMAP_HELP, {u"IDHELP", u"Help"}},
@@ -67,7 +70,7 @@ constexpr TDialogText kAdvancedTexts[] = {
 };
 
 constexpr TDialogText kSelectTexts[] = {
-    {kDialogTitleId, {u"IDD_KBD_SELPKEY", u"Select a Physical Key"}},
+    {kDialogTitleId, kSelectTitle},
     {IDC_PHYS_KEY_LABEL, {u"IDC_STATIC_0", u"Physical key:"}},
     {IDC_SHIFT, {u"IDC_SHIFT", u"Shift"}},
     {IDC_ALT, {u"IDC_ALT", u"Alt"}},

@@ -72,11 +72,11 @@ TEST_F(ClassicKeymap, ByPhysicalKeyLoadsAndStoresEachKind) {
 TEST_F(ClassicKeymap, ByEmulationKeyAddsWithTheReplacementQuestionAndRemoves) {
     const RunResult r = RunKeymap([&](Driver& d, HWND dlg) {
         d.Close(dlg, IDC_LIST_BYEMUL);
-        HWND byEmul = d.WaitForDialog(kTitle);
+        HWND byEmul = d.WaitForDialog(L"Select a Physical Key");  // its title's key, with that key's own default
         EXPECT_EQ(Driver::Text(GetDlgItem(byEmul, IDOK)), L"Ctrl");  // five texts land on the OK button, the last stays
         EXPECT_FALSE(Enabled(byEmul, IDC_REMOVE_PKEY));
         Driver::Click(byEmul, IDC_ADD_PKEY);
-        HWND select = d.WaitForDialog(L"Select a Physical Key");
+        HWND select = d.WaitForPopup(byEmul);
         Driver::Choose(select, IDC_PHYS_KEY, 2);  // F2, behind "(Select a key)"
         Driver::Tick(select, IDC_SHIFT);
         Driver::Click(select, IDOK);
@@ -111,7 +111,7 @@ TEST_F(ClassicKeymap, PressKeyAdvancedAndCancel) {
     const RunResult cancelled = RunKeymap([](Driver& d, HWND dlg) {
         Driver::Choose(dlg, IDC_EM_KEY, 3);
         d.Close(dlg, IDC_LIST_BYEMUL);  // stored, but Cancel drops everything
-        d.Close(d.WaitForDialog(kTitle), IDCANCEL);
+        d.Close(d.WaitForDialog(L"Select a Physical Key"), IDCANCEL);
     });
     EXPECT_EQ(cancelled.code, 2);
     EXPECT_EQ(cancelled.reply, u"");
