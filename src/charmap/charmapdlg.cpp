@@ -71,7 +71,8 @@ protected:
         EnableControl(Window(), IDC_ENTRY_CHAR_LABEL, entry_.unicodeValue);
         EnableControl(Window(), IDC_ENTRY_CHAR, entry_.unicodeValue);
         SendDlgItemMessageW(Window(), IDC_ENTRY_CHAR, EM_LIMITTEXT, 1, 0);
-        SetControlText(Window(), IDC_ENTRY_CHAR, entry_.unicodeValue ? CharEntryCharText(entry_.value) : u"");
+        // A host byte's character shows too, in a field that then can't be typed in.
+        SetControlText(Window(), IDC_ENTRY_CHAR, CharEntryCharText(entry_.value));
         SetControlText(Window(), IDC_ENTRY_HEX, CharEntryHexText(entry_.value, entry_.unicodeValue));
         ShowControl(Window(), IDC_ENTRY_ERROR, false);
         return TRUE;
@@ -107,7 +108,6 @@ private:
         errorShown_ = false;
         ShowControl(Window(), IDC_ENTRY_ERROR, false);
         entry_.value = *number;
-        if (!entry_.unicodeValue) return;
         TBusyScope busy(updating_);
         SetControlText(Window(), IDC_ENTRY_CHAR, CharEntryCharText(entry_.value));
     }

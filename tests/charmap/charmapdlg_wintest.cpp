@@ -83,6 +83,25 @@ TEST_F(CharacterSets, AnEntryEditedIsKeptAcrossOpeningsAndSentOnOk) {
     EXPECT_EQ(r.code, 0);
 }
 
+// A map by Unicode code edits host bytes: the character field can't be typed in, yet shows the byte's
+// character, also as the byte changes.
+TEST_F(CharacterSets, AHostByteShowsItsCharacter) {
+    host.exchangeReplies = {u"<charmap flags=\"8\"><map start=\"41\" length=\"1\"/></charmap>"};
+    Run(u"English", L"Host codes", [&](Driver& d, HWND form) {
+        Driver::Click(form, IDC_SPECIAL_EDIT);
+        HWND table = d.WaitForDialog(L"Edit Character Set");
+        Driver::Click(table, IDC_CHARSET_EDIT);
+        HWND entry = d.WaitForPopup(table);
+        EXPECT_EQ(Driver::Text(GetDlgItem(entry, IDC_ENTRY_HEX_LABEL)), L"EBDCID value");
+        EXPECT_EQ(Driver::Text(GetDlgItem(entry, IDC_ENTRY_CHAR)), L"A");
+        Driver::Type(GetDlgItem(entry, IDC_ENTRY_HEX), L"42");
+        d.Settle();
+        EXPECT_EQ(Driver::Text(GetDlgItem(entry, IDC_ENTRY_CHAR)), L"B");
+        d.Close(entry, IDCANCEL);
+        d.Close(table, IDCANCEL);
+    });
+}
+
 TEST_F(CharacterSets, ANewLanguageIsCheckedAddedAndChosen) {
     const RunResult r = Run(u"German", L"Language", [&](Driver& d, HWND form) {
         Driver::Click(form, IDC_LANG_ADD);
