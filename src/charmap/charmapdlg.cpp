@@ -23,25 +23,25 @@ constexpr TTextKey kNameInUse{u"cmapedit_cpp_716", u"This language name is alrea
 constexpr TDialogText kTableTexts[] = {
     {kDialogTitleId, {u"IDD_CHARSET_TABLE", u"Edit Character Set"}},
     {IDC_CHARSET_EDIT, {u"IDC_CHARSET_EDIT", u"Edit..."}},
-    {IDOK, {u"IDOK", u"OK"}},
-    {IDCANCEL, {u"IDCANCEL", u"Cancel"}},
-    {IDC_CHARSET_HELP, {u"IDHELP", u"&Help"}},
+    {IDOK, kOkText},
+    {IDCANCEL, kCancelText},
+    {IDC_CHARSET_HELP, kHelpText},
 };
 constexpr TDialogText kEntryTexts[] = {
     {kDialogTitleId, {u"IDD_CHARSET_ENTRY", u"Edit Character Set"}},
     {IDC_ENTRY_CHAR_LABEL, {u"IDC_ENTRY_CHAR", u"Character"}},
     {IDC_ENTRY_ERROR, {u"IDC_ENTRY_ERROR", u"error!"}},
-    {IDOK, {u"IDOK", u"OK"}},
-    {IDCANCEL, {u"IDCANCEL", u"Cancel"}},
-    {IDC_CHARSET_HELP, {u"IDHELP", u"&Help"}},
+    {IDOK, kOkText},
+    {IDCANCEL, kCancelText},
+    {IDC_CHARSET_HELP, kHelpText},
 };
 constexpr TDialogText kAddTexts[] = {
     {kDialogTitleId, {u"IDD_ADD_LANGUAGE", u"Add New language"}},
     {IDC_LANGUAGE_NAME_LABEL, {u"IDC_LANGUAGE_NAME", u"New language name:"}},
     {IDC_LANGUAGE_BASE_LABEL, {u"IDC_LANGUAGE_BASE", u"Based on:"}},
-    {IDOK, {u"IDOK", u"OK"}},
-    {IDCANCEL, {u"IDCANCEL", u"Cancel"}},
-    {IDC_CHARSET_HELP, {u"IDHELP", u"&Help"}},
+    {IDOK, kOkText},
+    {IDCANCEL, kCancelText},
+    {IDC_CHARSET_HELP, kHelpText},
 };
 
 // The list's columns, in dialog units.

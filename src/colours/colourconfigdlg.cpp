@@ -35,9 +35,9 @@ constexpr TDialogText kConfigTexts[] = {
     {ID_ATTRINVIS, {u"ID_ATTRINVIS", u"Include invis."}},
     {IDC_ATTREDIT, {u"IDC_ATTREDIT", u"Change..."}},
     {IDC_ATTR_ADVANCED, {u"IDC_ADVANCED", u"Advanced..."}},
-    {IDOK, {u"IDOK", u"OK"}},
-    {IDCANCEL, {u"IDCANCEL", u"Cancel"}},
-    {IDHELP, {u"IDHELP", u"&Help"}},
+    {IDOK, kOkText},
+    {IDCANCEL, kCancelText},
+    {IDHELP, kHelpText},
 };
 
 constexpr TTextKey kLoseChanges{u"attrmapdlg_cpp_370", u"Lose changes to custom scheme?"};
@@ -230,9 +230,9 @@ constexpr TDialogText kEditTexts[] = {
     {IDC_FEATURE_FIRST + 8, {u"IDC_FEATURE_INVISIBLE", kFeatureBoxes[8].text}},
     {IDC_OVERRIDE, {u"IDC_OVERRIDE", u"O&verride colour"}},
     {IDC_PALETTE_CFG, {u"IDC_PALETTE_CFG", u"&Palette..."}},
-    {IDOK, {u"IDOK", u"&Ok"}},
-    {IDCANCEL, {u"IDCANCEL", u"&Cancel"}},
-    {IDHELP, {u"IDHELP", u"&Help"}},
+    {IDOK, kOkText},
+    {IDCANCEL, kCancelText},
+    {IDHELP, kHelpText},
 };
 constexpr int kFeatureBoxCount = static_cast<int>(std::size(kFeatureBoxes));
 
@@ -335,9 +335,9 @@ constexpr TDialogText kAdvancedTexts[] = {
     {IDC_BOX_STYLE_LABEL, {u"IDC_BOX_STYLE_LABEL", u"Box style:"}},
     {IDC_MERGE_BOXES, {u"IDC_MERGE_BOXES", u"Merge vertically adjacent boxes"}},
     {IDC_BACKGROUND_LABEL, {u"IDC_BACKGROUND_LABEL", u"Background:"}},
-    {IDOK, {u"IDOK", u"OK"}},
-    {IDCANCEL, {u"IDCANCEL", u"Cancel"}},
-    {IDHELP, {u"IDHELP", u"&Help"}},
+    {IDOK, kOkText},
+    {IDCANCEL, kCancelText},
+    {IDHELP, kHelpText},
 };
 
 constexpr TTextKey kBrowseTitle{u"attrmapdlg_cpp_1024", u"Browse a Background Graphic"};
@@ -419,9 +419,9 @@ INT_PTR AdvancedAttrDlg::OnCommand(int id, int code) {
 constexpr TDialogText kSaveTexts[] = {
     {kDialogTitleId, {u"IDD_ATTR_SAVESCHEME", u"Save Colour Scheme"}},
     {IDC_SCHEME_NAME_LABEL, {u"IDC_SCHEME_NAME_LABEL", u"Scheme name:"}},
-    {IDOK, {u"IDOK", u"OK"}},
-    {IDCANCEL, {u"IDCANCEL", u"Cancel"}},
-    {IDHELP, {u"IDHELP", u"&Help"}},
+    {IDOK, kOkText},
+    {IDCANCEL, kCancelText},
+    {IDHELP, kHelpText},
 };
 
 class SaveSchemeDlg : public TDialog {
@@ -469,9 +469,9 @@ constexpr TDialogText kPaletteTexts[] = {
     {IDC_PAL_RED_LABEL, {u"IDC_PAL_RED_LABEL", u"Red:"}},
     {IDC_PAL_GREEN_LABEL, {u"IDC_PAL_GREEN_LABEL", u"Green:"}},
     {IDC_PAL_BLUE_LABEL, {u"IDC_PAL_BLUE_LABEL", u"Blue:"}},
-    {IDOK, {u"IDOK", u"OK"}},
-    {IDCANCEL, {u"IDCANCEL", u"Cancel"}},
-    {IDHELP, {u"IDHELP", u"&Help"}},
+    {IDOK, kOkText},
+    {IDCANCEL, kCancelText},
+    {IDHELP, kHelpText},
 };
 
 // Slider and number edit of each component, red first.

@@ -33,8 +33,8 @@ constexpr TDialogText k5250Texts[] = {
     {IDC_5250_FOREGROUND_LABEL, {u"IDC_5250_FOREGROUND", u"Foreground:"}},
     {IDC_5250_BACKGROUND_LABEL, {u"IDC_5250_BACKGROUND", u"Background:"}},
     {IDC_5250_REVERT, {u"IDC_5250_REVERT", u"Revert to &Default"}},
-    {IDOK, {u"IDOK", u"OK"}},
-    {IDCANCEL, {u"IDCANCEL", u"Cancel"}},
+    {IDOK, kOkText},
+    {IDCANCEL, kCancelText},
 };
 
 struct TFeatureBox {

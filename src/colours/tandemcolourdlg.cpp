@@ -23,9 +23,9 @@ constexpr TDialogText kTandemTexts[] = {
     {IDC_TANDEM_PERSISTENCE, {u"IDC_TANDEM_PERSISTENCE", u"&Persistence"}},
     {IDC_TANDEM_RESET, {u"IDC_TANDEM_RESET", u"&Reset"}},
     {IDC_TANDEM_RELOAD, {u"IDC_TANDEM_RELOAD", u"R&eload All"}},
-    {IDOK, {u"IDOK", u"&Ok"}},
-    {IDCANCEL, {u"IDCANCEL", u"&Cancel"}},
-    {IDC_TANDEM_HELP, {u"IDHELP", u"&Help"}},
+    {IDOK, kOkText},
+    {IDCANCEL, kCancelText},
+    {IDC_TANDEM_HELP, kHelpText},
 };
 
 // The element that carries the "Disable mapping" flag beside the map.

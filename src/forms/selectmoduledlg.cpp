@@ -12,8 +12,8 @@ namespace {
 
 constexpr TDialogText kSelectModuleTexts[] = {
     {kDialogTitleId, {u"IDD_SELECTMODULE", u"Module Selection"}},
-    {IDOK, {u"IDOK", u"&Ok"}},
-    {IDCANCEL, {u"IDCANCEL", u"&Cancel"}},
+    {IDOK, kOkText},
+    {IDCANCEL, kCancelText},
 };
 
 // Ends with the chosen row of the sorted list, or -1.

@@ -30,9 +30,9 @@ constexpr TDialogText kByPhysTexts[] = {
     {IDC_PRESS_KEY, {u"IDC_PRESS_KEY", u"Press key..."}},
     {IDC_ADVANCED, {u"IDC_ADVANCED", u"Advanced..."}},
     {IDC_LIST_BYEMUL, {u"IDC_LIST_BYEMUL", u"List by emulation key"}},
-    {IDOK, {u"IDOK", u"OK"}},
-    {IDCANCEL, {u"IDCANCEL", u"Cancel"}},
-    {IDC_KEYMAP_HELP, {u"IDHELP", u"Help"}},
+    {IDOK, kOkText},
+    {IDCANCEL, kCancelText},
+    {IDC_KEYMAP_HELP, kHelpText},
 };
 
 // The select dialog's title, which the "by emulation key" dialog borrows, default and all.
@@ -43,9 +43,9 @@ constexpr TTextKey kSelectTitle{u"IDD_KBD_SELPKEY", u"Select a Physical Key"};
 // which so ends up reading the last of them, "Ctrl".
 constexpr TDialogText kByEmulTexts[] = {
     {kDialogTitleId, kSelectTitle},
-    {IDOK, {u"IDOK", u"OK"}},
-    {IDCANCEL, {u"IDCANCEL", u"Cancel"}},
-    {IDC_KEYMAP_HELP, {u"IDHELP", u"Help"}},
+    {IDOK, kOkText},
+    {IDCANCEL, kCancelText},
+    {IDC_KEYMAP_HELP, kHelpText},
     {IDOK, {u"IDD_KEYMAP_BYPHYS", u"Keyboard Configuration"}},
     {IDOK, {u"IDC_STATIC_0", u"Physical key:"}},
     {IDOK, {u"IDC_SHIFT", u"Shift"}},
@@ -64,9 +64,9 @@ constexpr TDialogText kAdvancedTexts[] = {
     {IDC_CL_OFF, {u"IDC_CL_OFF", u"Off"}},
     {IDC_CAPS_GROUP, {u"IDC_STATIC_4", u"Caps Lock"}},
     {IDC_NUMPAD_GROUP, {u"IDC_STATIC_5", u"Numeric Keypad"}},
-    {IDOK, {u"IDOK", u"OK"}},
-    {IDCANCEL, {u"IDCANCEL", u"Cancel"}},
-    {IDC_KEYMAP_HELP, {u"IDHELP", u"Help"}},
+    {IDOK, kOkText},
+    {IDCANCEL, kCancelText},
+    {IDC_KEYMAP_HELP, kHelpText},
 };
 
 constexpr TDialogText kSelectTexts[] = {
@@ -75,9 +75,9 @@ constexpr TDialogText kSelectTexts[] = {
     {IDC_SHIFT, {u"IDC_SHIFT", u"Shift"}},
     {IDC_ALT, {u"IDC_ALT", u"Alt"}},
     {IDC_CTRL, {u"IDC_CTRL", u"Ctrl"}},
-    {IDOK, {u"IDOK", u"OK"}},
-    {IDCANCEL, {u"IDCANCEL", u"Cancel"}},
-    {IDC_KEYMAP_HELP, {u"IDHELP", u"Help"}},
+    {IDOK, kOkText},
+    {IDCANCEL, kCancelText},
+    {IDC_KEYMAP_HELP, kHelpText},
 };
 
 int Selection(HWND dialog, int id, UINT message = CB_GETCURSEL) {

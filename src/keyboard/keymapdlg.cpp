@@ -20,9 +20,9 @@ namespace {
 
 constexpr TDialogText kKeymapTexts[] = {
     {kDialogTitleId, {u"IDD_GKEYMAP", u"Configure Keyboard"}},
-    {IDOK, {u"IDOK", u"&Ok"}},
-    {IDCANCEL, {u"IDCANCEL", u"&Cancel"}},
-    {IDC_KEYMAP_HELP, {u"IDHELP", u"&Help"}},
+    {IDOK, kOkText},
+    {IDCANCEL, kCancelText},
+    {IDC_KEYMAP_HELP, kHelpText},
     {ID_PCLIST, {u"ID_PCLIST", u"Show list"}},
     {ID_EMLIST, {u"ID_EMLIST", u"Show list"}},
     {ID_KEYSTRINGPROMPT, {u"ID_KEYSTRINGPROMPT", u"String:"}},
@@ -45,9 +45,9 @@ constexpr TDialogText kKeyboardsTexts[] = {
     {kDialogTitleId, {u"IDD_KBD_KEYBOARDS", u"Keyboard Selection"}},
     {IDC_STATIC_64, {u"IDC_STATIC_64", u"PC keyboard:"}},
     {IDC_STATIC_65, {u"IDC_STATIC_65", u"Emulation keyboard:"}},
-    {IDOK, {u"IDOK", u"&Ok"}},
-    {IDCANCEL, {u"IDCANCEL", u"&Cancel"}},
-    {IDC_KEYMAP_HELP, {u"IDHELP", u"&Help"}},
+    {IDOK, kOkText},
+    {IDCANCEL, kCancelText},
+    {IDC_KEYMAP_HELP, kHelpText},
 };
 
 constexpr TTextKey kLoseGlobal{u"gkemapdlg_cpp_679", u"This will remove the Global string for this key\nOk to continue?"};

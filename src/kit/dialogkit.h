@@ -22,6 +22,12 @@ struct TDialogText {
     TTextKey text;
 };
 
+// The buttons most dialogs share are keyed alike everywhere, with one default each; a dialog whose
+// buttons read otherwise writes its own rows.
+inline constexpr TTextKey kOkText{u"IDOK", u"&Ok"};
+inline constexpr TTextKey kCancelText{u"IDCANCEL", u"&Cancel"};
+inline constexpr TTextKey kHelpText{u"IDHELP", u"&Help"};
+
 class TDialog {
 public:
     TDialog() = default;

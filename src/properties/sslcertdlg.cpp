@@ -19,9 +19,9 @@ namespace {
 
 constexpr TDialogText kSslTexts[] = {
     {kDialogTitleId, {u"IDD_SSL_CERTIFICATE", u"SSL Certificate"}},
-    {IDOK, {u"IDOK", u"OK"}},
-    {IDCANCEL, {u"IDCANCEL", u"Cancel"}},
-    {IDC_SSL_HELP, {u"IDHELP", u"Help"}},
+    {IDOK, kOkText},
+    {IDCANCEL, kCancelText},
+    {IDC_SSL_HELP, kHelpText},
     {IDC_SSL_STORE_TYPE_LABEL, {u"IDC_STATIC_98", u"Store Type:"}},
     {IDC_SSL_STORE_PROMPT, {u"IDC_SSL_STORE_PROMPT", u"Store:"}},
     {IDC_SSL_BROWSE, {u"IDC_BROWSE", u"..."}},
