@@ -2,8 +2,7 @@
 // edited on the palette and the palette editor opened: the samples' blink timers, the palette's
 // font and the sliders.
 #include "colours/colours_rc.h"
-#include "forms/dllhost.h"
-#include "forms/driver.h"
+#include "forms/formsetup.h"
 #include "forms/soak.h"
 
 #include <gtest/gtest.h>
@@ -17,20 +16,16 @@ TEST(Soak, ColourConfiguration) {
         u"<Config ModuleType=\"ColourMap\"><DTD><Element Name=\"Schemes\" Type=\"colourschemelist\"/></DTD>"
         u"<Data><Item Element=\"Schemes\"><ColourScheme Element=\"Plain\"/></Item></Data></Config>";
     ExpectNoGrowth(200, [&](int run) {
-        RunResult r;
-        const auto failures = RunDriven([&] { r = Product::Get().RunConfig2W(request); }, [run](Driver& d) {
-            HWND dlg = d.WaitForDialog(L"Colour Configuration", 15000, 0);
+        const RunResult r = RunRequest(request, L"Colour Configuration", [run](Driver& d, HWND dlg) {
             Driver::SelectRow(dlg, IDC_ATTRLIST, run % 2);
             Driver::Click(dlg, IDC_ATTREDIT);
             HWND edit = d.WaitForDialog(L"Edit Attribute", 15000, 0);
             Driver::Tick(edit, IDC_FEATURE_FIRST + 1);
             d.OpenAndClose(edit, IDC_PALETTE_CFG, L"Configure Palette", IDOK);
-            Driver::Click(edit, IDOK);
-            d.WaitGone(edit);
-            Driver::Click(dlg, IDOK);
-            d.WaitGone(dlg);
-        });
-        return failures.empty() && r.code == 0 &&
+            d.Close(edit);
+            d.Close(dlg);
+        }, 0);
+        return r.code == 0 &&
                r.reply.find(u"Element=\"(custom)\" operation=\"update\"") != std::u16string::npos;
     });
 }

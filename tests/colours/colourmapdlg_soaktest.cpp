@@ -24,8 +24,7 @@ bool EditOnce(const std::wstring& element, const std::wstring& title, const std:
         HWND editor = d.WaitForDialog(title, 15000, 0);
         edit(editor);
         d.Settle(0);
-        Driver::Click(editor, IDOK);
-        d.WaitGone(editor);
+        d.Close(editor);
     }, 0);
     return r.code == 0;
 }

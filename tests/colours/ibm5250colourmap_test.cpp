@@ -1,7 +1,5 @@
 #include "colours/ibm5250colourmap.h"
 
-#include <algorithm>
-
 #include <gtest/gtest.h>
 
 using namespace qrl;
@@ -19,13 +17,6 @@ V RowOf(const T5250Row& r) { return {r.mono, r.colour, r.foreground, r.backgroun
 V EditOf(const T5250Edit& e) { return {e.features, e.foreground, e.background}; }
 
 }  // namespace
-
-TEST(Ibm5250ColourMap, DefaultsFollowTheTerminal) {
-    const T5250ColourMap map;
-    const std::u16string text = map.ToText();
-    EXPECT_EQ(text.rfind(u"0;0;2;0;16;16;2;0;", 0), 0u);
-    EXPECT_EQ(std::count(text.begin(), text.end(), u';'), 128);
-}
 
 TEST(Ibm5250ColourMap, CanonicalTextsRoundTrip) {
     T5250ColourMap map;

@@ -84,8 +84,6 @@ TEST(TandemColourMap, CombosStoreNibbles) {
     // A position outside the combo counts as 0; the other nibble stays.
     map.SetForegroundPosition(3, 16);
     EXPECT_EQ(map.bytes[3], 0xF0);
-    map.SetForegroundPosition(3, -1);
-    EXPECT_EQ(map.bytes[3], 0xF0);
     map.SetForegroundPosition(40, 5);  // no such index: nothing happens
 }
 

@@ -76,12 +76,8 @@ private:
     DWORD thread_;
 };
 
-// Runs `dialogCall` on this thread while `script` drives it from a helper thread. Returns the
-// script's failures (empty when it went through).
-std::vector<std::string> RunDriven(const std::function<void()>& dialogCall,
-                                   const std::function<void(Driver&)>& script);
-
-// RunDriven with the script's failures reported as the test's.
+// Runs `dialogCall` on this thread while `script` drives it from a helper thread; the script's
+// failures are the test's.
 void Drive(const std::function<void()>& dialogCall, const std::function<void(Driver&)>& script);
 
 // A folder for the test's files.

@@ -229,8 +229,7 @@ void Driver::Settle(int ms) const {
     Sleep(ms);
 }
 
-std::vector<std::string> RunDriven(const std::function<void()>& dialogCall,
-                                   const std::function<void(Driver&)>& script) {
+void Drive(const std::function<void()>& dialogCall, const std::function<void(Driver&)>& script) {
     std::vector<std::string> failures;
     const DWORD dialogThread = GetCurrentThreadId();
     std::thread helper([&] {
@@ -257,11 +256,7 @@ std::vector<std::string> RunDriven(const std::function<void()>& dialogCall,
     });
     dialogCall();
     helper.join();
-    return failures;
-}
-
-void Drive(const std::function<void()>& dialogCall, const std::function<void(Driver&)>& script) {
-    for (const std::string& f : RunDriven(dialogCall, script)) ADD_FAILURE() << f;
+    for (const std::string& f : failures) ADD_FAILURE() << f;
 }
 
 std::wstring TempDir() {

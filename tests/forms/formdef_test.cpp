@@ -2,19 +2,14 @@
 
 #include "request/session.h"
 #include "text/textutil.h"
-#include "xml/parser.h"
+#include "xml/xml_testing.h"
 
 #include <gtest/gtest.h>
-
-#include <memory>
 
 namespace qrl {
 namespace {
 
-std::unique_ptr<AdvXMLParser::Document> Parse(std::u16string_view text) {
-    AdvXMLParser::Parser parser;
-    return parser.Parse(text.data(), text.size());
-}
+using xmltest::Parse;
 
 std::u16string ErrorOf(TConfigSession& session, std::u16string_view text,
                        void (*reader)(TConfigSession&, const AdvXMLParser::Element&)) {
@@ -110,13 +105,6 @@ TEST(GroupsReader, FlagsAreNumbersAndHelpFileIsTheSessionsSoFar) {
     EXPECT_FALSE(colours->expanded);  // "yes" reads 0
     EXPECT_TRUE(colours->hidden);
     EXPECT_EQ(FindGroup(session, u"Colours"), nullptr);
-}
-
-TEST(FormActions, WordsAndIds) {
-    EXPECT_EQ(ActionFromName(u"MODULESELECT"), FormAction::ModuleSelect);
-    EXPECT_EQ(ActionFromName(u""), FormAction::None);
-    EXPECT_EQ(ItemKindFromTag(u"radiobutton"), ItemKind::RadioButton);
-    EXPECT_EQ(ItemKindFromTag(u"Tree"), ItemKind::Unknown);  // the built-in kinds have no tag
 }
 
 }  // namespace

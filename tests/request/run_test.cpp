@@ -170,11 +170,5 @@ TEST(Run, MacroAssistFlagFollowsTheIniFile) {
     EXPECT_FALSE(MacroAssistEnabled());
 }
 
-TEST(Run, PageNames) {
-    run(u"<Config/>", TRunRoutes{});
-    EXPECT_EQ(PageNames()[0], u"Page 1");
-    EXPECT_EQ(PageNames()[39], u"Page 40");
-}
-
 }  // namespace
 }  // namespace qrl
