@@ -19,7 +19,8 @@ TColourTexts englishTexts() {
     return MakeColourTexts([](std::u16string_view, std::u16string_view text) { return std::u16string(text); });
 }
 
-// Dialog data on a session whose list holds `names`, each scheme with its normal pair 7 on 0.
+// Dialog data on a session whose list holds `names`, each scheme with its normal pair 7 on 0; the
+// working scheme is opened when a current name is given.
 struct Fixture {
     explicit Fixture(const Names& names, std::u16string current = u"") {
         for (const std::u16string& name : names) {
@@ -32,6 +33,7 @@ struct Fixture {
         data.customName = u"(custom)";
         data.currentName = std::move(current);
         LoadAttrDialogNames(data, TAttrNameTables{}, englishTexts());
+        if (!data.currentName.empty()) OpenWorkingScheme(data);
     }
     TColourSchemeList& list() { return SessionColourSchemes(session); }
     V operations() {
@@ -84,7 +86,6 @@ TEST(ListAttributes, WhatEachOptionLists) {
 
 TEST(SelectListItem, KindNumberLabelAndColoursByRange) {
     Fixture f({u"A"}, u"A");
-    OpenWorkingScheme(f.data);
     f.data.working.colours[2] = 12;
     f.data.working.features[3] = TSchemeFeature{true, kAttrReverse, 4, 1};
     f.data.working.fields[5] = TSchemeField{true, false, 0, 9, 10};
@@ -111,13 +112,10 @@ TEST(SelectListItem, KindNumberLabelAndColoursByRange) {
 
 TEST(SchemeLifecycle, OpeningTakesTheNamedSchemeElseTheFirst) {
     Fixture named({u"One", u"Two"}, u"two");
-    OpenWorkingScheme(named.data);
     EXPECT_EQ(named.data.working.name, u"Two");
     Fixture unknown({u"One", u"Two"}, u"Three");
-    OpenWorkingScheme(unknown.data);
     EXPECT_EQ(unknown.data.working.name, u"One");
     Fixture empty({}, u"Three");
-    OpenWorkingScheme(empty.data);
     EXPECT_EQ(empty.data.working.name, u"");
     EXPECT_FALSE(IsCustom(empty.data));
 }
@@ -125,7 +123,6 @@ TEST(SchemeLifecycle, OpeningTakesTheNamedSchemeElseTheFirst) {
 // A change forks the named scheme; the list keeps the original; a second change does not fork again.
 TEST(SchemeLifecycle, ChangeForksIntoCustomAndLeavesTheNamedSchemeAlone) {
     Fixture f({u"One", u"Two"}, u"One");
-    OpenWorkingScheme(f.data);
     f.data.working.palette[1] = 0x123456;
     EXPECT_TRUE(MarkCustom(f.data));
     EXPECT_EQ(f.data.working.name, u"(custom)");
@@ -141,7 +138,6 @@ TEST(SchemeLifecycle, ChangeForksIntoCustomAndLeavesTheNamedSchemeAlone) {
 
 TEST(SchemeLifecycle, SwitchingAwayFromChangedCustomAsksFirst) {
     Fixture f({u"One", u"Two"}, u"One");
-    OpenWorkingScheme(f.data);
     MarkCustom(f.data);
     int asked = 0;
     EXPECT_EQ(SelectScheme(f.data, u"Two", [&] { return ++asked, false; }), TSchemeSwitch::Declined);
@@ -163,7 +159,6 @@ TEST(SchemeLifecycle, SwitchingAwayFromChangedCustomAsksFirst) {
 
 TEST(SchemeLifecycle, SaveAsNamesTheCustomSchemeAndOkTakesTheComboText) {
     Fixture f({u"One"}, u"One");
-    OpenWorkingScheme(f.data);
     AcceptColourConfig(f.data, u"One");  // untouched: stays unsent
     EXPECT_EQ(f.operations(), V({0}));
     f.data.working.boldMode = kActionToggleGroup;
@@ -180,7 +175,6 @@ TEST(SchemeLifecycle, SaveAsNamesTheCustomSchemeAndOkTakesTheComboText) {
 
 TEST(SchemeLifecycle, RemovingTheOnlySchemeMarksItForDeletion) {
     Fixture f({u"Only"}, u"Only");
-    OpenWorkingScheme(f.data);
     EXPECT_EQ(RemoveSchemeQuestion(u"Remove scheme", f.data.working.name), u"Remove scheme \"Only\"?");
     RemoveWorkingScheme(f.data);
     EXPECT_TRUE(SchemeComboNames(f.data).empty());
@@ -193,7 +187,6 @@ TEST(SchemeLifecycle, RemovingTheOnlySchemeMarksItForDeletion) {
 // What Edit Attribute shows and allows for each kind of item.
 TEST(AttrEdit, ViewByKind) {
     Fixture f({u"One"}, u"One");
-    OpenWorkingScheme(f.data);
     f.data.working.features[1] = TSchemeFeature{false, kAttrBlink | kFeatureBox, 3, 4};
     f.data.working.fields[0] = TSchemeField{false, false, kAttrUnderline, 5, 6};
     f.data.fieldDefined[0] = true;
@@ -221,7 +214,6 @@ TEST(AttrEdit, ViewByKind) {
 
 TEST(AttrEdit, EditsResolveAgainAndCancelRestoresButStaysChanged) {
     Fixture f({u"One"}, u"One");
-    OpenWorkingScheme(f.data);
     f.data.working.features[16].features = kAttrReverse;
     f.listAll();
     SelectListItem(f.data, 12);  // combination 16: 12 to 15 have both Bold and Dim and are not listed
@@ -256,7 +248,6 @@ TEST(AttrEdit, EditsResolveAgainAndCancelRestoresButStaysChanged) {
 
 TEST(AdvancedSettings, DisableBoxesReadInvertedAndNoneKeepsTheMode) {
     Fixture f({u"One"}, u"One");
-    OpenWorkingScheme(f.data);
     f.data.enableBlink = true;
     f.data.enableInvisCfg = true;
     f.data.working.useBgGraphic = true;

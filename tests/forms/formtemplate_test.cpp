@@ -83,7 +83,7 @@ TEST(FormTemplate, ListBinding) {
     range.max = 3;
     TElementDef& flat = session.AddElement(u"Flat");
     flat.type = ElementType::Int;
-    TElementDef& text = session.AddElement(u"Text");
+    session.AddElement(u"Text");
     TFormDef form;
     for (const char16_t* name : {u"choice", u"Range", u"Flat", u"Text", u"Missing", u""})
         form.items.push_back(Item(ItemKind::ComboBox, name));
@@ -92,7 +92,6 @@ TEST(FormTemplate, ListBinding) {
     (void)BuildDialogTemplate(session, form);
     const bool expected[] = {true, true, false, false, false, false, true, false};
     for (std::size_t i = 0; i < std::size(expected); ++i) EXPECT_EQ(form.items[i].listBound, expected[i]) << i;
-    (void)text;
 }
 
 }  // namespace

@@ -35,6 +35,18 @@ std::u16string entries(const IniSection& section) {
     return out;
 }
 
+// A cache on the fake tick counter and a folder for its files.
+class IniCache : public ::testing::Test {
+protected:
+    // Writes `name` with `text` and gives its full name.
+    std::u16string put(const std::string& name, const std::string& text) {
+        dir.write(name, text);
+        return dir.file(name);
+    }
+    TempFolder dir;
+    IniFileCache cache{fakeTicks};
+};
+
 }  // namespace
 
 TEST(IniFormat, ReadsLinesAsTheCacheDoes) {
@@ -70,11 +82,8 @@ TEST(IniFormat, WritesSectionsAndEntriesWithCrLf) {
     EXPECT_EQ(formatIniText(more), "[a]\r\nk=v\r\n;c\r\n  \r\n[b]\r\n;no line end[A\xE9]\r\nk=\xAC\r\n");
 }
 
-TEST(IniCache, LooksUpSectionsAndKeysWithoutRegardToCase) {
-    TempFolder dir;
-    dir.write("t.ini", "[a]\r\nk =  v  \r\nn=12abc\r\nneg= -5\r\nq=\"quoted\"\r\n[B]\r\nx=1\r\n[a]\r\nk=second\r\nonly=2nd\r\n");
-    const std::u16string file = dir.file("t.ini");
-    IniFileCache cache(fakeTicks);
+TEST_F(IniCache, LooksUpSectionsAndKeysWithoutRegardToCase) {
+    const std::u16string file = put("t.ini", "[a]\r\nk =  v  \r\nn=12abc\r\nneg= -5\r\nq=\"quoted\"\r\n[B]\r\nx=1\r\n[a]\r\nk=second\r\nonly=2nd\r\n");
     EXPECT_EQ(getString(cache, u"A", u"K", file), u"  v");
     EXPECT_EQ(getString(cache, u"a", u"k", dir.file("sub") + u"\\..\\.\\T.INI"), u"  v");  // the same file
     EXPECT_EQ(getString(cache, u"a", u"q", file), u"\"quoted\"");  // the cache keeps quotes
@@ -90,11 +99,8 @@ TEST(IniCache, LooksUpSectionsAndKeysWithoutRegardToCase) {
     EXPECT_EQ(cache.files.size(), 1u);
 }
 
-TEST(IniCache, ListsFillTheBufferWithinItsSize) {
-    TempFolder dir;
-    dir.write("t.ini", "[a]\r\nk=1\r\n;raw\r\nn=2\r\nneg=3\r\n[B]\r\n[a]\r\n");
-    const std::u16string file = dir.file("t.ini");
-    IniFileCache cache(fakeTicks);
+TEST_F(IniCache, ListsFillTheBufferWithinItsSize) {
+    const std::u16string file = put("t.ini", "[a]\r\nk=1\r\n;raw\r\nn=2\r\nneg=3\r\n[B]\r\n[a]\r\n");
     // Section names: whole names while the list stays within size - 2, then a zero; the count leaves
     // that last zero out. Keys of the first [a], raw lines skipped; the count includes the last zero.
     // A value is cut to the buffer, its zero included.
@@ -122,11 +128,8 @@ TEST(IniCache, ListsFillTheBufferWithinItsSize) {
     }
 }
 
-TEST(IniCache, SeesAChangedFileOnlyAfterTheInterval) {
-    TempFolder dir;
-    dir.write("t.ini", "[a]\r\nk=old\r\n");
-    const std::u16string file = dir.file("t.ini");
-    IniFileCache cache(fakeTicks);
+TEST_F(IniCache, SeesAChangedFileOnlyAfterTheInterval) {
+    const std::u16string file = put("t.ini", "[a]\r\nk=old\r\n");
     // Each step may rewrite the file with a later stamp, then reads at a tick count. The interval
     // counts from the last look at the time stamp, across the counter's wrap.
     const struct Step { const char* value; int later; uint32_t ticks; const char16_t* seen; } steps[] = {
@@ -156,10 +159,8 @@ TEST(IniCache, SeesAChangedFileOnlyAfterTheInterval) {
     EXPECT_EQ(cache.files.size(), 1u);
 }
 
-TEST(IniCache, AMissingFileStaysAsAnEmptyRecordUntilItAppears) {
-    TempFolder dir;
+TEST_F(IniCache, AMissingFileStaysAsAnEmptyRecordUntilItAppears) {
     const std::u16string file = dir.file("late.ini");
-    IniFileCache cache(fakeTicks);
     g_ticks = 50000;
     EXPECT_EQ(getString(cache, u"a", u"k", file), u"<default>");
     EXPECT_EQ(cache.GetIniInt(u"a", u"k", 9, file.c_str()), 9);
@@ -186,11 +187,8 @@ TEST(IniCache, AMissingFileStaysAsAnEmptyRecordUntilItAppears) {
     EXPECT_EQ(getString(cache, u"a", u"k", file), u"here");
 }
 
-TEST(IniCache, WriteDropsTheFileSoTheNextReadSeesIt) {
-    TempFolder dir;
-    dir.write("w.ini", "[a]\r\nk=old\r\n");
-    const std::u16string file = dir.file("w.ini");
-    IniFileCache cache(fakeTicks);
+TEST_F(IniCache, WriteDropsTheFileSoTheNextReadSeesIt) {
+    const std::u16string file = put("w.ini", "[a]\r\nk=old\r\n");
     g_ticks = 7;
     EXPECT_EQ(getString(cache, u"a", u"k", file), u"old");
     EXPECT_TRUE(cache.WriteIniString(u"a", u"k", u"new", (dir.path() / "." / "w.ini").u16string().c_str()));
@@ -198,11 +196,8 @@ TEST(IniCache, WriteDropsTheFileSoTheNextReadSeesIt) {
     EXPECT_EQ(getString(cache, u"a", u"k", file), u"new");  // no interval to wait for
 }
 
-TEST(IniCache, FlushSavesDirtyRecordsInTheCacheFormat) {
-    TempFolder dir;
-    dir.write("d.ini", "before\r\n[a]\r\nk = v\r\n;c\r\n");
-    const std::u16string file = dir.file("d.ini");
-    IniFileCache cache(fakeTicks);
+TEST_F(IniCache, FlushSavesDirtyRecordsInTheCacheFormat) {
+    const std::u16string file = put("d.ini", "before\r\n[a]\r\nk = v\r\n;c\r\n");
     EXPECT_EQ(getString(cache, u"a", u"k", file), u" v");
     cache.OnTimer();  // nothing dirty: the file is not touched
     EXPECT_EQ(dir.read("d.ini"), "before\r\n[a]\r\nk = v\r\n;c\r\n");
