@@ -54,7 +54,6 @@ struct KeySpec {
     bool closeShifts = true;  // write the zero run count after the runs
     std::vector<Run> altShifts;
     bool closeAlt = true;
-    bool writeAlt = false;  // write the second table even when altCode is 0 (a broken file)
 };
 
 struct LayoutSpec {
@@ -82,7 +81,7 @@ Bytes key(const KeySpec& k) {
     Bytes b;
     b.u16(k.code).u16(k.x).u16(k.y).u16(k.width).u16(k.height).u16(k.mask).u16(k.altCode).u8(k.value);
     table(b, k.shifts, k.closeShifts);
-    if (k.altCode != 0 || k.writeAlt) table(b, k.altShifts, k.closeAlt);
+    if (k.altCode != 0) table(b, k.altShifts, k.closeAlt);
     return b;
 }
 
@@ -202,7 +201,7 @@ TEST(KdfReader, ReadsEveryFieldOfKeyboardLayoutAndKey) {
     EXPECT_EQ(labels(l.Keys[1].Shifts), "a|b|c|d|e|f|g|h");
     EXPECT_EQ(codes(l.Keys[1].Shifts), "65 66 67 68 69 70 71 72");
     EXPECT_EQ(labels(l.Keys[1].AltShifts), "|||||||");  // no AltCode, no second table
-    // The key behind a table of eight runs is read in step.
+    // The key behind a table of eight runs, and no second table, is read in step.
     EXPECT_EQ(l.Keys[2].Code, 0x20);
     EXPECT_EQ(l.Keys[2].Shifts[7].Label, "Space");
     EXPECT_EQ(kb.Layouts[1].Name, "Second");
@@ -332,18 +331,6 @@ TEST(KdfReader, ShiftRunsPastTheTableAreDroppedAndTheFileStaysInStep) {
     EXPECT_EQ(labels(keys[3].AltShifts), "alt|alt|alt|alt|alt|alt|alt|alt");
     EXPECT_EQ(keys[4].Code, 0x99);
     EXPECT_EQ(keys[4].Shifts[3].Label, "last");
-}
-
-TEST(KdfReader, SecondTableIsReadOnlyForAKeyWithAnAltCode) {
-    // A second table behind a key without AltCode is taken for the next key's record.
-    KeySpec stray = plainKey(0x41, "a");
-    stray.writeAlt = true;
-    stray.altShifts = {run(1, "x", 0x0302)};
-    KbKeyboard kb;
-    readBytes(oneLayout({stray, plainKey(0x42, "b")}), "pc", kb);
-    ASSERT_EQ(kb.Layouts[0].Keys.size(), 2u);
-    EXPECT_EQ(kb.Layouts[0].Keys[1].Code, 0x0001);  // run count 1, inactive 0
-    EXPECT_EQ(kb.Layouts[0].Keys[1].X, 0x0302);     // the stray entry's code
 }
 
 TEST(KdfReader, TextsAreCutAtAZeroByteAndEmptyOnesLeaveTheTarget) {
