@@ -39,10 +39,6 @@ std::u16string Text(std::u16string_view pkey, std::u16string_view text) {
 }
 const std::u16string kSampleMap = Map(u"112", u"112") + Map(u"113", u"113") + Map(u"13", u"147") + Map(u"16397", u"147");
 
-RunResult RunKeymap(const std::u16string& request, const std::function<void(Driver&, HWND)>& script) {
-    return RunRequest(request, kTitle, script);
-}
-
 void PressPc(HWND dlg, int32_t code) { ASSERT_TRUE(PressKey(GetDlgItem(dlg, IDC_PC_PICTURE), "at102.kdf", "pc", code)); }
 void PressEm(HWND dlg, int32_t code) {
     ASSERT_TRUE(PressKey(GetDlgItem(dlg, IDC_EM_PICTURE), "IBM5250.kdf", "IBM5250", code));
@@ -60,16 +56,16 @@ protected:
 // OK as it opened gives every list back as it came; Remove drops the shown key's mapping, and
 // Cancel drops the Remove.
 TEST_F(GraphicKeymap, OkUnchangedGivesTheWholeReplyAndRemoveDropsAMapping) {
-    const RunResult unchanged = RunKeymap(Request(kKdfPath), [](Driver& d, HWND dlg) { d.Close(dlg); });
+    const RunResult unchanged = RunRequest(Request(kKdfPath), kTitle, [](Driver& d, HWND dlg) { d.Close(dlg); });
     EXPECT_EQ(unchanged.reply, Reply(kSampleMap, Text(u"369", u"logoff"), Text(u"626", u"signon")));
-    const RunResult r = RunKeymap(Request(kKdfPath), [&](Driver& d, HWND dlg) {
+    const RunResult r = RunRequest(Request(kKdfPath), kTitle, [&](Driver& d, HWND dlg) {
         PressPc(dlg, 13);
         Driver::Click(dlg, ID_MAPREMOVE);
         d.Settle();
         EXPECT_EQ(Status(dlg), L"PC 'Enter' is not mapped");
         d.Close(dlg);
     });
-    const RunResult cancelled = RunKeymap(Request(kKdfPath), [&](Driver& d, HWND dlg) {
+    const RunResult cancelled = RunRequest(Request(kKdfPath), kTitle, [&](Driver& d, HWND dlg) {
         PressPc(dlg, 13);
         Driver::Click(dlg, ID_MAPREMOVE);
         d.Close(dlg, IDCANCEL);
@@ -82,7 +78,7 @@ TEST_F(GraphicKeymap, OkUnchangedGivesTheWholeReplyAndRemoveDropsAMapping) {
 
 // A PC key shows its emulation key; a press on the emulation picture picks a new target, Map binds it.
 TEST_F(GraphicKeymap, PcKeyRemappedToAnotherEmulationKey) {
-    const RunResult r = RunKeymap(Request(kKdfPath), [&](Driver& d, HWND dlg) {
+    const RunResult r = RunRequest(Request(kKdfPath), kTitle, [&](Driver& d, HWND dlg) {
         EXPECT_EQ(Status(dlg), L"Select a key to show its mapping");
         PressPc(dlg, 112);
         EXPECT_EQ(Status(dlg), L"PC 'F1' is mapped to Emulation 'F1'");
@@ -103,7 +99,7 @@ TEST_F(GraphicKeymap, PcKeyRemappedToAnotherEmulationKey) {
 // A left press on Shift latches it, so F2 stands for Shift+F2 and shows its string in the string
 // edit; a new text is mapped, and an empty one is refused.
 TEST_F(GraphicKeymap, ShiftedKeyShowsItsStringAndMapsANewOne) {
-    const RunResult r = RunKeymap(Request(kKdfPath), [&](Driver& d, HWND dlg) {
+    const RunResult r = RunRequest(Request(kKdfPath), kTitle, [&](Driver& d, HWND dlg) {
         PressPc(dlg, 0x10);
         PressPc(dlg, 113);
         EXPECT_EQ(Status(dlg), L"PC 'Sh+F2' is mapped to string 'logoff'");
@@ -126,7 +122,7 @@ TEST_F(GraphicKeymap, ShiftedKeyShowsItsStringAndMapsANewOne) {
 // chosen, maps nothing.
 TEST_F(GraphicKeymap, GlobalStringIsDroppedOnlyAfterTheQuestion) {
     const std::wstring global = L"PC 'Ctrl+F3' is mapped to global string 'signon'";
-    const RunResult r = RunKeymap(Request(kKdfPath), [&](Driver& d, HWND dlg) {
+    const RunResult r = RunRequest(Request(kKdfPath), kTitle, [&](Driver& d, HWND dlg) {
         Driver::Tick(dlg, ID_PCLIST);
         Driver::Tick(dlg, ID_PHYS_CTRL);
         Driver::SelectRow(dlg, IDC_GK_PCLIST, 2);
@@ -154,7 +150,7 @@ TEST_F(GraphicKeymap, WithoutUsableKeyboardFilesBothSidesAreListsAndStillMap) {
     DWORD written = 0;
     WriteFile(file, "\x70\x22\x67", 3, &written, nullptr);
     CloseHandle(file);
-    const RunResult r = RunKeymap(Request(std::u16string(folder.begin(), folder.end())), [&](Driver& d, HWND dlg) {
+    const RunResult r = RunRequest(Request(std::u16string(folder.begin(), folder.end())), kTitle, [&](Driver& d, HWND dlg) {
         EXPECT_TRUE(Shown(dlg, IDC_GK_PCLIST) && Shown(dlg, IDC_GK_EMLIST) && !Shown(dlg, IDC_PC_PICTURE) &&
                     !Enabled(dlg, ID_PCLIST) && !Enabled(dlg, ID_EMLIST));
         Driver::SelectRow(dlg, IDC_GK_EMLIST, 2);
@@ -171,7 +167,7 @@ TEST_F(GraphicKeymap, WithoutUsableKeyboardFilesBothSidesAreListsAndStillMap) {
 
 // Keyboard Selection changes the layout at once; Cancel puts it back, OK keeps it for the reply.
 TEST_F(GraphicKeymap, KeyboardSelectionCancelRestoresTheLayout) {
-    const RunResult r = RunKeymap(Request(kKdfPath), [&](Driver& d, HWND dlg) {
+    const RunResult r = RunRequest(Request(kKdfPath), kTitle, [&](Driver& d, HWND dlg) {
         for (int button : {IDCANCEL, IDOK}) {
             Driver::Click(dlg, ID_KEYBOARDS);
             HWND keyboards = d.WaitForDialog(L"Keyboard Selection");

@@ -11,8 +11,8 @@ namespace qrl::test {
 // The folder of the bundled .kdf files.
 std::u16string SampleKdfPath();
 
-// A press on the key of `code` of a picture showing the first layout of `keyboardName` in the
+// A left press on the key of `code` of a picture showing the first layout of `keyboardName` in the
 // bundled `file`; false when the key is not there.
-bool PressKey(HWND picture, const char* file, const char* keyboardName, int32_t code, bool right = false);
+bool PressKey(HWND picture, const char* file, const char* keyboardName, int32_t code);
 
 }  // namespace qrl::test
