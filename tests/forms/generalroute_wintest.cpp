@@ -31,8 +31,6 @@ std::wstring Selected(HWND dialog) { return Driver::TreeItemText(Tree(dialog), D
 bool Shown(HWND dialog, int id) { return IsWindowVisible(GetDlgItem(dialog, id)) != FALSE; }
 std::wstring EditText(HWND dialog) { return Driver::Text(GetDlgItem(dialog, IDC_VALUE_EDIT)); }
 
-Rows ComboRows(HWND dialog) { return Driver::ListRows(dialog, IDC_VALUE_COMBO); }
-
 // Fills the file name of an open-file dialog and accepts it.
 void OpenFile(Driver& d, const std::wstring& title, const std::wstring& path) {
     HWND open = d.WaitForDialog(title);
@@ -115,11 +113,11 @@ TEST_F(GeneralRoute, EachEditorWorksAndOkRepliesWithTheChangedValuesOnly) {
         host.deleteResult = 5;  // the host refuses: nothing changes either
         Driver::Click(dlg, IDC_LANG_DELETE);
         d.Answer(dlg, IDOK);
-        EXPECT_EQ(ComboRows(dlg).size(), 3u);
+        EXPECT_EQ(Driver::ListRows(dlg, IDC_VALUE_COMBO).size(), 3u);
         host.deleteResult = 0;
         Driver::Click(dlg, IDC_LANG_DELETE);
         d.Answer(dlg, IDOK);
-        EXPECT_EQ(ComboRows(dlg), (Rows{L"German", L"French"}));
+        EXPECT_EQ(Driver::ListRows(dlg, IDC_VALUE_COMBO), (Rows{L"German", L"French"}));
         EXPECT_EQ(SendDlgItemMessageW(dlg, IDC_VALUE_COMBO, CB_GETCURSEL, 0, 0), 0);
         Select(d, dlg, L"Host name");
         Driver::Type(GetDlgItem(dlg, IDC_VALUE_EDIT), L"beta");  // typed again: no second item
@@ -273,13 +271,13 @@ TEST_F(FileEditors, BrowseAndImportTakeTheChosenFiles) {
         d.Settle();
         EXPECT_EQ(EditText(dlg), path);
         Select(d, dlg, L"SSH key file");
-        EXPECT_EQ(ComboRows(dlg), (Rows{L"existing_key"}));
+        EXPECT_EQ(Driver::ListRows(dlg, IDC_VALUE_COMBO), (Rows{L"existing_key"}));
         for (int round = 0; round < 2; ++round) {
             Driver::Click(dlg, IDC_SSH_IMPORT);
             OpenFile(d, L"Select an SSH key file", (root / L"source" / L"id_rsa").wstring());
             d.Settle();
         }
-        EXPECT_EQ(ComboRows(dlg), (Rows{L"existing_key", L"id_rsa", L"id_rsa (2)"}));
+        EXPECT_EQ(Driver::ListRows(dlg, IDC_VALUE_COMBO), (Rows{L"existing_key", L"id_rsa", L"id_rsa (2)"}));
         EXPECT_EQ(Driver::Text(GetDlgItem(dlg, IDC_VALUE_COMBO)), L"id_rsa (2)");
     });
     EXPECT_TRUE(fs::exists(root / L"auth" / L"id_rsa (2)"));
