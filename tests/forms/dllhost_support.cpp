@@ -1,5 +1,6 @@
 #include "dllhost.h"
 
+#include "request/fakehost.h"
 #include "text/textutil.h"
 
 #include <algorithm>
@@ -7,6 +8,10 @@
 #include <vector>
 
 namespace qrl::test {
+
+using qrl::testing::AnswerWith;
+using qrl::testing::ExchangeOf;
+using qrl::testing::TFakeHost;
 
 Product& Product::Get() {
     static Product product;
@@ -110,19 +115,14 @@ std::u16string HostWindow::LinkElement() const {
            u"\" msgid=\"" + hexUpper(message_) + u"\"/>";
 }
 
+// The records are read with the module's own layouts, which the host link tests pin down.
 LRESULT CALLBACK HostWindow::Proc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     auto* self = reinterpret_cast<HostWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
     if (!self || message != self->message_) return DefWindowProcW(window, message, wParam, lParam);
-#pragma pack(push, 1)
-    struct Record {
-        uint32_t code;
-        uint64_t first;
-        uint64_t second;
-    };
-#pragma pack(pop)
-    Record record;
+    THostLinkRecord record;
     std::memcpy(&record, reinterpret_cast<const void*>(lParam), sizeof record);
     Call call{record.code, {}};
+    uint64_t result = 0;
     switch (record.code) {
     case 123: {
         auto* buffer = reinterpret_cast<char16_t*>(static_cast<uintptr_t>(record.second));
@@ -132,43 +132,31 @@ LRESULT CALLBACK HostWindow::Proc(HWND window, UINT message, WPARAM wParam, LPAR
         break;
     }
     case 2094:
-    case 8439: call.text = reinterpret_cast<const char16_t*>(static_cast<uintptr_t>(record.second)); break;
-    case 8437: {
+    case 8439: call.text = TFakeHost::TextAt(record.second); break;
+    case 8437:
         // The charmap exchange: the request noted, the next prepared reply given if it fits.
-        auto* exchange = reinterpret_cast<uint64_t*>(static_cast<uintptr_t>(record.second));  // size, request, reply, capacity, needed
-        call.text = reinterpret_cast<const char16_t*>(static_cast<uintptr_t>(exchange[1]));
+        call.text = TFakeHost::TextAt(ExchangeOf(record).request);
         if (self->exchangeReplies.empty()) break;
-        const std::u16string& reply = self->exchangeReplies.front();
-        if (exchange[3] < reply.size() + 1) {
-            exchange[4] = reply.size() + 1;
-            self->calls.push_back(call);
-            return 160;
-        }
-        std::memcpy(reinterpret_cast<void*>(static_cast<uintptr_t>(exchange[2])), reply.c_str(),
-                    (reply.size() + 1) * sizeof(char16_t));
-        self->exchangeReplies.erase(self->exchangeReplies.begin());
+        result = AnswerWith(record, self->exchangeReplies.front());
+        if (result == 0) self->exchangeReplies.erase(self->exchangeReplies.begin());
         break;
-    }
     case 8440: {
-        auto* add = reinterpret_cast<uint64_t*>(static_cast<uintptr_t>(record.second));  // unused, name, base
-        call.text = std::u16string(reinterpret_cast<const char16_t*>(static_cast<uintptr_t>(add[1]))) + u"<" +
-                    reinterpret_cast<const char16_t*>(static_cast<uintptr_t>(add[2]));
+        const auto& add = *reinterpret_cast<const THostAddLanguageRecord*>(static_cast<uintptr_t>(record.second));
+        call.text = TFakeHost::TextAt(add.name) + u"<" + TFakeHost::TextAt(add.base);
         break;
     }
     case 1: {
-        // The attribute word and the two attribute bytes, as "kind:first:second".
-        auto* colours = reinterpret_cast<uint8_t*>(static_cast<uintptr_t>(record.second));
-        uint32_t kind = 0;
-        std::memcpy(&kind, colours, 4);
-        call.text = toU16(std::to_string(kind) + ":" + std::to_string(colours[4]) + ":" + std::to_string(colours[5]));
-        std::memcpy(colours + 20, &self->attributeForeground, 4);
-        std::memcpy(colours + 24, &self->attributeBackground, 4);
+        auto& colours = *reinterpret_cast<THostAttributeColourRecord*>(static_cast<uintptr_t>(record.second));
+        call.text = toU16(std::to_string(colours.kind) + ":" + std::to_string(colours.attribute1) + ":" +
+                          std::to_string(colours.attribute2));
+        colours.foreground = self->attributeForeground;
+        colours.background = self->attributeBackground;
         break;
     }
     default: break;
     }
     self->calls.push_back(call);
-    return record.code == 8439 ? static_cast<LRESULT>(self->deleteResult) : 0;
+    return static_cast<LRESULT>(record.code == 8439 ? self->deleteResult : result);
 }
 
 }  // namespace qrl::test
