@@ -3,6 +3,7 @@
 // compared as the host receives it.
 #include "formsetup.h"
 #include "forms/forms_rc.h"
+#include "platform/tempfolder.h"
 #include "properties/font.h"
 #include "text/textutil.h"
 
@@ -243,17 +244,12 @@ class FileEditors : public GeneralRoute {
 protected:
     void SetUp() override {
         GeneralRoute::SetUp();
-        temp_ = TempDir();
-        root = temp_ / L"qrl_file_editors";
-        fs::remove_all(root);
         fs::create_directories(root / L"auth");
     }
-    void TearDown() override {
-        SetCurrentDirectoryW(temp_.c_str());  // the open dialog made the chosen folder the current one
-        std::error_code ignored;
-        fs::remove_all(root, ignored);
-    }
-    fs::path temp_, root;
+    // The open dialog made the chosen folder the current one, which could not be removed.
+    void TearDown() override { SetCurrentDirectoryW(TempDir().c_str()); }
+    TempFolder folder;
+    const fs::path root = folder.path();
 };
 
 // Browse takes the chosen path; Import copies key files into the auth directory.

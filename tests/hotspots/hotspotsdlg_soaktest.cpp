@@ -3,22 +3,20 @@
 #include "forms/formsetup.h"
 #include "forms/soak.h"
 #include "hotspots/hotspots_rc.h"
+#include "platform/tempfolder.h"
 
 #include <gtest/gtest.h>
-
-#include <filesystem>
-#include <fstream>
 
 namespace qrl::test {
 namespace {
 
 TEST(Soak, HotSpots) {
     ASSERT_TRUE(Product::Get().Loaded());
-    const std::filesystem::path file = std::filesystem::path(TempDir()) / L"qrl_hotspots_soak.hsp";
-    std::ofstream(file, std::ios::binary) << "[IBM5250]\r\nHS1=Spot,2,3,0,0,0,5,0,,0,0,,,0,0,0,0,{Enter},0,0,0,,,0,0,,,\r\n";
+    const TempFolder folder;
+    folder.write("soak.hsp", "[IBM5250]\r\nHS1=Spot,2,3,0,0,0,5,0,,0,0,,,0,0,0,0,{Enter},0,0,0,,,0,0,,,\r\n");
     const std::u16string request =
         u"<Config ModuleType=\"Hotspots\"><DTD><Element Name=\"Hotspots\" Type=\"hotspots\"/></DTD><Data>"
-        u"<Item Element=\"Hotspots\"><Item Element=\"filename\" Value=\"" + file.u16string() +
+        u"<Item Element=\"Hotspots\"><Item Element=\"filename\" Value=\"" + folder.file("soak.hsp") +
         u"\"/><Item Element=\"emulation\" Value=\"IBM5250\"/></Item></Data></Config>";
     ExpectNoGrowth(200, [&](int) {
         return RunRequest(request, L"Configure HotSpots", [](Driver& d, HWND dlg) {
@@ -31,7 +29,6 @@ TEST(Soak, HotSpots) {
             d.Close(dlg, IDCANCEL);  // nothing written
         }, 0).code == 2;
     });
-    std::filesystem::remove(file);
 }
 
 }  // namespace

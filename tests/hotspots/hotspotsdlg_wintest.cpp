@@ -4,17 +4,13 @@
 #include "forms/formsetup.h"
 #include "hotspots/hotspotfile.h"
 #include "hotspots/hotspots_rc.h"
+#include "platform/tempfolder.h"
 
 #include <gtest/gtest.h>
-
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 
 namespace qrl::test {
 namespace {
 
-namespace fs = std::filesystem;
 using Rows = std::vector<std::wstring>;
 
 const std::wstring kTitle = L"Configure HotSpots";
@@ -47,28 +43,17 @@ void ChooseSet(HWND dlg, int row) {
     PostMessageW(dlg, WM_COMMAND, MAKEWPARAM(IDC_HS_SET, CBN_SELCHANGE), reinterpret_cast<LPARAM>(combo));
 }
 
+// Each test has a folder of its own: the ini cache trusts a file it has read for a few seconds.
 class HotSpotRoute : public ::testing::Test {
 protected:
     void SetUp() override {
         ASSERT_TRUE(Product::Get().Loaded());
-        // A folder per test: the ini cache trusts a file it has read for a few seconds.
-        const std::string test = ::testing::UnitTest::GetInstance()->current_test_info()->name();
-        folder_ = fs::path(TempDir()) / ("qrl_hotspots_" + test);
-        fs::remove_all(folder_);
-        fs::create_directories(folder_);
         WriteFile("[version]\r\nVersion=2\r\n[IBM5250]\r\nBGndColour=192,192,192\r\nHS1=" + Record(u"Zeta") +
                   "\r\nHS2=" + Record(u"Alpha") + "\r\n[Other]\r\nHS1=" + Record(u"Beta") + "\r\n");
     }
-    void TearDown() override {
-        std::error_code ignored;
-        fs::remove_all(folder_, ignored);
-    }
-    void WriteFile(const std::string& text) const { std::ofstream(folder_ / L"test.hsp", std::ios::binary) << text; }
-    std::u16string Path() const { return (folder_ / L"test.hsp").u16string(); }
-    std::string ReadFile() const {
-        std::ifstream in(folder_ / L"test.hsp", std::ios::binary);
-        return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-    }
+    void WriteFile(const std::string& text) const { dir_.write("test.hsp", text); }
+    std::string ReadFile() const { return dir_.read("test.hsp"); }
+    std::u16string Path() const { return dir_.file("test.hsp"); }
     HotSpots ReadSet(const char16_t* name) const {
         HotSpots set;
         set.Read(Path().c_str(), name);
@@ -79,10 +64,10 @@ protected:
             u"<Config ModuleType=\"Hotspots\"><DTD><Element Name=\"Hotspots\" Type=\"hotspots\"/>"
             u"<Element Name=\"filename\"/></DTD><Data><Item Element=\"Hotspots\">"
             u"<Item Element=\"filename\" Value=\"test.hsp\"/><Item Element=\"directory\" Value=\"" +
-            folder_.u16string() + u"\"/><Item Element=\"emulation\" Value=\"IBM5250.default\"/></Item></Data></Config>";
+            dir_.path().u16string() + u"\"/><Item Element=\"emulation\" Value=\"IBM5250.default\"/></Item></Data></Config>";
         return RunRequest(request, kTitle, script);
     }
-    fs::path folder_;
+    TempFolder dir_;
 };
 
 TEST_F(HotSpotRoute, AnEditedHotSpotIsSortedInAndItsSectionRewrittenOnOk) {

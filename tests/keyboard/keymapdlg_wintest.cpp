@@ -5,6 +5,7 @@
 #include "forms/formsetup.h"
 #include "keyboard/keyboard_rc.h"
 #include "keypress.h"
+#include "platform/tempfolder.h"
 
 #include <gtest/gtest.h>
 
@@ -143,14 +144,9 @@ TEST_F(GraphicKeymap, GlobalStringIsDroppedOnlyAfterTheQuestion) {
 // A folder with a short emulation .kdf and no PC one: both keyboards are lists, locked so; an
 // emulation key chosen first gets a PC key from the other list, and Map adds the pair.
 TEST_F(GraphicKeymap, WithoutUsableKeyboardFilesBothSidesAreListsAndStillMap) {
-    const std::wstring folder = TempDir() + L"qrlbadkdf";
-    CreateDirectoryW(folder.c_str(), nullptr);
-    HANDLE file = CreateFileW((folder + L"\\IBM5250.kdf").c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
-    ASSERT_NE(file, INVALID_HANDLE_VALUE);
-    DWORD written = 0;
-    WriteFile(file, "\x70\x22\x67", 3, &written, nullptr);
-    CloseHandle(file);
-    const RunResult r = RunRequest(Request(std::u16string(folder.begin(), folder.end())), kTitle, [&](Driver& d, HWND dlg) {
+    const TempFolder folder;
+    folder.write("IBM5250.kdf", "\x70\x22\x67");
+    const RunResult r = RunRequest(Request(folder.path().u16string()), kTitle, [&](Driver& d, HWND dlg) {
         EXPECT_TRUE(Shown(dlg, IDC_GK_PCLIST) && Shown(dlg, IDC_GK_EMLIST) && !Shown(dlg, IDC_PC_PICTURE) &&
                     !Enabled(dlg, ID_PCLIST) && !Enabled(dlg, ID_EMLIST));
         Driver::SelectRow(dlg, IDC_GK_EMLIST, 2);

@@ -4,6 +4,7 @@
 #include "forms/formsetup.h"
 #include "forms/forms_rc.h"
 #include "properties/properties_rc.h"
+#include "platform/tempfolder.h"
 #include "properties/sslcertificate.h"
 
 #include <windows.h>
@@ -11,8 +12,6 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
 
 namespace qrl::test {
 namespace {
@@ -56,14 +55,11 @@ protected:
                                                      static_cast<DWORD>(der.size()), CERT_STORE_ADD_REPLACE_EXISTING,
                                                      &added_));
         ASSERT_TRUE(CertControlStore(my_, 0, CERT_STORE_CTRL_COMMIT, nullptr));  // seen by other handles
-        pem_ = std::filesystem::path(TempDir()) / L"qrl_test_client.pem";
-        std::ofstream(pem_, std::ios::binary) << kPem;
+        folder_.write("client.pem", kPem);
     }
     void TearDown() override {
         if (added_) CertDeleteCertificateFromStore(added_);  // frees the context too
         if (my_) CertCloseStore(my_, 0);
-        std::error_code ignored;
-        std::filesystem::remove(pem_, ignored);
     }
     // Opens the dialog from the form on a certificate element holding `value`, lets `script`
     // work it and accepts the form.
@@ -80,11 +76,11 @@ protected:
         });
     }
     std::string Reply(const std::u16string& value) const { return ReplyText({{u"ClientCert", value}}); }
-    std::u16string PemPath() const { return pem_.u16string(); }
+    std::u16string PemPath() const { return folder_.file("client.pem"); }
 
     HCERTSTORE my_ = nullptr;
     PCCERT_CONTEXT added_ = nullptr;
-    std::filesystem::path pem_;
+    TempFolder folder_;
 };
 
 TEST_F(SslCertificate, TheSystemStoresCertificateIsChosenByItsShortName) {
