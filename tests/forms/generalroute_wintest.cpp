@@ -10,7 +10,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
 
 namespace qrl::test {
 namespace {
@@ -255,10 +254,10 @@ protected:
 // Browse takes the chosen path; Import copies key files into the auth directory.
 TEST_F(FileEditors, BrowseAndImportTakeTheChosenFiles) {
     const std::wstring path = (root / L"browse.log").wstring();
-    std::ofstream(fs::path(path)) << "log";
+    folder.write("browse.log", "log");
     fs::create_directories(root / L"source");
-    std::ofstream(root / L"auth" / L"existing_key") << "k";
-    std::ofstream(root / L"source" / L"id_rsa") << "secret";
+    folder.write("auth/existing_key", "k");
+    folder.write("source/id_rsa", "secret");
     host.authDirectory = (root / L"auth").u16string();
     const RunResult r = Run(Request(), [&](Driver& d, HWND dlg) {
         Select(d, dlg, L"Log file");
