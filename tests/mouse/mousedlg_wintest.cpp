@@ -40,7 +40,6 @@ TEST_F(MouseRoute, OkWithoutChangesRepliesWithTheWholeMap) {
         EXPECT_EQ(Action(dlg), 9);
         d.Close(dlg);
     });
-    EXPECT_EQ(r.code, 0);
     EXPECT_EQ(r.reply, Reply(Map(u"1:0:0:0:", u"9:") + Map(u"7:0:0:0:", u"6:") + Map(u"3:0:0:0:", u"11:up")));
 }
 
@@ -61,7 +60,6 @@ TEST_F(MouseRoute, EditsGoIntoTheMapAsTheyAreMade) {
         Driver::Choose(dlg, IDC_MOUSE_ACTION, 0);
         d.Close(dlg);
     });
-    EXPECT_EQ(r.code, 0);
     EXPECT_EQ(r.reply, Reply(Map(u"1:0:0:0:", u"12:hi:there") + Map(u"3:0:0:0:", u"11:up") + Map(u"1:1:0:0:", u"5:")));
 }
 

@@ -82,7 +82,6 @@ TEST_F(Exports, FailedRequestsAre630WithStatusZero) {
 TEST_F(Exports, EachEntryRunsTheForm) {
     RunResult withStatus, tooSmall;
     Pressing([&] { withStatus = Product::Get().RunConfig2W(kFormRequest); });
-    EXPECT_EQ(withStatus.code, 0);
     EXPECT_EQ(withStatus.status, 0u);
     EXPECT_NE(withStatus.reply.find(u"<Item Element=\"A\" Value=\"x\"/>"), std::u16string::npos);
     Pressing([&] { tooSmall = Product::Get().RunConfig2W(kFormRequest, nullptr, withStatus.reply.size()); });
