@@ -166,6 +166,7 @@ TAttrEditView AttrEditView(const TAttrDialogData& data) {
         view.override = s.features[data.selectedValue].override;
     }
     view.paletteEnabled = view.override || data.selectedValue == 0;
+    view.targetsEnabled = view.paletteEnabled;
     view.first = data.shown.rawForeground;
     view.second = data.shown.rawBackground;
     return view;
@@ -215,7 +216,14 @@ void SetAttrOverride(TAttrDialogData& data, bool on) {
     editEntry(data, [&](uint32_t&, bool& override, uint32_t&, uint32_t&) { override = on; });
 }
 
-void PickAttrColours(TAttrDialogData& data, uint32_t first, uint32_t second) {
+TPaletteMarks AttrPaletteMarks(const TAttrEditView& view, TPaletteTarget target) {
+    if (view.single) return {true, view.first, view.first, u'X', u'B'};
+    if (target == TPaletteTarget::Background) return {false, view.second, view.first, u'B', u'F'};
+    return {false, view.first, view.second, u'F', u'B'};
+}
+
+void PickAttrColours(TAttrDialogData& data, uint32_t first, uint32_t second, TPaletteTarget target) {
+    if (target == TPaletteTarget::Background) std::swap(first, second);
     if (data.selectedKind == 1) {
         data.changed = true;
         if (!itemHasEntry(data, kColourMapSize)) return;
@@ -227,6 +235,11 @@ void PickAttrColours(TAttrDialogData& data, uint32_t first, uint32_t second) {
         foreground = first;
         background = second;
     });
+}
+
+TAttrEditLayout ChooseAttrEditLayout(int normalWidth, int normalHeight, int areaWidth, int areaHeight) {
+    if (areaWidth <= 0 || areaHeight <= 0) return TAttrEditLayout::Normal;
+    return normalWidth > areaWidth || normalHeight > areaHeight ? TAttrEditLayout::Small : TAttrEditLayout::Normal;
 }
 
 void CancelAttrEdit(TAttrDialogData& data) {

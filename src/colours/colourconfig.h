@@ -63,6 +63,7 @@ struct TAttrEditView {
     bool overrideEnabled = false;
     bool paletteEnabled = false;
     bool single = false;  // a colour item: one selection, marked "X"
+    bool targetsEnabled = false;  // the small layout's "F" and "B": with two colours to choose between
     uint32_t first = 0;
     uint32_t second = 0;
 };
@@ -71,9 +72,30 @@ TAttrEditView BeginAttrEdit(TAttrDialogData& data);
 TAttrEditView AttrEditView(const TAttrDialogData& data);
 void ToggleAttrFeature(TAttrDialogData& data, uint32_t bit, bool on);
 void SetAttrOverride(TAttrDialogData& data, bool on);
-void PickAttrColours(TAttrDialogData& data, uint32_t first, uint32_t second);
+
+// Which colour the palette's first selection, and so a press of its left button, stands for: the
+// foreground, or after "B" of the small layout the background (the second then stands for the other).
+enum class TPaletteTarget { Foreground, Background };
+// The palette control's selections and their marker letters.
+struct TPaletteMarks {
+    bool single = false;
+    uint32_t first = 0;
+    uint32_t second = 0;
+    char16_t firstLetter = u'F';
+    char16_t secondLetter = u'B';
+};
+TPaletteMarks AttrPaletteMarks(const TAttrEditView& view, TPaletteTarget target);
+void PickAttrColours(TAttrDialogData& data, uint32_t first, uint32_t second,
+                     TPaletteTarget target = TPaletteTarget::Foreground);
+
 // Puts back the saved entry and palette; `changed` is left set, so the scheme still forks.
 void CancelAttrEdit(TAttrDialogData& data);
+
+// Edit Attribute's small layout, whose "F" and "B" stand in for a right button a pen does not have,
+// is for a screen whose work area the normal layout's window does not fit (both in pixels). An area
+// that could not be read keeps the normal layout.
+enum class TAttrEditLayout { Normal, Small };
+TAttrEditLayout ChooseAttrEditLayout(int normalWidth, int normalHeight, int areaWidth, int areaHeight);
 
 // The feature boxes of Edit Attribute, in their order on the dialog.
 struct TFeatureBox {

@@ -16,6 +16,7 @@
 #include "text/textutil.h"
 
 #include <algorithm>
+#include <cstring>
 #include <memory>
 #include <vector>
 
@@ -230,6 +231,8 @@ constexpr TDialogText kEditTexts[] = {
     {IDC_FEATURE_FIRST + 8, {u"IDC_FEATURE_INVISIBLE", kFeatureBoxes[8].text}},
     {IDC_OVERRIDE, {u"IDC_OVERRIDE", u"O&verride colour"}},
     {IDC_PALETTE_CFG, {u"IDC_PALETTE_CFG", u"&Palette..."}},
+    {IDC_ATTR_FOREGROUND, {u"IDC_ATTR_FOREGROUND", u"F"}},  // the small layout's
+    {IDC_ATTR_BACKGROUND, {u"IDC_ATTR_BACKGROUND", u"B"}},
     {IDOK, kOkText},
     {IDCANCEL, kCancelText},
     {IDHELP, kHelpText},
@@ -250,23 +253,40 @@ private:
         return SendDlgItemMessageW(Window(), IDC_ATTR_PALETTE, message, wParam, lParam);
     }
     void ShowEntry(const TAttrEditView& view);
+    void ShowMarks(const TAttrEditView& view);
+    // The palette, and the small layout's "F" and "B" (the normal layout has none: skipped).
+    void EnablePalette(const TAttrEditView& view) {
+        EnableControl(Window(), IDC_ATTR_PALETTE, view.paletteEnabled);
+        EnableControl(Window(), IDC_ATTR_FOREGROUND, view.targetsEnabled);
+        EnableControl(Window(), IDC_ATTR_BACKGROUND, view.targetsEnabled);
+    }
+    void Target(TPaletteTarget target) {
+        target_ = target;
+        ShowMarks(AttrEditView(data_));
+    }
     void ShowSample() const { ShowCurrentItem(Window(), IDC_ATTR_CHANGE_SAMPLE, IDC_ATTR_CHANGE_CONTRAST, data_); }
 
     TAttrDialogData& data_;
+    TPaletteTarget target_ = TPaletteTarget::Foreground;
 };
 
 INT_PTR AttrEditDlg::OnInit() {
     SetControlText(Window(), IDC_ATTR_LABEL, GetControlText(Window(), IDC_ATTR_LABEL) + data_.currentLabel);
     const TAttrEditView view = BeginAttrEdit(data_);
     ToPalette(kPaletteSetColours, 0, reinterpret_cast<LPARAM>(data_.working.palette.data()));
-    ToPalette(kPaletteSetFirstLetter, view.single ? u'X' : u'F');
-    ToPalette(kPaletteSetSecondLetter, u'B');
-    ToPalette(kPaletteSetSingle, view.single ? 1 : 0);
-    ToPalette(kPaletteSetFirst, view.first);
-    if (!view.single) ToPalette(kPaletteSetSecond, view.second);
+    ShowMarks(view);
     ShowEntry(view);
     ShowSample();
     return TRUE;
+}
+
+void AttrEditDlg::ShowMarks(const TAttrEditView& view) {
+    const TPaletteMarks marks = AttrPaletteMarks(view, target_);
+    ToPalette(kPaletteSetFirstLetter, marks.firstLetter);
+    ToPalette(kPaletteSetSecondLetter, marks.secondLetter);
+    ToPalette(kPaletteSetSingle, marks.single ? 1 : 0);
+    ToPalette(kPaletteSetFirst, marks.first);
+    if (!marks.single) ToPalette(kPaletteSetSecond, marks.second);
 }
 
 void AttrEditDlg::ShowEntry(const TAttrEditView& view) {
@@ -276,7 +296,7 @@ void AttrEditDlg::ShowEntry(const TAttrEditView& view) {
     }
     SetChecked(Window(), IDC_OVERRIDE, view.override);
     EnableControl(Window(), IDC_OVERRIDE, view.overrideEnabled);
-    EnableControl(Window(), IDC_ATTR_PALETTE, view.paletteEnabled);
+    EnablePalette(view);
 }
 
 INT_PTR AttrEditDlg::OnCommand(int id, int code) {
@@ -291,14 +311,20 @@ INT_PTR AttrEditDlg::OnCommand(int id, int code) {
     case IDC_OVERRIDE:
         if (code == BN_CLICKED) {
             SetAttrOverride(data_, IsChecked(Window(), IDC_OVERRIDE));
-            EnableControl(Window(), IDC_ATTR_PALETTE, AttrEditView(data_).paletteEnabled);
+            EnablePalette(AttrEditView(data_));
             ShowSample();
         }
         return TRUE;
     case IDC_ATTR_PALETTE:  // the palette's own notification carries no code
         PickAttrColours(data_, static_cast<uint32_t>(ToPalette(kPaletteGetFirst, 0)),
-                        static_cast<uint32_t>(ToPalette(kPaletteGetSecond, 0)));
+                        static_cast<uint32_t>(ToPalette(kPaletteGetSecond, 0)), target_);
         ShowSample();
+        return TRUE;
+    case IDC_ATTR_FOREGROUND:
+        if (code == BN_CLICKED) Target(TPaletteTarget::Foreground);
+        return TRUE;
+    case IDC_ATTR_BACKGROUND:
+        if (code == BN_CLICKED) Target(TPaletteTarget::Background);
         return TRUE;
     case IDC_PALETTE_CFG:
         if (code == BN_CLICKED && RunPaletteDialog(Window(), data_)) {
@@ -570,6 +596,39 @@ INT_PTR PaletteDlg::OnCommand(int id, int code) {
     }
 }
 
+// The window size in pixels of one of our templates (all extended ones), in the font of `dialog`,
+// which shares it; empty when the template can't be read.
+SIZE TemplateWindowSize(HWND dialog, int templateId) {
+    // The head of an extended template, as the resource compiler lays it out.
+    struct {
+        WORD version, signature;  // 1 and 0xFFFF
+        DWORD helpId, exStyle, style;
+        WORD items;
+        short x, y, cx, cy;  // dialog units
+    } head{};
+    HINSTANCE instance = FormsInstance();
+    HRSRC resource = FindResourceW(instance, MAKEINTRESOURCEW(templateId), RT_DIALOG);
+    const void* bytes = resource ? LockResource(LoadResource(instance, resource)) : nullptr;
+    if (!bytes || SizeofResource(instance, resource) < sizeof head) return {};
+    std::memcpy(&head, bytes, sizeof head);
+    RECT rect{0, 0, head.cx, head.cy};
+    if (head.signature != 0xFFFF || !MapDialogRect(dialog, &rect) ||
+        !AdjustWindowRectEx(&rect, head.style, FALSE, head.exStyle))
+        return {};
+    return SIZE{rect.right - rect.left, rect.bottom - rect.top};
+}
+
+// Edit Attribute in the layout that fits the screen less its task bars.
+int AttrEditTemplate(HWND parent) {
+    RECT area{};
+    if (!SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0)) return IDD_ATTR_CHANGE;
+    const SIZE normal = TemplateWindowSize(parent, IDD_ATTR_CHANGE);
+    return ChooseAttrEditLayout(normal.cx, normal.cy, area.right - area.left, area.bottom - area.top) ==
+                   TAttrEditLayout::Small
+               ? IDD_ATTR_CHANGE_SMALL
+               : IDD_ATTR_CHANGE;
+}
+
 template <class Dialog>
 bool RunOn(HWND parent, TAttrDialogData& data, int templateId) {
     Dialog dialog(data);
@@ -578,7 +637,9 @@ bool RunOn(HWND parent, TAttrDialogData& data, int templateId) {
 
 }  // namespace
 
-bool RunAttrEditDialog(HWND parent, TAttrDialogData& data) { return RunOn<AttrEditDlg>(parent, data, IDD_ATTR_CHANGE); }
+bool RunAttrEditDialog(HWND parent, TAttrDialogData& data) {
+    return RunOn<AttrEditDlg>(parent, data, AttrEditTemplate(parent));
+}
 bool RunAdvancedAttrDialog(HWND parent, TAttrDialogData& data) {
     return RunOn<AdvancedAttrDlg>(parent, data, IDD_ATTR_ADVANCED_PPC);
 }

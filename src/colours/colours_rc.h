@@ -47,6 +47,7 @@
 #define IDD_ATTR_ADVANCED_PPC 184
 #define IDD_ATTR_SAVESCHEME 185
 #define IDD_ATTR_PALCFG 186
+#define IDD_ATTR_CHANGE_SMALL 187  // Edit Attribute for a small screen
 
 #define IDC_SCHEME_LABEL 1850
 #define IDC_SCHEME 1851
@@ -103,3 +104,5 @@
 #define IDC_PAL_PATCH 1906
 #define IDC_ATTRCONTRAST 1907
 #define IDC_ATTR_CHANGE_CONTRAST 1908
+#define IDC_ATTR_FOREGROUND 1909  // "F" and "B" of the small Edit Attribute
+#define IDC_ATTR_BACKGROUND 1910

@@ -194,22 +194,43 @@ TEST(AttrEdit, ViewByKind) {
     struct Case {
         uint32_t item;
         uint32_t features;
-        bool featuresOn, overrideOn, paletteOn, single;
+        bool featuresOn, overrideOn, paletteOn, single, targetsOn;
         uint32_t first, second;
     };
     const Case cases[] = {
-        {0, 0, true, false, true, false, 7, 0},                            // Normal: no override, palette on
-        {1, kAttrBlink | kFeatureBox, true, true, false, false, 3, 4},     // override off: palette off
-        {static_cast<uint32_t>(f.data.firstColourItem) + 4, 0, false, false, true, true, 4, 4},
-        {static_cast<uint32_t>(f.data.firstFieldItem), kAttrUnderline, true, true, true, false, 5, 6},  // field 0
+        {0, 0, true, false, true, false, true, 7, 0},                            // Normal: no override, palette on
+        {1, kAttrBlink | kFeatureBox, true, true, false, false, false, 3, 4},    // override off: palette off
+        {static_cast<uint32_t>(f.data.firstColourItem) + 4, 0, false, false, true, true, false, 4, 4},  // one colour
+        {static_cast<uint32_t>(f.data.firstFieldItem), kAttrUnderline, true, true, true, false, true, 5, 6},  // field 0
     };
     for (const Case& c : cases) {
         SelectListItem(f.data, c.item);
         const TAttrEditView v = BeginAttrEdit(f.data);
         SCOPED_TRACE(c.item);
-        EXPECT_EQ(V({v.features, v.featuresEnabled, v.overrideEnabled, v.paletteEnabled, v.single, v.first, v.second}),
-                  V({c.features, c.featuresOn, c.overrideOn, c.paletteOn, c.single, c.first, c.second}));
+        EXPECT_EQ(V({v.features, v.featuresEnabled, v.overrideEnabled, v.paletteEnabled, v.single, v.targetsEnabled,
+                     v.first, v.second}),
+                  V({c.features, c.featuresOn, c.overrideOn, c.paletteOn, c.single, c.targetsOn, c.first, c.second}));
     }
+}
+
+// The small layout only where the normal one does not fit; its "B" puts the palette's first selection,
+// and so a press, on the background, "F" back on the foreground.
+TEST(AttrEdit, SmallLayoutAndWhatItsFAndBMark) {
+    struct Fit {
+        int width, height;
+        TAttrEditLayout layout;
+    };
+    for (const Fit& fit : {Fit{400, 300, TAttrEditLayout::Normal}, Fit{399, 300, TAttrEditLayout::Small},
+                           Fit{400, 299, TAttrEditLayout::Small}, Fit{0, 0, TAttrEditLayout::Normal}})
+        EXPECT_EQ(ChooseAttrEditLayout(400, 300, fit.width, fit.height), fit.layout) << fit.width << "x" << fit.height;
+
+    const auto marks = [](bool single, TPaletteTarget target) {
+        const TPaletteMarks m = AttrPaletteMarks(TAttrEditView{.single = single, .first = 3, .second = 4}, target);
+        return V({m.single, m.first, m.second, m.firstLetter, m.secondLetter});
+    };
+    EXPECT_EQ(marks(false, TPaletteTarget::Foreground), V({0, 3, 4, u'F', u'B'}));
+    EXPECT_EQ(marks(false, TPaletteTarget::Background), V({0, 4, 3, u'B', u'F'}));
+    EXPECT_EQ(marks(true, TPaletteTarget::Background), V({1, 3, 3, u'X', u'B'}));
 }
 
 TEST(AttrEdit, EditsResolveAgainAndCancelRestoresButStaysChanged) {
@@ -222,7 +243,9 @@ TEST(AttrEdit, EditsResolveAgainAndCancelRestoresButStaysChanged) {
     SetAttrOverride(f.data, true);
     EXPECT_TRUE(AttrEditView(f.data).paletteEnabled);
     PickAttrColours(f.data, 2, 9);
-    EXPECT_EQ(V({f.data.shown.foreground, f.data.shown.background}), V({9, 2}));
+    EXPECT_EQ(V({f.data.shown.foreground, f.data.shown.background}), V({9, 2}));  // Reverse swaps
+    PickAttrColours(f.data, 9, 2, TPaletteTarget::Background);  // the first selection is the background
+    EXPECT_EQ(V({f.data.shown.rawForeground, f.data.shown.rawBackground}), V({2, 9}));
     ToggleAttrFeature(f.data, kAttrReverse, false);
     EXPECT_EQ(V({f.data.shown.foreground, f.data.shown.background}), V({2, 9}));
     f.data.working.palette[3] = 1;

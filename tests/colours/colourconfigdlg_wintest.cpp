@@ -197,6 +197,43 @@ TEST_F(ColourRoute, PaletteEditorTakesTheLowByteOfATypedNumber) {
     EXPECT_EQ(sent[0].palette[15], MakeColour(44, 255, 255));
 }
 
+// On a screen too small for Edit Attribute its small layout opens, where "F" and "B" choose which
+// colour a press on the palette picks: the reply is the one that the two mouse buttons give in the
+// normal layout.
+TEST_F(ColourRoute, SmallLayoutPicksWithFAndBWhatTheMouseButtonsPick) {
+    const auto edit = [&](bool small) {
+        return RunColours([&](Driver& d, HWND dlg) {
+            Driver::SelectRow(dlg, IDC_ATTRLIST, 2);  // Reverse: yellow on red of its own
+            d.InDialog(dlg, IDC_ATTREDIT, L"Edit Attribute", [&](HWND edit) {
+                EXPECT_EQ(GetDlgItem(edit, IDC_ATTR_BACKGROUND) != nullptr, small);
+                if (small) {
+                    Driver::Click(edit, IDC_ATTR_BACKGROUND);
+                    d.Settle();
+                    EXPECT_EQ(SendDlgItemMessageW(edit, IDC_ATTR_PALETTE, kPaletteGetFirst, 0, 0), 4);
+                }
+                PressCell(edit, 2, !small);
+                if (small) Driver::Click(edit, IDC_ATTR_FOREGROUND);
+                d.Settle();
+                PressCell(edit, 5, false);
+                Driver::Click(edit, IDOK);
+            });
+            d.Close(dlg);
+        });
+    };
+    const RunResult normal = edit(false);
+    RECT area{};
+    SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0);
+    RECT pocket{0, 0, 240, 320};
+    SystemParametersInfoW(SPI_SETWORKAREA, 0, &pocket, 0);
+    const RunResult small = edit(true);
+    SystemParametersInfoW(SPI_SETWORKAREA, 0, &area, 0);
+    EXPECT_EQ(small.reply, normal.reply);
+    const TColourSchemeList sent = SchemesOf(small.reply);
+    ASSERT_EQ(sent.size(), 1u);
+    EXPECT_EQ(std::vector<uint32_t>({sent[0].features[16].foreground, sent[0].features[16].background}),
+              std::vector<uint32_t>({5, 2}));
+}
+
 // Cancel in each sub-dialog: Configure Palette's edits go (its change still counts, as Edit
 // Attribute's does), Advanced and Save as change nothing. A request without schemes opens too.
 TEST_F(ColourRoute, CancelInEverySubDialogKeepsNothingButTheFork) {
