@@ -25,8 +25,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
     if (!dm.empty()) {
         qrl::TPrinterProperty fromBlock;
         qrl::ReadDeviceMode(fromBlock, dm.data(), dm.size());
-        // A block built here describes itself: building again from what it reads gives it back.
-        if (qrl::BuildDeviceMode(fromBlock) != dm) __builtin_trap();
+        // What the block states of itself, dmSize and dmDriverExtra, stays inside it; with the
+        // structure's own size it describes itself: building again from what it reads gives it back.
+        const std::size_t stated = dm[68] | dm[69] << 8, extra = dm[70] | dm[71] << 8;
+        if (stated + extra > dm.size()) __builtin_trap();
+        if (stated == qrl::kDevModeSize && qrl::BuildDeviceMode(fromBlock) != dm) __builtin_trap();
     }
     const std::vector<uint8_t> dn = qrl::BuildDevNames(p);
     qrl::ReadDevNames(again, dn.data(), dn.size());
