@@ -23,8 +23,9 @@ TEST(Soak, ClassicKeymap) {
             PostMessageW(FindWindowW(L"PressKeyWin", nullptr), WM_KEYDOWN, VK_F2, 0);
             d.Settle(0);
             d.Close(byPhys, IDC_LIST_BYEMUL);
-            HWND byEmul = d.WaitForDialog(L"Keyboard Configuration", 15000, 0);
-            d.OpenAndClose(byEmul, IDC_ADD_PKEY, L"Select a Physical Key", IDCANCEL);
+            HWND byEmul = d.WaitForDialog(L"Select a Physical Key", 15000, 0);
+            Driver::Click(byEmul, IDC_ADD_PKEY);  // the select dialog, of the same title
+            d.Close(d.WaitForPopup(byEmul), IDCANCEL);
             d.Close(byEmul, IDCANCEL);
         }, 0).code == 2;
     });
