@@ -29,11 +29,14 @@ double ContrastRatio(uint32_t foreground, uint32_t background) {
     return (std::max(a, b) + 0.05) / (std::min(a, b) + 0.05);
 }
 
-std::u16string ContrastText(double ratio) {
+std::u16string ContrastFigure(double ratio) {
     const long long tenths = static_cast<long long>(std::floor(ratio * 10.0 + 1e-9));
-    std::u16string text = Translate(u"contrast_label", u"Contrast ") + decimal(tenths / 10) + u"." +
-                          decimal(tenths % 10) + u":1";
-    if (ratio < kMinimumReadableContrast) text += Translate(u"contrast_low", u" (low: hard to read)");
+    return decimal(tenths / 10) + u"." + decimal(tenths % 10) + u":1";
+}
+
+std::u16string ContrastText(double ratio) {
+    std::u16string text = Translate(u"contrast_label", u"Contrast ") + ContrastFigure(ratio);
+    if (ratio < kMinimumReadableContrast) text += Translate(u"contrast_low", u" \u2013 hard to read");
     return text;
 }
 

@@ -14,8 +14,9 @@ double ContrastRatio(uint32_t foreground, uint32_t background);
 // Below this, normal text counts as hard to read.
 inline constexpr double kMinimumReadableContrast = 4.5;
 
-// "Contrast 3.2:1", with the low-contrast mark appended when the ratio is below the minimum. The
-// ratio is cut, not rounded, to one decimal, so 4.49 never shows as a passing 4.5.
+// "3.2:1": the ratio cut, not rounded, to one decimal, so 4.49 never shows as a passing 4.5.
+std::u16string ContrastFigure(double ratio);
+// "Contrast 3.2:1", with " \u2013 hard to read" appended when the ratio is below the minimum.
 std::u16string ContrastText(double ratio);
 
 }  // namespace qrl

@@ -71,7 +71,7 @@ TEST_F(ColourMapEditors, Ibm5250ColourTerminalEditsTheColourPart) {
         Driver::Click(dlg, IDC_5250_REVERT);
         d.Settle();
         EXPECT_TRUE(Checked(dlg, IDC_5250_REVERSE));
-        EXPECT_EQ(Driver::Text(GetDlgItem(dlg, IDC_5250_CONTRAST)), L"Contrast 4.4:1 (low: hard to read)");
+        EXPECT_EQ(Driver::Text(GetDlgItem(dlg, IDC_5250_CONTRAST)), L"Contrast 4.4:1 \u2013 hard to read");
         Driver::Click(dlg, IDOK);
     });
     bool askedForBlue = false;

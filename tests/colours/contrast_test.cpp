@@ -14,10 +14,10 @@ TEST(Contrast, KnownPairsAndTheirText) {
     } cases[] = {
         {0x000000, 0xFFFFFF, 21.0, u"Contrast 21.0:1"},
         {0xFFFFFF, 0x000000, 21.0, u"Contrast 21.0:1"},  // either way round
-        {0x123456, 0x123456, 1.0, u"Contrast 1.0:1 (low: hard to read)"},
-        {0x777777, 0xFFFFFF, 4.478, u"Contrast 4.4:1 (low: hard to read)"},  // cut, not rounded up
+        {0x123456, 0x123456, 1.0, u"Contrast 1.0:1 \u2013 hard to read"},
+        {0x777777, 0xFFFFFF, 4.478, u"Contrast 4.4:1 \u2013 hard to read"},  // cut, not rounded up
         {0x767676, 0xFFFFFF, 4.542, u"Contrast 4.5:1"},
-        {0x0000FF, 0xFFFFFF, 3.998, u"Contrast 3.9:1 (low: hard to read)"},  // pure red: red is the low byte
+        {0x0000FF, 0xFFFFFF, 3.998, u"Contrast 3.9:1 \u2013 hard to read"},  // pure red: red is the low byte
         {0x02FFFFFF, 0x01000000, 21.0, u"Contrast 21.0:1"},  // top bytes are not colour
     };
     for (const auto& c : cases) {
