@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "keyboard/graphickeymap.h"
 #include "keyboard/kdf.h"
 #include "platform/tempfolder.h"
 
@@ -42,10 +43,8 @@ public:
 
 struct Run {
     int count = 1;
-    int inactive = 0;
-    int code = 0;
-    int value = 0;
     std::string label;
+    int code = 0, inactive = 0, value = 0;
 };
 
 struct KeySpec {
@@ -66,8 +65,7 @@ struct LayoutSpec {
 };
 
 struct KeyboardSpec {
-    std::string directoryName;
-    std::string blockName;
+    std::string directoryName, blockName;
     std::vector<LayoutSpec> layouts;
     std::optional<int> layoutCount;
 };
@@ -123,10 +121,6 @@ Bytes file(const std::vector<KeyboardSpec>& keyboards, int magic = 8816, int ver
     return b;
 }
 
-Run run(int count, const std::string& label, int code = 0, int inactive = 0, int value = 0) {
-    return Run{count, inactive, code, value, label};
-}
-
 int readBytes(const Bytes& bytes, const std::string& name, KbKeyboard& target, std::size_t length = SIZE_MAX) {
     KbHdr header;
     KdfMemoryInput input(bytes.data.data(), std::min(length, bytes.size()));
@@ -134,38 +128,32 @@ int readBytes(const Bytes& bytes, const std::string& name, KbKeyboard& target, s
 }
 
 KeySpec plainKey(int code, const std::string& label) {
-    return KeySpec{.code = code, .width = 10, .height = 10, .shifts = {run(8, label, code)}};
+    return KeySpec{.code = code, .width = 10, .height = 10, .shifts = {{8, label, code}}};
 }
 
 Bytes oneLayout(const std::vector<KeySpec>& keys) {
     return file({KeyboardSpec{"pc", "pc", {LayoutSpec{.name = "L", .keys = keys}}, {}}});
 }
 
-// A whole table on one line: labels joined by '|', codes by spaces, inactive flags as 0 and 1.
-std::string labels(const KbShiftTable& t) {
+// A whole table on one line, entries joined by '|': each label, with its code and a '!' when inactive.
+std::string entries(const KbShiftTable& t, bool withCodes = true) {
     std::string out;
-    for (int i = 0; i < kShiftStates; ++i) out += (i ? "|" : "") + t[i].Label;
+    for (int i = 0; i < kShiftStates; ++i) {
+        out += (i ? "|" : "") + t[i].Label;
+        if (withCodes) out += "/" + std::to_string(t[i].Code) + (t[i].Inactive ? "!" : "");
+    }
     return out;
 }
-std::string codes(const KbShiftTable& t) {
-    std::string out;
-    for (int i = 0; i < kShiftStates; ++i) out += (i ? " " : "") + std::to_string(t[i].Code);
-    return out;
-}
-std::string flags(const KbShiftTable& t) {
-    std::string out;
-    for (const KbKeyShift& s : t) out += s.Inactive ? '1' : '0';
-    return out;
-}
+std::string labels(const KbShiftTable& t) { return entries(t, false); }
 
 // One keyboard of two layouts with attributes, a toggled key and a run-length table of every
 // shape: the sample for the field checks and for truncation.
 KeyboardSpec richKeyboard() {
     const KeySpec toggled{.code = 0x67, .x = -5, .y = 0x7FFF, .width = 40, .height = 80, .mask = 16, .altCode = 0x24,
-                          .value = 200, .shifts = {run(1, "7", 0x67, 0, 9), run(1, "&", -2, 5), run(6, "x", 0x67)},
-                          .altShifts = {run(2, "Home", 0x24), run(1, "", 0x24, 1)}};  // states 3 to 7 left out
+                          .value = 200, .shifts = {{1, "7", 0x67, 0, 9}, {1, "&", -2, 5}, {6, "x", 0x67}},
+                          .altShifts = {{2, "Home", 0x24}, {1, "", 0x24, 1}}};  // states 3 to 7 left out
     KeySpec eightRuns{.code = 0x41, .width = 10, .height = 10, .closeShifts = false};  // eight runs end the table
-    for (char s = 0; s < 8; ++s) eightRuns.shifts.push_back(run(1, std::string(1, char('a' + s)), 0x41 + s));
+    for (char s = 0; s < 8; ++s) eightRuns.shifts.push_back({1, std::string(1, char('a' + s)), 0x41 + s});
     const LayoutSpec first{.name = "First", .text1 = "one", .text2 = "two", .text3 = "three", .keyUnit = -3,
                            .value2 = 7, .attributes = {{255, "attr"}, {1, ""}},
                            .keys = {toggled, eightRuns, plainKey(0x20, "Space")}};
@@ -181,25 +169,20 @@ TEST(KdfReader, ReadsEveryFieldOfKeyboardLayoutAndKey) {
 
     const KbLayout& l = kb.Layouts[0];
     EXPECT_EQ(l.Name + "|" + l.Text1 + "|" + l.Text2 + "|" + l.Text3, "First|one|two|three");
-    EXPECT_EQ(std::vector<int>({l.KeyUnit, l.LayoutValue2, l.State}), std::vector<int>({-3, 7, 0}));
+    EXPECT_EQ(std::vector<int>({l.KeyUnit, l.LayoutValue2}), std::vector<int>({-3, 7}));
     ASSERT_EQ(l.Attributes.size(), 2u);
-    EXPECT_EQ(l.Attributes[0].Value, 255u);
-    EXPECT_EQ(l.Attributes[0].Text + "|" + l.Attributes[1].Text, "attr|");
+    EXPECT_EQ(std::to_string(l.Attributes[0].Value) + l.Attributes[0].Text + "|" + l.Attributes[1].Text, "255attr|");
     ASSERT_EQ(l.Keys.size(), 3u);
 
     const KbKey& k = l.Keys[0];  // x is negative: sign extension
     EXPECT_EQ(std::vector<int>({k.Code, k.X, k.Y, k.Width, k.Height, k.ModifierMask, k.AltCode, k.KeyValue,
                                 k.UsesShiftCodes, k.Shifts[0].ShiftValue}),
               std::vector<int>({0x67, -5, 0x7FFF, 40, 80, 16, 0x24, 200, 0, 9}));
-    EXPECT_EQ(labels(k.Shifts), "7|&|x|x|x|x|x|x");
-    EXPECT_EQ(codes(k.Shifts), "103 -2 103 103 103 103 103 103");
-    EXPECT_EQ(flags(k.Shifts), "01000000");  // any non-zero byte
-    EXPECT_EQ(labels(k.AltShifts), "Home|Home||||||");  // states no run covers stay empty
-    EXPECT_EQ(codes(k.AltShifts), "36 36 36 0 0 0 0 0");
-    EXPECT_EQ(flags(k.AltShifts), "00100000");
+    // Any non-zero byte is inactive; states no run covers stay empty.
+    EXPECT_EQ(entries(k.Shifts), "7/103|&/-2!|x/103|x/103|x/103|x/103|x/103|x/103");
+    EXPECT_EQ(entries(k.AltShifts), "Home/36|Home/36|/36!|/0|/0|/0|/0|/0");
 
-    EXPECT_EQ(labels(l.Keys[1].Shifts), "a|b|c|d|e|f|g|h");
-    EXPECT_EQ(codes(l.Keys[1].Shifts), "65 66 67 68 69 70 71 72");
+    EXPECT_EQ(entries(l.Keys[1].Shifts), "a/65|b/66|c/67|d/68|e/69|f/70|g/71|h/72");
     EXPECT_EQ(labels(l.Keys[1].AltShifts), "|||||||");  // no AltCode, no second table
     // The key behind a table of eight runs, and no second table, is read in step.
     EXPECT_EQ(l.Keys[2].Code, 0x20);
@@ -311,11 +294,11 @@ TEST(KdfReader, CountsLargerThanTheFileEndInShortRead) {
 
 TEST(KdfReader, ShiftRunsPastTheTableAreDroppedAndTheFileStaysInStep) {
     // 255 covers the table at once; the runs after it lie outside and are read, then dropped.
-    KeySpec overflowing{.code = 0x51, .shifts = {run(255, "big", 1), run(3, "lost", 2), run(9, "lost too", 3)}};
-    KeySpec straddling{.code = 0x52, .shifts = {run(2, "a", 1), run(8, "b", 2)}};  // the second reaches state 9
-    KeySpec full{.code = 0x53, .shifts = {run(8, "all", 1), run(1, "after", 2)}};  // a run after all eight are set
-    KeySpec eightRunsOfTwo{.code = 0x54, .altCode = 0x55, .closeShifts = false, .altShifts = {run(200, "alt", 9)}};
-    for (int r = 0; r < 8; ++r) eightRunsOfTwo.shifts.push_back(run(2, "r" + std::to_string(r), r));
+    KeySpec overflowing{.code = 0x51, .shifts = {{255, "big", 1}, {3, "lost", 2}, {9, "lost too", 3}}};
+    KeySpec straddling{.code = 0x52, .shifts = {{2, "a", 1}, {8, "b", 2}}};  // the second reaches state 9
+    KeySpec full{.code = 0x53, .shifts = {{8, "all", 1}, {1, "after", 2}}};  // a run after all eight are set
+    KeySpec eightRunsOfTwo{.code = 0x54, .altCode = 0x55, .closeShifts = false, .altShifts = {{200, "alt", 9}}};
+    for (int r = 0; r < 8; ++r) eightRunsOfTwo.shifts.push_back({2, "r" + std::to_string(r), r});
 
     KbKeyboard kb;
     ASSERT_EQ(readBytes(oneLayout({overflowing, straddling, full, eightRunsOfTwo, plainKey(0x99, "last")}), "pc", kb),
@@ -334,7 +317,7 @@ TEST(KdfReader, ShiftRunsPastTheTableAreDroppedAndTheFileStaysInStep) {
 }
 
 TEST(KdfReader, TextsAreCutAtAZeroByteAndEmptyOnesLeaveTheTarget) {
-    KeySpec k{.code = 0x41, .shifts = {run(1, std::string("ab\0cd", 5)), run(1, ""), run(6, std::string("\0z", 2))}};
+    KeySpec k{.code = 0x41, .shifts = {{1, std::string("ab\0cd", 5)}, {1, ""}, {6, std::string("\0z", 2)}}};
     const LayoutSpec l{.name = std::string("Lay\0out", 7), .keys = {k}};
     KbKeyboard kb;
     kb.Name = "before";
@@ -346,48 +329,16 @@ TEST(KdfReader, TextsAreCutAtAZeroByteAndEmptyOnesLeaveTheTarget) {
     EXPECT_EQ(kb.Layouts[1].Name, "");
 }
 
-TEST(KdfModel, GraphicKeyboardGetsGraphicLayoutsAndKeys) {
+// The header deletes keyboards of either kind that it is given (the sanitizers watch this).
+TEST(KdfModel, HeadersMakeAndDeleteKeyboardsOfTheirKind) {
     GKbHdr header;
-    GKbKeyboard kb;
-    const Bytes bytes = file({richKeyboard()});
-    KdfMemoryInput whole(bytes.data.data(), bytes.size());
-    ASSERT_EQ(readKeyboard(header, whole, "pc", kb), kKdfOk);
-    for (auto& layout : kb.Layouts) {
-        ASSERT_NE(dynamic_cast<GKbLayout*>(&layout), nullptr);
-        for (auto& key : layout.Keys) {
-            auto* g = dynamic_cast<GKbKey*>(&key);
-            ASSERT_NE(g, nullptr);
-            EXPECT_EQ(g->Owner, nullptr);  // set by the caller once the keyboard is whole
-        }
-    }
-    kb.setOwners();
-    EXPECT_EQ(kb.layout(1).key(0).Owner, &kb.layout(1));
-    EXPECT_FALSE(kb.layout(0).Scaled);
-    EXPECT_TRUE(header.Keyboards.empty());
-
-    // The header deletes keyboards of either kind that it is given (the sanitizers watch this).
     header.Keyboards.push_back(header.newKeyboard("g"));
     KbHdr plainHeader;
     plainHeader.Keyboards.push_back(plainHeader.newKeyboard("p"));
     plainHeader.Keyboards.push_back(header.newKeyboard("g2"));
     EXPECT_NE(dynamic_cast<GKbKeyboard*>(&header.Keyboards[0]), nullptr);
     EXPECT_EQ(dynamic_cast<GKbKeyboard*>(&plainHeader.Keyboards[0]), nullptr);
-    EXPECT_EQ(plainHeader.Keyboards[1].Name, "g2");
-}
-
-// The sample keyboards that come with the sources: read back through the module's reader, they
-// must give the boards they describe.
-int readSample(const char* file, const std::string& name, KbKeyboard& keyboard) {
-    const std::string path = std::string(QRL_SOURCE_DIR) + "/samples/keyboards/" + file;
-    std::FILE* f = std::fopen(path.c_str(), "rb");
-    if (f == nullptr) {
-        ADD_FAILURE() << "cannot open " << path;
-        return 1;
-    }
-    KbHdr header;
-    const int result = readKeyboard(header, f, name, keyboard);
-    std::fclose(f);
-    return result;
+    EXPECT_EQ(plainHeader.Keyboards[0].Name + plainHeader.Keyboards[1].Name, "pg2");
 }
 
 std::string names(const KbKeyboard& kb) {
@@ -396,10 +347,14 @@ std::string names(const KbKeyboard& kb) {
     return out;
 }
 
-// A picture drawn from the layout shows every key whole: none overlaps another.
-void expectNoOverlap(const KbLayout& layout) {
+// A picture drawn from the layout shows every key whole: none overlaps another. The reader made
+// graphic keys, each owned by its layout.
+void expectWholeKeys(const KbLayout& layout) {
     for (std::size_t i = 0; i < layout.Keys.size(); ++i) {
         const KbKey& a = layout.Keys[i];
+        const auto* graphic = dynamic_cast<const GKbKey*>(&a);
+        ASSERT_NE(graphic, nullptr);
+        EXPECT_EQ(graphic->Owner, &layout);
         EXPECT_TRUE(a.Width > 0 && a.Height > 0 && a.X >= 0 && a.Y >= 0) << layout.Name << ": key " << a.Code;
         for (std::size_t j = i + 1; j < layout.Keys.size(); ++j) {
             const KbKey& b = layout.Keys[j];
@@ -410,7 +365,9 @@ void expectNoOverlap(const KbLayout& layout) {
     }
 }
 
-TEST(SampleKeyboards, EachReadsWholeWithItsLayoutsAndNoOverlappingKeys) {
+// The sample keyboards that come with the sources load as graphic keyboards that give the boards
+// they describe.
+TEST(SampleKeyboards, EachLoadsWholeWithItsLayoutsAndNoOverlappingKeys) {
     const struct { const char* file; const char* name; const char* layouts; std::size_t keys; } samples[] = {
         {"at102.kdf", "pc", "United Kingdom|Deutschland", 102},
         {"IBM5250.kdf", "IBM5250", "US English|Deutsch", 122},
@@ -418,12 +375,14 @@ TEST(SampleKeyboards, EachReadsWholeWithItsLayoutsAndNoOverlappingKeys) {
     };
     for (const auto& sample : samples) {
         SCOPED_TRACE(sample.file);
-        KbKeyboard kb;
-        ASSERT_EQ(readSample(sample.file, sample.name, kb), kKdfOk);
+        const std::string path = std::string(QRL_SOURCE_DIR) + "/samples/keyboards/" + sample.file;
+        GKbKeyboard kb;
+        ASSERT_EQ(LoadKeyboard(std::u16string(path.begin(), path.end()), sample.name, kb), kKdfOk);
         EXPECT_EQ(names(kb), sample.layouts);
         for (const KbLayout& layout : kb.Layouts) {
+            ASSERT_NE(dynamic_cast<const GKbLayout*>(&layout), nullptr);
             EXPECT_EQ(layout.Keys.size(), sample.keys);
-            expectNoOverlap(layout);
+            expectWholeKeys(layout);
         }
     }
 }
@@ -439,7 +398,6 @@ TEST(JoinPath, AbsoluteNamesStandAndOthersGoUnderTheFolder) {
         {u"C:\\kdf", u"\\\\server\\share\\x.kdf", u"\\\\server\\share\\x.kdf"},
         {u"C:\\kdf", u"D:\\x.kdf", u"D:\\x.kdf"},
         {u"C:\\kdf", u"/x.kdf", u"/x.kdf"},
-        {u"C:\\kdf", u"/", u"/"},
         // A drive with nothing or anything but a slash behind it is relative.
         {u"C:\\kdf", u"D:", u"C:\\kdf\\D:"},
         {u"C:\\kdf", u"D:x.kdf", u"C:\\kdf\\D:x.kdf"},
