@@ -244,7 +244,7 @@ TEST(KeyMapRules, GraphicMappingReplacesEveryEntryOfTheShownCode) {
 // Map in the graphic editor on a code with two global strings: the first goes, once, and only
 // after a Yes; setting a global string asks nothing.
 TEST(KeyMapRules, GraphicMapLosesOneGlobalStringAfterTheQuestion) {
-    const struct { TMapTarget target; const char16_t* text; bool yes; TMapResult result; const char16_t* after; } cases[] = {
+    const struct { TMapTarget to; const char16_t* text; bool yes; TMapResult result; const char16_t* left; } cases[] = {
         {TMapTarget::String, u"s", true, TMapResult::Mapped, u"P; E; M 112>7; S 112:s; G 112:g2"},
         {TMapTarget::EmulationKey, u"", true, TMapResult::Mapped, u"P; E; M 112>5; S; G 112:g2"},
         {TMapTarget::String, u"", true, TMapResult::Blank, u"P; E; M 112>7; S; G 112:g2"},  // the Yes stands
@@ -255,9 +255,9 @@ TEST(KeyMapRules, GraphicMapLosesOneGlobalStringAfterTheQuestion) {
         TKeyData keys{.keyMap = {{kF1, 7}}, .globalKeyStrings = {{kF1, u"g1"}, {kF1, u"g2"}}};
         int asked = 0;
         const auto answer = [&] { return ++asked, c.yes; };
-        EXPECT_EQ(MapPcCode(keys, c.target, kF1, kF1, 5, c.text, answer), c.result);
-        EXPECT_EQ(dump(keys), c.after);
-        EXPECT_EQ(asked, c.target == TMapTarget::GlobalString ? 0 : 1);
+        EXPECT_EQ(MapPcCode(keys, c.to, kF1, kF1, 5, c.text, answer), c.result);
+        EXPECT_EQ(dump(keys), c.left);
+        EXPECT_EQ(asked, c.to == TMapTarget::GlobalString ? 0 : 1);
     }
 }
 
