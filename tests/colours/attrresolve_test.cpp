@@ -24,11 +24,9 @@ void setFeature(TColourScheme& s, int i, bool override, uint32_t features, uint3
 }
 
 // Foreground and background, then the features and the entry's own pair.
-std::vector<uint32_t> pair(const TResolvedAttr& r) { return {r.foreground, r.background}; }
-std::vector<uint32_t> all(const TResolvedAttr& r) {
-    return {r.foreground, r.background, r.features, r.rawForeground, r.rawBackground};
-}
 using V = std::vector<uint32_t>;
+V pair(const TResolvedAttr& r) { return {r.foreground, r.background}; }
+V all(const TResolvedAttr& r) { return {r.foreground, r.background, r.features, r.rawForeground, r.rawBackground}; }
 
 }  // namespace
 
@@ -106,8 +104,7 @@ TEST(ResolveField, OverrideAloneDecidesAndRangeIsGuarded) {
 
 TEST(FeatureListText, InvisibleFirstBlinkLast) {
     TAttrDialogData d = dataWithDefaults();
-    EXPECT_EQ(FeatureListText(d, 0, true), u"Normal");
-    EXPECT_EQ(FeatureListText(d, 0, false), u"Nml");
+    EXPECT_EQ(FeatureListText(d, 0, true) + u"|" + FeatureListText(d, 0, false), u"Normal|Nml");
     EXPECT_EQ(FeatureListText(d, kAttrInvisible | kAttrBold | kAttrBlink, true), u"Invisible+Bold+Blink");
     EXPECT_EQ(FeatureListText(d, 255, false), u"Inv+Stk+Ovr+Rev+Dim+Bld+Und+Bln");
     const auto measure = [](std::u16string_view text) { return static_cast<int>(text.size()); };
@@ -121,8 +118,7 @@ TEST(DialogNames, HostNamesWinAndDefinedFlagsFollowDescriptions) {
     });
     TAttrDialogData d;
     LoadAttrDialogNames(d, TAttrNameTables{}, texts);
-    EXPECT_EQ(d.longNames[3], u"T:Bold");
-    EXPECT_EQ(d.shortNames[3], u"Bld");  // short defaults are never translated
+    EXPECT_EQ(d.longNames[3] + u"|" + d.shortNames[3], u"T:Bold|Bld");  // short defaults are never translated
     for (bool defined : d.colourDefined) EXPECT_TRUE(defined);  // none described: all count
     for (bool defined : d.fieldDefined) EXPECT_FALSE(defined);
 
@@ -131,10 +127,8 @@ TEST(DialogNames, HostNamesWinAndDefinedFlagsFollowDescriptions) {
     sent.longFeatureNames[1] = u"Flash";
     sent.fieldDescriptions[2] = u"Input";
     LoadAttrDialogNames(d, sent, texts);
-    EXPECT_EQ(d.colourNames[3], u"Turquoise");
-    EXPECT_EQ(d.colourNames[4], u"T:Red");
-    EXPECT_EQ(d.longNames[1], u"Flash");
-    EXPECT_EQ(d.fieldNames[2], u"Input");
+    EXPECT_EQ(d.colourNames[3] + u"|" + d.colourNames[4] + u"|" + d.longNames[1] + u"|" + d.fieldNames[2],
+              u"Turquoise|T:Red|Flash|Input");
     for (std::size_t i = 0; i < 16; ++i) {
         EXPECT_EQ(d.colourDefined[i], i == 3) << i;
         EXPECT_EQ(d.fieldDefined[i], i == 2) << i;
