@@ -70,12 +70,10 @@ TEST(AttrDialogData, SettingsComeFromDataAndGoBackToElements) {
     LoadAttrDialogData(d, session);
     EXPECT_TRUE(d.working.name.empty());
     EXPECT_EQ(d.currentName, u"Night");  // the first item of that name, case ignored
-    EXPECT_EQ(d.displayMode, 2u);
-    EXPECT_EQ(d.featuresUsed, 31u);
-    EXPECT_EQ(d.normalForeground, 7);  // 1031 is 0x407
-    EXPECT_EQ(d.normalBackground, 4);
-    EXPECT_FALSE(d.enableBlink);  // absent
-    EXPECT_FALSE(d.mergeBoxes);   // "yes" is no number
+    // NormalColour 1031 is 0x407; EnableBlink is absent; "yes" is no number.
+    EXPECT_EQ(std::vector<uint32_t>(
+                  {d.displayMode, d.featuresUsed, d.normalForeground, d.normalBackground, d.enableBlink, d.mergeBoxes}),
+              std::vector<uint32_t>({2, 31, 7, 4, 0, 0}));
     EXPECT_EQ(d.colourNames[2], u"Leaf");
 
     d.currentName = u"(custom)";
