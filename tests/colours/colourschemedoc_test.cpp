@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
-#include <memory>
 #include <sstream>
 #include <string>
 
@@ -12,22 +11,12 @@
 #include "xml/xml_testing.h"
 
 using namespace qrl;
-using AdvXMLParser::Document;
 using AdvXMLParser::Element;
 
 namespace {
 
-std::unique_ptr<Document> parse(std::u16string_view text) { return xmltest::Parse(text); }
-
 std::u16string reply(const TColourSchemeList& schemes) {
     return xmltest::DataReplyOf([&](Element& data) { WriteColourSchemeListItem(data, schemes); });
-}
-
-std::u16string readData(const char* name) {
-    std::ifstream in(std::string(QRL_SOURCE_DIR) + "/tests/data/colours/" + name, std::ios::binary);
-    std::ostringstream bytes;
-    bytes << in.rdbuf();
-    return utf8ToUtf16(bytes.str());
 }
 
 // Override flag(s), features, foreground, background of one entry.
@@ -35,32 +24,10 @@ using V = std::vector<uint32_t>;
 V parts(const TSchemeFeature& f) { return {f.override, f.features, f.foreground, f.background}; }
 V parts(const TSchemeField& f) { return {f.override, f.secondFlag, f.features, f.foreground, f.background}; }
 
-// A scheme with something in every part of the record.
-TColourScheme sampleScheme() {
-    TColourScheme s;
-    s.name = u"Night & Day";
-    s.operation = kSchemeUpdate;
-    s.palette[0] = 0x102030;
-    s.palette[15] = 0xABCDEF;
-    s.colours[1] = 9;
-    s.colours[255] = 70000;
-    s.features[0] = TSchemeFeature{false, 0, 15, 1};
-    s.features[1] = TSchemeFeature{true, kAttrBlink | kFeatureBox, 14, 2};
-    s.features[255] = TSchemeFeature{true, 0xFFFF, 0xFF, 0xFF};
-    s.fields[0] = TSchemeField{true, false, 0, 3, 4};
-    s.fields[15] = TSchemeField{false, true, kAttrUnderline, 0xA, 0xB};
-    s.boldMode = kActionNextGroup;
-    s.dimMode = 7;
-    s.useBgGraphic = true;
-    s.graphicFile = u"C:\\pics\\<sky>.bmp";
-    s.graphicMode = kGraphicStretch;
-    return s;
-}
-
 }  // namespace
 
 TEST(AttrNames, IndexesBelow16AndKnownTagsOnly) {
-    const auto doc = parse(
+    const auto doc = xmltest::Parse(
         u"<Item Element=\"AttrNames\">"
         u"<feature index=\"1\" long=\"Flashing\" short=\"Fl\"/>"
         u"<feature index=\"16\" long=\"Beyond\" short=\"B\"/>"
@@ -84,7 +51,7 @@ TEST(AttrNames, IndexesBelow16AndKnownTagsOnly) {
 }
 
 TEST(ColourSchemeDocument, ReadsEveryPartOfAScheme) {
-    const auto doc = parse(
+    const auto doc = xmltest::Parse(
         u"<Item Element=\"ColourSchemeList\">"
         u"<ColourScheme Element=\"Classic\">"
         u"<palette index=\"3\" value=\"ff 0x00ff00  abcdef\"/>"
@@ -125,7 +92,7 @@ TEST(ColourSchemeDocument, ReadsEveryPartOfAScheme) {
 }
 
 TEST(ColourSchemeDocument, BrokenNumbersStopTheValueAndOutOfRangeFeaturesAreIgnored) {
-    const auto doc = parse(
+    const auto doc = xmltest::Parse(
         u"<Item><ColourScheme Element=\"S\">"
         u"<palette value=\"1 2 zz 4\"/>"
         u"<features index=\"0\" value=\"10005 1 20006\"/>"
@@ -158,10 +125,28 @@ TEST(ColourSchemeReply, AnUnknownOperationDoesNotTravel) {
 
 TEST(ColourSchemeReply, UpdateWritesTheWholeRecordExactly) {
     TColourSchemeList list(2);
-    list[0] = sampleScheme();
+    TColourScheme& s = list[0];  // something in every part of the record
+    s.name = u"Night & Day";
+    s.operation = kSchemeUpdate;
+    s.palette[0] = 0x102030;
+    s.palette[15] = 0xABCDEF;
+    s.colours[1] = 9;
+    s.colours[255] = 70000;
+    s.features[0] = TSchemeFeature{false, 0, 15, 1};
+    s.features[1] = TSchemeFeature{true, kAttrBlink | kFeatureBox, 14, 2};
+    s.features[255] = TSchemeFeature{true, 0xFFFF, 0xFF, 0xFF};
+    s.fields[0] = TSchemeField{true, false, 0, 3, 4};
+    s.fields[15] = TSchemeField{false, true, kAttrUnderline, 0xA, 0xB};
+    s.boldMode = kActionNextGroup;
+    s.dimMode = 7;
+    s.useBgGraphic = true;
+    s.graphicFile = u"C:\\pics\\<sky>.bmp";
+    s.graphicMode = kGraphicStretch;
     list[1].name = u"Old";
     list[1].operation = kSchemeDelete;
-    const std::u16string expected = readData("scheme_reply.xml");
-    ASSERT_FALSE(expected.empty());
-    EXPECT_EQ(reply(list), expected);
+    std::ifstream in(std::string(QRL_SOURCE_DIR) + "/tests/data/colours/scheme_reply.xml", std::ios::binary);
+    std::ostringstream expected;
+    expected << in.rdbuf();
+    ASSERT_FALSE(expected.str().empty());
+    EXPECT_EQ(reply(list), utf8ToUtf16(expected.str()));
 }
