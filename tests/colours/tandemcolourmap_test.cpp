@@ -49,10 +49,7 @@ TEST(TandemColourMap, StreamRoundTripsAndKeepsDefaultsWhereShort) {
     }
 
     // Each text read over a new map: the given bytes first, the new map's after them.
-    struct Case {
-        std::u16string_view text;
-        std::vector<uint8_t> head;
-    };
+    struct Case { std::u16string_view text; std::vector<uint8_t> head; };
     const Case cases[] = {
         {u"31;47", {31, 47}},
         {u"1;;3;", {1, 0, 3}},  // an empty field reads as 0 and reading goes on
@@ -75,16 +72,17 @@ TEST(TandemColourMap, CombosStoreNibbles) {
     map.SetBackgroundPosition(3, 4);
     EXPECT_EQ(map.bytes[3], 0x4C);
     // Both "White" entries of the background combo store 15, and both show as position 8.
-    map.SetBackgroundPosition(3, 8);
-    EXPECT_EQ(TTandemColourMap::Background(map.bytes[3]), 15);
-    map.SetBackgroundPosition(3, 15);
-    EXPECT_EQ(TTandemColourMap::Background(map.bytes[3]), 15);
-    EXPECT_EQ(TandemBackgroundPosition(15), 8);
-    EXPECT_EQ(TandemBackgroundPosition(8), 8);
-    // A position outside the combo counts as 0; the other nibble stays.
+    for (int position : {8, 15}) {
+        map.SetBackgroundPosition(3, position);
+        EXPECT_EQ(TTandemColourMap::Background(map.bytes[3]), 15) << position;
+        EXPECT_EQ(TandemBackgroundPosition(position), 8) << position;
+    }
+    // A position outside the combo counts as 0; the other nibble stays. No such index: nothing happens.
     map.SetForegroundPosition(3, 16);
-    EXPECT_EQ(map.bytes[3], 0xF0);
-    map.SetForegroundPosition(40, 5);  // no such index: nothing happens
+    map.SetForegroundPosition(40, 5);
+    Bytes expected = kNewMap;
+    expected[3] = 0xF0;
+    EXPECT_EQ(map.bytes, expected);
 }
 
 TEST(TandemColourMap, AttributeListSkipsUnofferedIndexes) {
