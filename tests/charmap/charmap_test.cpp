@@ -8,6 +8,7 @@
 #include "charmap/charmapsession.h"
 #include "request/fakehost.h"
 #include "request/session.h"
+#include "text/textutil.h"
 
 namespace qrl {
 namespace {
@@ -41,14 +42,12 @@ TEST(CharMapTable, GrowsWithIdentityAndNeverShrinks) {
 TEST(CharMapDocument, ReadsRangeFlagsAndBlocks) {
     TCharMap m;
     EXPECT_EQ(ReadCharMapReply(m, u"<x flags=\"0\"><map start=\"20\" length=\"5\"/></x>"), kCharMapRead);
-    EXPECT_EQ(m.map.size(), 37u);  // 0x20 + 5: the root's name plays no part
-    EXPECT_EQ(m.start, 0x20u);
-    EXPECT_EQ(m.length, 5u);
+    // The table reaches 0x20 + 5; the root's name plays no part.
+    EXPECT_EQ(std::vector<std::size_t>({m.map.size(), m.start, m.length}), std::vector<std::size_t>({37, 0x20, 5}));
 
     TCharMap r;
     EXPECT_EQ(ReadCharMapReply(r, u"<charmap flags=\"1\"><map start=\"0\" length=\"100\"/></charmap>"), 0);
-    EXPECT_EQ(r.flags, 1u);
-    EXPECT_EQ(r.map.size(), kReverseTableLength);
+    EXPECT_EQ(std::pair(r.flags, r.map.size()), std::pair(1u, kReverseTableLength));
 
     TCharMap b;
     EXPECT_EQ(ReadCharMapReply(b,
@@ -100,9 +99,7 @@ TEST(CharMapDocument, PutSendsDifferencesInBlocksOfAtMost32) {
     for (std::size_t i = 0x40; i < 0x40 + 40; ++i) m.map[i] = static_cast<uint16_t>(0x1000 + i);
     const std::u16string text = WriteCharMapPut(m);
     std::u16string run32, run8;
-    for (std::size_t i = 0x40; i < 0x60; ++i) run32 += u"10" + std::u16string{u"456789abcdef"[i / 16 - 4]} +
-                                                        std::u16string{u"0123456789abcdef"[i % 16]} + u" ";
-    for (std::size_t i = 0x60; i < 0x68; ++i) run8 += u"106" + std::u16string{u"0123456789abcdef"[i % 16]} + u" ";
+    for (uint32_t i = 0x40; i < 0x68; ++i) (i < 0x60 ? run32 : run8) += hexLower(0x1000 + i) + u" ";
     EXPECT_EQ(text, kDeclaration +
                         u"<charmap op=\"put\" emname=\"IBM 5250\" mapname=\"cp037\" language=\"Deutsch\" flags=\"0\">\n"
                         u"  <map start=\"40\" length=\"c0\">\n"
@@ -142,8 +139,7 @@ TEST(CharMapList, FetchFindsOrAsksAndDropsFailures) {
     ASSERT_NE(first, nullptr);
     EXPECT_EQ(first->map, (std::vector<uint16_t>{0, 0x41, 2, 3}));
     EXPECT_EQ(first->language, u"lang");
-    ASSERT_EQ(sent.size(), 1u);
-    EXPECT_EQ(sent[0], CharMapGetRequest(u"em", u"map", u"lang"));
+    EXPECT_EQ(sent, std::vector<std::u16string>{CharMapGetRequest(u"em", u"map", u"lang")});
     // Opened before: from memory, with its edits, and the kernel is not asked again.
     first->map[2] = 0x99;
     EXPECT_EQ(FetchCharMap(maps, exchange, u"em", u"map", u"lang"), first);
@@ -200,11 +196,8 @@ TEST(CharMapEntry, HexFieldRules) {
         SCOPED_TRACE(std::string(c.text, c.text + std::char_traits<char16_t>::length(c.text)));
         EXPECT_EQ(ParseCharEntryHex(c.text, c.unicode), c.value);
     }
-    EXPECT_EQ(CharEntryHexText(0x41, true), u"0041");
-    EXPECT_EQ(CharEntryHexText(0x41, false), u"41");
-    EXPECT_EQ(CharEntryCharText(u' '), u" ");
-    EXPECT_EQ(CharEntryCharText(0x9F), u"");
-    EXPECT_EQ(CharEntryCharText(0xD800), u"");
+    EXPECT_EQ(CharEntryHexText(0x41, true) + u"|" + CharEntryHexText(0x41, false), u"0041|41");
+    EXPECT_EQ(CharEntryCharText(u' ') + u"|" + CharEntryCharText(0x9F) + u"|" + CharEntryCharText(0xD800), u" ||");
 }
 
 TEST(CharMapEntry, DirectEditsAreAtOnceReverseOnesWaitForTheTable) {
