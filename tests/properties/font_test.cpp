@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "text/textutil.h"
+
 using namespace qrl;
 
 TEST(FontStream, CanonicalTextRoundTrips) {
@@ -30,37 +32,31 @@ TEST(FontStream, CanonicalTextRoundTrips) {
     EXPECT_EQ(read.faceName, u"");
 }
 
+// A face name in each form holds at most 31 characters.
 TEST(FontStream, OtherFaceNameForms) {
-    const std::pair<std::u16string_view, std::u16string_view> cases[] = {
-        {u"1 2 3 4 5 6 7 8 9 10 11 12 13 \"Lucida Console\"", u"Lucida Console"},
-        {u"1\t2 3 4 5 6 7 8 9 10 11 12 13\tArial Black", u"Arial"},
-        {u"1 2 3 4 5 6 7 8 9 10 11 12 13 \"unclosed name", u"unclosed name"},
-        {u"1 2 3 4 5 6 7 8 9 10 11 12 13 '0041006e'", u"An"},  // lower-case digits are read too
+    const std::u16string forty(40, u'W'), thirtyOne(31, u'W');
+    std::u16string hex;
+    for (int i = 0; i < 40; ++i) hex += u"0057";
+    const std::pair<std::u16string, std::u16string> cases[] = {
+        {u" \"Lucida Console\"", u"Lucida Console"},
+        {u"\tArial Black", u"Arial"},
+        {u" \"unclosed name", u"unclosed name"},
+        {u" '0041006e'", u"An"},  // lower-case digits are read too
         // The hexadecimal name ends at a zero character, at a group that is not four digits, or at an
         // incomplete group.
-        {u"1 2 3 4 5 6 7 8 9 10 11 12 13 '004100000042'", u"A"},
-        {u"1 2 3 4 5 6 7 8 9 10 11 12 13 '00410zz20043'", u"A"},
-        {u"1 2 3 4 5 6 7 8 9 10 11 12 13 '0041004", u"A"},
+        {u" '004100000042'", u"A"},
+        {u" '00410zz20043'", u"A"},
+        {u" '0041004", u"A"},
+        {u" '" + hex + u"'", thirtyOne},
+        {u" \"" + forty + u"\"", thirtyOne},
+        {u" " + forty, thirtyOne},
     };
-    for (const auto& [text, face] : cases) {
+    for (const auto& [name, face] : cases) {
         TFontDescription font;
-        EXPECT_EQ(ParseFont(text, font), 14);
+        EXPECT_EQ(ParseFont(u"1\t2 3 4 5 6 7 8 9 10 11 12 13" + name, font), 14) << utf16ToUtf8(name);
         EXPECT_EQ(font.faceName, face);
         EXPECT_EQ(font.width, 2);
     }
-}
-
-TEST(FontStream, FaceNameHoldsAtMost31Characters) {
-    const std::u16string forty(40, u'W');
-    std::u16string hex;
-    for (int i = 0; i < 40; ++i) hex += u"0057";
-    TFontDescription font;
-    ParseFont(u"0 0 0 0 0 0 0 0 0 0 0 0 0 '" + hex + u"'", font);
-    EXPECT_EQ(font.faceName, std::u16string(31, u'W'));
-    ParseFont(u"0 0 0 0 0 0 0 0 0 0 0 0 0 \"" + forty + u"\"", font);
-    EXPECT_EQ(font.faceName.size(), 31u);
-    ParseFont(u"0 0 0 0 0 0 0 0 0 0 0 0 0 " + forty, font);
-    EXPECT_EQ(font.faceName.size(), 31u);
     TFontDescription tooLong;
     tooLong.faceName = forty;
     EXPECT_EQ(FontShortText(tooLong).size(), 31u);
