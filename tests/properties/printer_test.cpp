@@ -79,17 +79,14 @@ TEST(PrinterDeviceMode, BuiltFromTheTextAndReadBack) {
     // The private bytes and every number come back as they were stored.
     TPrinterProperty read;
     ReadDeviceMode(read, dm.data(), dm.size());
-    EXPECT_EQ(read.deviceMode, p.deviceMode);
-    EXPECT_EQ(read.formName, p.formName);
-    EXPECT_EQ(read.modeNumbers, kNumbers);
-    EXPECT_EQ(read.driverExtra, u"000300FF7A");
+    EXPECT_EQ(read.deviceMode + u"|" + read.formName + u"|" + read.modeNumbers + u"|" + read.driverExtra,
+              u"Laser 5|A4|" + kNumbers + u"|000300FF7A");
 
     TPrinterProperty none = p;
     none.modeNumbers.clear();
     EXPECT_TRUE(BuildDeviceMode(none).empty());
     ReadDeviceMode(none, nullptr, 0);
-    EXPECT_EQ(none.deviceMode, u"");
-    EXPECT_EQ(none.driverExtra, u"");
+    EXPECT_EQ(none.deviceMode + none.driverExtra, u"");
 }
 
 TEST(PrinterDeviceMode, OddTextsKeepTheStoredSizeInABlockNothingReadsPast) {
@@ -125,9 +122,7 @@ TEST(PrinterDeviceMode, ReadingStaysInsideTheBlock) {
     ReadDeviceMode(read, dm.data(), 70);
     std::u16string zeros;
     for (int i = 0; i < 29; ++i) zeros += u" 0";
-    EXPECT_EQ(read.modeNumbers, u"1025 1 220" + zeros);
-    EXPECT_EQ(read.formName, u"");
-    EXPECT_EQ(read.driverExtra, u"0000");
+    EXPECT_EQ(read.modeNumbers + u"|" + read.formName + u"|" + read.driverExtra, u"1025 1 220" + zeros + u"||0000");
     ReadDeviceMode(read, dm.data(), 1);
     EXPECT_EQ(read.deviceMode, u"");
 
@@ -155,9 +150,7 @@ TEST(PrinterDevNames, OffsetsInCharactersFromEight) {
 
     TPrinterProperty read;
     ReadDevNames(read, dn.data(), dn.size());
-    EXPECT_EQ(read.driver, u"winspool");
-    EXPECT_EQ(read.device, u"Laser 5");
-    EXPECT_EQ(read.port, u"LPT1:");
+    EXPECT_EQ(read.driver + u"|" + read.device + u"|" + read.port, u"winspool|Laser 5|LPT1:");
 
     // Cut inside the port: the name ends with the block. Cut before it: empty.
     ReadDevNames(read, dn.data(), dn.size() - 6);
