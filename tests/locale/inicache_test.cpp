@@ -83,7 +83,8 @@ TEST(IniFormat, WritesSectionsAndEntriesWithCrLf) {
 }
 
 TEST_F(IniCache, LooksUpSectionsAndKeysWithoutRegardToCase) {
-    const std::u16string file = put("t.ini", "[a]\r\nk =  v  \r\nn=12abc\r\nneg= -5\r\nq=\"quoted\"\r\n[B]\r\nx=1\r\n[a]\r\nk=second\r\nonly=2nd\r\n");
+    const std::u16string file =
+        put("t.ini", "[a]\r\nk =  v  \r\nn=12abc\r\nq=\"quoted\"\r\n[B]\r\nx=1\r\n[a]\r\nk=second\r\nonly=2nd\r\n");
     EXPECT_EQ(getString(cache, u"A", u"K", file), u"  v");
     EXPECT_EQ(getString(cache, u"a", u"k", dir.file("sub") + u"\\..\\.\\T.INI"), u"  v");  // the same file
     EXPECT_EQ(getString(cache, u"a", u"q", file), u"\"quoted\"");  // the cache keeps quotes
