@@ -169,34 +169,6 @@ TEST_F(ColourRoute, LosingCustomChangesAsksAndCancelSendsNothing) {
     EXPECT_EQ(r.reply, u"");
 }
 
-// The palette editor's number edits move the sliders within their range, while the colour takes
-// the low byte of what was typed: 300 gives a red of 44.
-TEST_F(ColourRoute, PaletteEditorTakesTheLowByteOfATypedNumber) {
-    const RunResult r = RunColours([&](Driver& d, HWND dlg) {
-        d.InDialog(dlg, IDC_ATTREDIT, L"Edit Attribute", [&](HWND edit) {
-            d.InDialog(edit, IDC_PALETTE_CFG, L"Configure Palette", [&](HWND palette) {
-                EXPECT_EQ(SendDlgItemMessageW(palette, IDC_PAL_INDEX, CB_GETCURSEL, 0, 0), 15);
-                Driver::Type(GetDlgItem(palette, IDC_PAL_RED), L"300");
-                EXPECT_EQ(SendDlgItemMessageW(palette, IDC_PAL_RED_SLIDER, TBM_GETPOS, 0, 0), 255);
-                Driver::Click(palette, IDOK);
-            });
-            Driver::Click(edit, IDOK);
-        });
-        d.InDialog(dlg, IDC_ATTR_ADVANCED, L"Advanced Attribute Configuration", [&](HWND advanced) {
-            Driver::Tick(advanced, IDC_MERGE_BOXES);
-            Driver::Click(advanced, IDOK);
-        });
-        d.InDialog(dlg, IDC_SCHEME_SAVEAS, L"Save Colour Scheme", [&](HWND save) { Driver::Click(save, IDOK); });
-        d.Close(dlg);
-    });
-    ASSERT_EQ(r.code, 0);
-    EXPECT_NE(r.reply.find(u"<Item Element=\"MergeBoxes\" Value=\"1\"/>"), std::u16string::npos);
-    const TColourSchemeList sent = SchemesOf(r.reply);
-    ASSERT_EQ(sent.size(), 1u);
-    EXPECT_EQ(sent[0].name, u"Night");  // saved back under the name it came from
-    EXPECT_EQ(sent[0].palette[15], MakeColour(44, 255, 255));
-}
-
 // On a screen too small for Edit Attribute its small layout opens, where "F" and "B" choose which
 // colour a press on the palette picks: the reply is the one that the two mouse buttons give in the
 // normal layout.
@@ -234,30 +206,46 @@ TEST_F(ColourRoute, SmallLayoutPicksWithFAndBWhatTheMouseButtonsPick) {
               std::vector<uint32_t>({5, 2}));
 }
 
-// Cancel in each sub-dialog: Configure Palette's edits go (its change still counts, as Edit
-// Attribute's does), Advanced and Save as change nothing. A request without schemes opens too.
-TEST_F(ColourRoute, CancelInEverySubDialogKeepsNothingButTheFork) {
+// The palette editor's number edits move the sliders within their range, while the colour takes
+// the low byte of what was typed: 300 gives a red of 44. Cancel in a sub-dialog keeps none of its
+// edits: Configure Palette's green, Advanced's box, Save as's name. A request without schemes opens too.
+TEST_F(ColourRoute, PaletteEditorTakesTheLowByteAndCancelKeepsNothing) {
     const RunResult r = RunColours([&](Driver& d, HWND dlg) {
         d.InDialog(dlg, IDC_ATTREDIT, L"Edit Attribute", [&](HWND edit) {
             d.InDialog(edit, IDC_PALETTE_CFG, L"Configure Palette", [&](HWND palette) {
                 Driver::Type(GetDlgItem(palette, IDC_PAL_GREEN), L"9");
                 Driver::Click(palette, IDCANCEL);
             });
-            Driver::Click(edit, IDCANCEL);
+            d.InDialog(edit, IDC_PALETTE_CFG, L"Configure Palette", [&](HWND palette) {
+                EXPECT_EQ(SendDlgItemMessageW(palette, IDC_PAL_INDEX, CB_GETCURSEL, 0, 0), 15);
+                Driver::Type(GetDlgItem(palette, IDC_PAL_RED), L"300");
+                EXPECT_EQ(SendDlgItemMessageW(palette, IDC_PAL_RED_SLIDER, TBM_GETPOS, 0, 0), 255);
+                Driver::Click(palette, IDOK);
+            });
+            Driver::Click(edit, IDOK);
         });
-        d.InDialog(dlg, IDC_ATTR_ADVANCED, L"Advanced Attribute Configuration", [&](HWND advanced) {
-            Driver::Tick(advanced, IDC_MERGE_BOXES);
-            Driver::Click(advanced, IDCANCEL);
+        // Ticked twice: a Cancel that kept its tick would leave the box as it came.
+        for (int button : {IDCANCEL, IDOK})
+            d.InDialog(dlg, IDC_ATTR_ADVANCED, L"Advanced Attribute Configuration", [&](HWND advanced) {
+                Driver::Tick(advanced, IDC_MERGE_BOXES);
+                Driver::Click(advanced, button);
+            });
+        d.InDialog(dlg, IDC_SCHEME_SAVEAS, L"Save Colour Scheme", [&](HWND save) {
+            Driver::Type(GetDlgItem(save, IDC_SCHEME_NAME), L"Lost");
+            Driver::Click(save, IDCANCEL);
         });
-        d.OpenAndClose(dlg, IDC_SCHEME_SAVEAS, L"Save Colour Scheme", IDCANCEL);
+        EXPECT_EQ(Driver::ListRows(dlg, IDC_SCHEME), (std::vector<std::wstring>{L"Classic", L"Night"}));
+        d.InDialog(dlg, IDC_SCHEME_SAVEAS, L"Save Colour Scheme", [&](HWND save) { Driver::Click(save, IDOK); });
         d.Close(dlg);
     });
     ASSERT_EQ(r.code, 0);
-    EXPECT_NE(r.reply.find(u"<ColourScheme Element=\"(custom)\" operation=\"update\">"), std::u16string::npos);
-    EXPECT_NE(r.reply.find(u"<Item Element=\"MergeBoxes\" Value=\"0\"/>"), std::u16string::npos);
+    EXPECT_NE(r.reply.find(u"<Item Element=\"MergeBoxes\" Value=\"1\"/>"), std::u16string::npos);
     const TColourSchemeList sent = SchemesOf(r.reply);
     ASSERT_EQ(sent.size(), 1u);
-    EXPECT_EQ(sent[0].palette, DefaultPalette());
+    EXPECT_EQ(sent[0].name, u"Night");  // saved back under the name it came from
+    auto palette = DefaultPalette();
+    palette[15] = MakeColour(44, 255, 255);
+    EXPECT_EQ(sent[0].palette, palette);
 
     const RunResult empty = RunColours(
         [&](Driver& d, HWND dlg) {

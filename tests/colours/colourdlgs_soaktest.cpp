@@ -1,8 +1,8 @@
-// Each emulation colour map editor opened from the form, edited and accepted a few hundred times in
-// one process: the 5250 editor's blink timer and example drawing, the Tandem editor's sample.
+// The colour dialogs, each opened, edited and accepted a few hundred times in one process: Colour
+// Configuration with an attribute edited on the palette and the palette editor opened (the samples'
+// blink timers, the palette's font, the sliders); each emulation colour map editor opened from the
+// form (the 5250 editor's blink timer and example drawing, the Tandem editor's sample).
 #include "colours/colours_rc.h"
-#include "forms/dllhost.h"
-#include "forms/driver.h"
 #include "forms/forms_rc.h"
 #include "forms/formsetup.h"
 #include "forms/soak.h"
@@ -27,6 +27,26 @@ bool EditOnce(const std::wstring& element, const std::wstring& title, const std:
         d.Close(editor);
     }, 0);
     return r.code == 0;
+}
+
+TEST(Soak, ColourConfiguration) {
+    ASSERT_TRUE(Product::Get().Loaded());
+    const std::u16string request =
+        u"<Config ModuleType=\"ColourMap\"><DTD><Element Name=\"Schemes\" Type=\"colourschemelist\"/></DTD>"
+        u"<Data><Item Element=\"Schemes\"><ColourScheme Element=\"Plain\"/></Item></Data></Config>";
+    ExpectNoGrowth(200, [&](int run) {
+        const RunResult r = RunRequest(request, L"Colour Configuration", [run](Driver& d, HWND dlg) {
+            Driver::SelectRow(dlg, IDC_ATTRLIST, run % 2);
+            Driver::Click(dlg, IDC_ATTREDIT);
+            HWND edit = d.WaitForDialog(L"Edit Attribute", 15000, 0);
+            Driver::Tick(edit, IDC_FEATURE_FIRST + 1);
+            d.OpenAndClose(edit, IDC_PALETTE_CFG, L"Configure Palette", IDOK);
+            d.Close(edit);
+            d.Close(dlg);
+        }, 0);
+        return r.code == 0 &&
+               r.reply.find(u"Element=\"(custom)\" operation=\"update\"") != std::u16string::npos;
+    });
 }
 
 TEST(Soak, Ibm5250ColourMap) {
