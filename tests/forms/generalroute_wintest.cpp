@@ -278,14 +278,7 @@ TEST_F(FileEditors, BrowseAndImportTakeTheChosenFiles) {
     EXPECT_EQ(Utf8(r.reply), ReplyText({{u"KeyFile", u"id_rsa (2)"}, {u"LogFile", std::u16string(path.begin(), path.end())}}));
 }
 
-TEST_F(GeneralRoute, ConnectedSessionDisablesModuleAndConnect) {
-    Run(Request(u"Connected=\"0\"", u"Connected=\"1\""), [&](Driver&, HWND dlg) {
-        EXPECT_FALSE(IsWindowEnabled(GetDlgItem(dlg, IDC_MODULE_SELECT)));
-        EXPECT_FALSE(IsWindowEnabled(GetDlgItem(dlg, IDC_CONNECT)));
-    });
-}
-
-TEST_F(GeneralRoute, TextsComeFromTheLanguageFolder) {
+TEST_F(GeneralRoute, TextsComeFromTheLanguageFolderAndConnectedSessionsKeepTheirModule) {
     const std::u16string langDir = toU16(QRL_SOURCE_DIR) + u"/samples/lang";
     Rows texts;
     Run(Request(u"LangId=\"\" LangDir=\"\"", u"LangId=\"deu\" LangDir=\"" + langDir + u"\""), [&](Driver& d, HWND dlg) {
@@ -300,8 +293,13 @@ TEST_F(GeneralRoute, TextsComeFromTheLanguageFolder) {
     EXPECT_EQ(texts, (Rows{L"&OK", L"&Abbrechen", L"&Verbinden", L"Kommunikation wechseln", L"Verbindung",
                            L"Rechnername (alpha.example)", L"Vermittlerart (None)", L"Modulauswahl"}));
 
-    // A language without files empties the table again for the tests that follow.
-    Run(Request(u"LangId=\"\" LangDir=\"\"", u"LangId=\"none\" LangDir=\"" + langDir + u"\""), [](Driver&, HWND) {});
+    // A language without files empties the table again for the tests that follow. A connected
+    // session can change neither module nor connection.
+    Run(ReplaceFirst(Request(u"LangId=\"\" LangDir=\"\"", u"LangId=\"none\" LangDir=\"" + langDir + u"\""),
+                     u"Connected=\"0\"", u"Connected=\"1\""), [](Driver&, HWND dlg) {
+        EXPECT_FALSE(IsWindowEnabled(GetDlgItem(dlg, IDC_MODULE_SELECT)));
+        EXPECT_FALSE(IsWindowEnabled(GetDlgItem(dlg, IDC_CONNECT)));
+    });
 }
 
 }  // namespace
