@@ -72,28 +72,22 @@ TEST(MacroAssistant, BuildsAMacroTokenByToken) {
         Press(dlg, IDC_INSERT_AFTER);
         Driver::Choose(dlg, IDC_TOKEN_TYPE, 3);  // Function
         Driver::Choose(dlg, IDC_FUNC_LIST, 50);  // Pause
+        EXPECT_TRUE(Shown(dlg, IDC_PARAM1) && NumbersOnly(dlg, IDC_PARAM1) && !Shown(dlg, IDC_PARAM2));
         Driver::Type(GetDlgItem(dlg, IDC_PARAM1), L"12");
         Press(dlg, IDC_INSERT_BEFORE);
         Driver::Type(GetDlgItem(dlg, IDC_TEXT_EDIT), L"go");
         Press(dlg, IDC_MOVE_UP);
         EXPECT_EQ(Driver::Text(GetDlgItem(dlg, IDC_MACRO_TEXT)), L"go\\r{.Pause(12)}");
+        SelectToken(d, dlg, 2);
+        EXPECT_EQ(Driver::Text(GetDlgItem(dlg, IDC_PARAM1)), L"12");  // loaded from the token
         SelectToken(d, dlg, 1);
         Press(dlg, IDC_DELETE_TOKEN);
         Press(dlg, IDC_INSERT_AFTER);
         Driver::Choose(dlg, IDC_TOKEN_TYPE, 2);  // Emulation key
         Driver::Type(FindWindowExW(GetDlgItem(dlg, IDC_EMKEY_LIST), nullptr, L"Edit", nullptr), L"Enter");
         d.Settle();
-        d.Close(dlg);
-    });
-    EXPECT_EQ(r.code, 0);
-    EXPECT_EQ(r.text, u"go{.Pause(12)}{Enter}");
-}
-
-TEST(MacroAssistant, FunctionFieldsFollowTheChosenRow) {
-    ASSERT_TRUE(Product::Get().Loaded());
-    const Assisted r = RunAssistant(u"{.Pause(5)}", 7, [&](Driver& d, HWND dlg) {
-        EXPECT_TRUE(Shown(dlg, IDC_PARAM1) && NumbersOnly(dlg, IDC_PARAM1));
-        EXPECT_TRUE(!Shown(dlg, IDC_PARAM2) && Driver::Text(GetDlgItem(dlg, IDC_PARAM1)) == L"5");
+        Press(dlg, IDC_INSERT_AFTER);
+        Driver::Choose(dlg, IDC_TOKEN_TYPE, 3);
         Driver::Choose(dlg, IDC_FUNC_LIST, 63);  // SetProp
         d.Settle();
         EXPECT_TRUE(Shown(dlg, IDC_PARAM2) && !Shown(dlg, IDC_PARAM3) && !NumbersOnly(dlg, IDC_PARAM1));
@@ -103,7 +97,7 @@ TEST(MacroAssistant, FunctionFieldsFollowTheChosenRow) {
         d.Close(dlg);
     });
     EXPECT_EQ(r.code, 0);
-    EXPECT_EQ(r.text, u"{.SetProp(\"\",\"on\")}");
+    EXPECT_EQ(r.text, u"go{.Pause(12)}{Enter}{.SetProp(\"\",\"on\")}");
 }
 
 // A text that does not parse shows what parsed; OK still returns the text as typed, if it fits.
