@@ -69,13 +69,16 @@ TFormDef& AddForm(TConfigSession& session, std::u16string_view name) {
 
 void ReadInterface(TConfigSession& session, const Element& node) {
     session.startForm = Attr(node, u"StartForm");
+    NotePlaced(session.notes, &session.startForm, node);
     TFormStore& store = session.Part<TFormStore>();
     for (std::size_t i = 0; i < node.GetChildCount(); ++i) {
         const Element* child = node.GetChild(i).AsElement();
         if (child == nullptr) continue;
-        if (!iequals(child->GetName(), u"Form")) throw ECfgError::WrongChild(u"Form", child->GetName());
+        if (!iequals(child->GetName(), u"Form"))
+            Refuse(session.notes, *child, ECfgError::WrongChild(u"Form", child->GetName()));
         TFormDef& form = store.forms.emplace_back();
         form.session = &session;
+        NotePlaced(session.notes, &form, *child);
         ReadForm(form, *child);
     }
 }
@@ -95,10 +98,12 @@ void ReadForm(TFormDef& form, const Element& node) {
 }
 
 void ReadItem(TFormDef& form, const Element& node) {
+    TReadNotes* notes = form.session ? form.session->notes : nullptr;
     TFormItem& item = form.items.emplace_back();
+    NotePlaced(notes, &item, node);
     item.kind = ItemKindFromTag(node.GetName());
     if (item.kind == ItemKind::Unknown)
-        throw ECfgError(u"Unknown item type \"" + std::u16string(node.GetName()) + u"\"");
+        Refuse(notes, node, ECfgError(u"Unknown item type \"" + std::u16string(node.GetName()) + u"\""));
     item.name = Attr(node, u"Name");
     item.caption = Attr(node, u"Caption");
     item.idText = Attr(node, u"Id");
@@ -120,7 +125,8 @@ void ReadGroups(TConfigSession& session, const Element& node) {
     for (std::size_t i = 0; i < node.GetChildCount(); ++i) {
         const Element* child = node.GetChild(i).AsElement();
         if (child == nullptr) continue;
-        if (!iequals(child->GetName(), u"Group")) throw ECfgError::WrongChild(u"Group", child->GetName());
+        if (!iequals(child->GetName(), u"Group"))
+            Refuse(session.notes, *child, ECfgError::WrongChild(u"Group", child->GetName()));
         TGroupDef& group = store.groups.emplace_back();
         group.name = Attr(*child, u"Name");
         group.expanded = IntAttr(*child, u"expanded") != 0;

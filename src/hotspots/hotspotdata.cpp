@@ -13,7 +13,12 @@ using AdvXMLParser::Element;
 void ReadHotspotItem(TConfigSession& session, const TElementDef&, const Element& item) {
     for (std::size_t i = 0; i < item.GetChildCount(); ++i) {
         const Element* child = item.GetChild(i).AsElement();
-        if (!child || !iequals(child->GetName(), u"Item")) continue;
+        if (!child) continue;
+        if (!iequals(child->GetName(), u"Item")) {
+            NoteDoubtful(session.notes, *child,
+                         u"<" + std::u16string(child->GetName()) + u"> is not <Item>: the hot spot data passes it over");
+            continue;
+        }
         const std::u16string name = child->GetAttribute(u"Element").GetText();
         std::u16string value = child->GetAttribute(u"Value").GetText();
         if (iequals(name, u"filename"))
@@ -22,6 +27,9 @@ void ReadHotspotItem(TConfigSession& session, const TElementDef&, const Element&
             session.hotspotDirectory = std::move(value);
         else if (iequals(name, u"emulation"))
             session.hotspotEmulation = std::move(value);
+        else
+            NoteDoubtful(session.notes, *child,
+                         u"hot spot item \"" + name + u"\" is passed over: only filename, directory and emulation are read");
     }
 }
 

@@ -15,6 +15,7 @@ namespace qrl {
 
 class TConfigSession;
 class TElementDef;
+class TReadNotes;
 class TRequestHooks;
 
 // Modifier bits of a mapped code.
@@ -64,9 +65,13 @@ const TKeyData& KeyDataOf(const TConfigSession& session);
 
 // Readers of the children of one `Data` item. Children of another tag are skipped; a missing
 // attribute reads as empty text, and so as 0 for a number.
-void readKeyNames(std::vector<KeyName>& list, const AdvXMLParser::Element& item);   // <Key Name Id Shift>
-void readKeyMap(std::vector<KeyMapEntry>& list, const AdvXMLParser::Element& item); // <Map pkey emkey>
-void readKeyStrings(std::vector<KeyString>& list, const AdvXMLParser::Element& item); // <Map pkey string>
+// `notes` (optional) hears of children passed over and of numbers that read leniently.
+void readKeyNames(std::vector<KeyName>& list, const AdvXMLParser::Element& item,
+                  TReadNotes* notes = nullptr);  // <Key Name Id Shift>
+void readKeyMap(std::vector<KeyMapEntry>& list, const AdvXMLParser::Element& item,
+                TReadNotes* notes = nullptr);  // <Map pkey emkey>
+void readKeyStrings(std::vector<KeyString>& list, const AdvXMLParser::Element& item,
+                    TReadNotes* notes = nullptr);  // <Map pkey string>
 
 // The `Data` hooks of the three key types, by the element's definition.
 void ReadKeyListItem(TConfigSession& session, const TElementDef& def, const AdvXMLParser::Element& item);

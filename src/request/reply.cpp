@@ -61,12 +61,15 @@ std::u16string WriteConnectReply(const TConfigSession& session, bool changedOnly
     return write(document);
 }
 
+bool IsModuleKind(std::u16string_view moduleType) {
+    return moduleType == u"Emul" || moduleType == u"Comms" || moduleType == u"FXfer";
+}
+
 std::u16string WriteModuleChangeReply(const TConfigSession& session) {
     Document document(u"Config");
     Element& directives = document.Root()->AddElement(u"Directives");
-    // Exact comparison, unlike the dispatch: "emul" takes the general route but changes nothing.
     const std::u16string& type = session.moduleType;
-    if ((type == u"Emul" || type == u"Comms" || type == u"FXfer") && !session.moduleLists.empty()) {
+    if (IsModuleKind(type) && !session.moduleLists.empty()) {
         Element& change = directives.AddElement(u"Change" + type);
         change.SetAttribute(u"ModuleName").SetText(session.moduleLists.front().current);
     }

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace AdvXMLParser {
 class Document;
@@ -17,6 +18,9 @@ std::u16string WriteDataReply(const TConfigSession& session, bool changedOnly);
 // The data reply with `Directives` and an empty `CommConnect` behind `Data`.
 std::u16string WriteConnectReply(const TConfigSession& session, bool changedOnly);
 std::u16string WriteModuleChangeReply(const TConfigSession& session);
+// The module types whose change the module-change reply names: "Emul", "Comms", "FXfer", compared
+// exactly, unlike the dispatch ("emul" takes the general route but changes nothing).
+bool IsModuleKind(std::u16string_view moduleType);
 // Adds `Data` and its items to the root of `document`; shared by the first two.
 void FillDataElement(AdvXMLParser::Document& document, const TConfigSession& session, bool changedOnly);
 

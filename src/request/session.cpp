@@ -96,7 +96,7 @@ const Element& RequestRoot(const AdvXMLParser::Document& document) {
 void TConfigSession::LoadRequestText(std::u16string_view text) { LoadRequest(RequestRoot(*ParseRequestText(text))); }
 
 void TConfigSession::LoadRequest(const Element& root) {
-    if (!isTag(root, u"Config")) throw ECfgError(u"root node must be <Config>");
+    if (!isTag(root, u"Config")) Refuse(notes, root, ECfgError(u"root node must be <Config>"));
     moduleType = attr(root, u"ModuleType");
     iniFile = attr(root, u"IniFile");
     langId = attr(root, u"LangId");
@@ -132,9 +132,10 @@ void TConfigSession::ReadElements(const Element& dtd) {
     for (std::size_t i = 0; i < dtd.GetChildCount(); ++i) {
         const Element* node = dtd.GetChild(i).AsElement();
         if (!node) continue;
-        if (!isTag(*node, u"Element")) throw ECfgError::WrongChild(u"Element", node->GetName());
+        if (!isTag(*node, u"Element")) Refuse(notes, *node, ECfgError::WrongChild(u"Element", node->GetName()));
 
         TElementDef& element = elements.emplace_back();
+        NotePlaced(notes, &element, *node);
         element.name = attr(*node, u"Name");
         element.group = attr(*node, u"group");
         std::u16string key = helpFile + u"." + element.group + u"." + element.name;
@@ -158,9 +159,11 @@ void TConfigSession::ReadElements(const Element& dtd) {
         element.allowEmKeys = wtoi(attr(*node, u"allow_emkeys")) != 0;
         element.cEncoded = wtoi(attr(*node, u"cencoded")) != 0;
 
-        if (element.name.empty()) throw ECfgError(u"tag <Element> : Name not specified");
+        if (element.name.empty()) Refuse(notes, *node, ECfgError(u"tag <Element> : Name not specified"));
 
         element.type = ParseElementType(typeWord);
+        if (element.type == ElementType::Undefined && !iequals(typeWord, u"Undefined"))
+            NoteDoubtful(notes, *node, u"unknown element type \"" + typeWord + u"\": the module shows \"???\"");
         element.helpFile = attr(*node, u"help_file");
         element.helpId = attr(*node, u"help_id");
         element.defaultHelpFile = helpFile;
@@ -228,12 +231,13 @@ void TConfigSession::ReadData(const Element& data) {
     for (std::size_t i = 0; i < data.GetChildCount(); ++i) {
         const Element* item = data.GetChild(i).AsElement();
         if (!item) continue;
-        if (!isTag(*item, u"Item")) throw ECfgError::WrongChild(u"Item", item->GetName());
+        if (!isTag(*item, u"Item")) Refuse(notes, *item, ECfgError::WrongChild(u"Item", item->GetName()));
 
         std::u16string name = attr(*item, u"Element");
         const TElementDef* def = FindElement(name);
         if (!def || !IsListType(def->type)) {
             dataValues.push_back(TDataValue{std::move(name), attr(*item, u"Value")});
+            NotePlaced(notes, &dataValues.back(), *item);
             continue;
         }
         if (bool* present = ListPresenceFlag(*this, def->type)) *present = true;
@@ -249,7 +253,7 @@ void TConfigSession::ReadModuleList(const Element& node) {
     for (std::size_t i = 0; i < node.GetChildCount(); ++i) {
         const Element* module = node.GetChild(i).AsElement();
         if (!module) continue;
-        if (!isTag(*module, u"Module")) throw ECfgError::WrongChild(u"Module", module->GetName());
+        if (!isTag(*module, u"Module")) Refuse(notes, *module, ECfgError::WrongChild(u"Module", module->GetName()));
         moduleLists.back().modules.push_back(
             TModuleEntry{attr(*module, u"Name"), attr(*module, u"Description")});
     }

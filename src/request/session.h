@@ -21,6 +21,7 @@
 #include "request/elementdef.h"
 #include "request/hostlink.h"
 #include "request/nameindex.h"
+#include "request/readnotes.h"
 
 namespace AdvXMLParser {
 class Document;
@@ -125,6 +126,8 @@ public:
 
     // The readers and writers this session uses: the process-wide set unless a test gives its own.
     const TRequestHooks* hooks;
+    // Null in the module; a checker of requests listens here (request/readnotes.h).
+    TReadNotes* notes = nullptr;
 
     // Lists authFileDirectory anew into authFiles (also after a key file was imported into it).
     void ReadAuthFiles();

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <vector>
 
 #include "xml/node.h"
 
@@ -25,10 +26,19 @@ private:
     int column_;
 };
 
+// Where an element's start tag stands: the offset of its "<" in the text, in 16-bit characters.
+struct ElementStart {
+    const Element* element;
+    std::size_t offset;
+};
+
 class Parser {
 public:
     // The document belongs to the caller. On failure nothing of the tree survives.
     std::unique_ptr<Document> Parse(const char16_t* text, std::size_t length);
+    // The same, noting where each element starts, in document order: for tools that point a writer
+    // of requests at a place in the text. The tree itself keeps no positions.
+    std::unique_ptr<Document> Parse(const char16_t* text, std::size_t length, std::vector<ElementStart>& starts);
 };
 
 }  // namespace AdvXMLParser

@@ -16,6 +16,12 @@ std::unique_ptr<Document> Parser::Parse(const char16_t* text, std::size_t length
     return reader.Run(text, length);
 }
 
+std::unique_ptr<Document> Parser::Parse(const char16_t* text, std::size_t length, std::vector<ElementStart>& starts) {
+    starts.clear();
+    detail::Reader reader;
+    return reader.Run(text, length, &starts);
+}
+
 namespace detail {
 
 namespace {
@@ -46,10 +52,11 @@ void Reader::Fail(int number) const {
     throw ParsingException(number, static_cast<int>(line_), static_cast<int>(col_));
 }
 
-std::unique_ptr<Document> Reader::Run(const char16_t* text, std::size_t length) {
+std::unique_ptr<Document> Reader::Run(const char16_t* text, std::size_t length, std::vector<ElementStart>* starts) {
     if (length > kMaxLength) throw std::length_error("XML text too long");
     if (!text) length = 0;
     Reset(text, length);
+    starts_ = starts;
 
     // Chunks of an eighth of the text keep the unused tail of the last chunk small at every size.
     std::size_t chunk = length * sizeof(char16_t) / 8;
@@ -200,6 +207,7 @@ void Reader::StartTag(bool root) {
     const NameRec* name = Intern(from, Position());
     Element* element = Impl::NewElement(*arena_, name, Owner());
     children_.push_back(element);
+    if (starts_) starts_->push_back({element, static_cast<std::size_t>(from - 1 - begin_)});
     if (root) Impl::SetRoot(*doc_, element);
     ReadAttributes(*element);
     const char16_t c = Get();

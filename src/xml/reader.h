@@ -65,7 +65,9 @@ enum ErrorNumber : int {
 
 class Reader : private Cursor {
 public:
-    std::unique_ptr<Document> Run(const char16_t* text, std::size_t length);
+    // `starts`, when given, receives the start of each element.
+    std::unique_ptr<Document> Run(const char16_t* text, std::size_t length,
+                                  std::vector<ElementStart>* starts = nullptr);
 
 private:
     struct Frame {
@@ -132,6 +134,7 @@ private:
     void PublicLiteral(int notQuotedNumber);
     void PeReference();
 
+    std::vector<ElementStart>* starts_ = nullptr;
     Document* doc_ = nullptr;
     Arena* arena_ = nullptr;
     std::vector<Frame> open_;
