@@ -12,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "app/requestcheck.h"
 #include "hostwindow.h"
 #include "snapshots.h"
 #include "text/textutil.h"
@@ -22,6 +23,10 @@ using qrl4host::PrintText;
 
 const char kUsage[] =
     "usage: qrl4host [options] REQUEST\n"
+    "       qrl4host --check REQUEST\n"
+    "  --check REQUEST    read REQUEST as the module would, without loading it, and print each\n"
+    "                     finding as file:line:column: error|warning: text; exit 0 when the module\n"
+    "                     would run it, 1 when it would answer 630, 2 when the file cannot be read\n"
     "  REQUEST            request file, UTF-8 or UTF-16 (with or without a byte-order mark)\n"
     "  --dll PATH         the module (default: qrl4cfg.dll beside qrl4host.exe)\n"
     "  --entry 2W|W|macro fnRunConfig2W (default), fnRunConfigW, or fnMacroAssist on the file's text\n"
@@ -117,6 +122,19 @@ F entryPoint(HMODULE module, const char* name) {
     return reinterpret_cast<F>(reinterpret_cast<void (*)()>(GetProcAddress(module, name)));
 }
 
+// --check: the module's readers over the file, the DLL left alone.
+int checkFile(const std::wstring& path) {
+    std::u16string request;
+    if (!readText(path, request)) {
+        std::fprintf(stderr, "qrl4host: cannot read %ls\n", path.c_str());
+        return qrl::kCheckUnreadable;
+    }
+    const std::string file = qrl::utf16ToUtf8(std::u16string(reinterpret_cast<const char16_t*>(path.c_str())));
+    const std::vector<qrl::TCheckFinding> findings = qrl::CheckRequest(request);
+    for (const qrl::TCheckFinding& finding : findings) std::printf("%s\n", qrl::FormatFinding(file, finding).c_str());
+    return qrl::CheckExitCode(findings);
+}
+
 int run(int argc, wchar_t** argv) {
     qrl4host::THostOptions host;
     qrl4host::TSnapshotOptions shots;
@@ -138,7 +156,8 @@ int run(int argc, wchar_t** argv) {
             return argv[++i];
         };
         const auto toU16 = [](const std::wstring& s) { return std::u16string(reinterpret_cast<const char16_t*>(s.c_str())); };
-        if (arg == L"--dll") dllPath = value();
+        if (arg == L"--check") return checkFile(value());
+        else if (arg == L"--dll") dllPath = value();
         else if (arg == L"--entry") entry = value();
         else if (arg == L"--capacity") capacity = std::wcstoull(value().c_str(), nullptr, 10);
         else if (arg == L"--mode") macroMode = std::wcstol(value().c_str(), nullptr, 10);
