@@ -88,14 +88,27 @@ TLanguageTable& languageTable() {
 
 const std::u16string& sharedText(SharedText which) { return sharedTexts()[static_cast<std::size_t>(which)]; }
 
+namespace {
+
+// A text that the road through UTF-8 and the unescaping give back as it is: no escape, no
+// surrogate. A request's thousands of descriptions mostly are, and mostly have no translation.
+bool passesUnchanged(std::u16string_view text) {
+    for (char16_t c : text)
+        if (c == u'\\' || (c >= 0xD800 && c <= 0xDFFF)) return false;
+    return true;
+}
+
+}  // namespace
+
 std::u16string Translate(std::u16string_view key, std::u16string_view defaultText) {
     // Defaults take the same road through UTF-8 as stored texts, so both are treated alike. A
     // conversion that gives nothing ends the lookup with the default as it stands: an empty default
     // stays empty whatever the table holds, and an empty stored text gives the default unescaped.
-    const std::string defaultUtf8 = utf16ToUtf8(defaultText);
-    if (defaultUtf8.empty()) return std::u16string{defaultText};
+    if (defaultText.empty()) return {};
     const TLanguageTable& table = languageTable();
-    const auto found = table.texts.find(utf16ToLatin1(key));
+    const auto found = table.texts.empty() ? table.texts.end() : table.texts.find(utf16ToLatin1(key));
+    if (found == table.texts.end() && passesUnchanged(defaultText)) return std::u16string{defaultText};
+    const std::string defaultUtf8 = utf16ToUtf8(defaultText);
     const std::u16string wide = utf8ToUtf16(found != table.texts.end() ? found->second : defaultUtf8);
     if (wide.empty()) return std::u16string{defaultText};
     return undoEscapes(wide);

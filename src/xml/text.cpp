@@ -89,6 +89,8 @@ std::u16string Impl::ContainerText(const NodeContainer& top) {
 
 std::u16string Attribute::GetText() const {
     if (flags_ & kInlineValue) return std::u16string(qrl::trimXmlSpace(Impl::InlineValue(*this)));
+    // An absent attribute is the shared empty one: readers ask for many of those.
+    if (Impl::ChildCount(*this) == 0) return {};
     return Impl::ContainerText(*this);
 }
 std::u16string Attribute::GetValue() const { return GetText(); }
