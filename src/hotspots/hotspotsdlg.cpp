@@ -6,6 +6,7 @@
 #include "kit/basedialog.h"
 #include "kit/dialogkit.h"
 #include "kit/fieldrules.h"
+#include "kit/listrows.h"
 #include "hotspots/hotspotcoloursdlg.h"
 #include "hotspots/hotspotdata.h"
 #include "hotspots/hotspoteditdlg.h"
@@ -123,6 +124,7 @@ private:
     void EditColours();
 
     THotSpotDialogData data_;
+    TShownRows spotRows_;
 };
 
 void HotSpotsDlg::Load(const std::u16string& setName) {
@@ -149,13 +151,12 @@ void HotSpotsDlg::ShowFile() { SetControlText(Window(), IDC_HS_FILE, Session().h
 // The descriptions in list order; `selection` is clamped away when the list is empty.
 void HotSpotsDlg::FillList(int selection) {
     HWND list = GetDlgItem(Window(), IDC_HS_LIST);
-    SendMessageW(list, WM_SETREDRAW, FALSE, 0);
-    SendMessageW(list, LB_RESETCONTENT, 0, 0);
-    for (const HotSpot& spot : Set().spots)
-        SendMessageW(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(W(spot.description)));
-    SendMessageW(list, WM_SETREDRAW, TRUE, 0);
-    InvalidateRect(list, nullptr, TRUE);
-    if (!Set().spots.empty() && selection >= 0) SendMessageW(list, LB_SETCURSEL, static_cast<WPARAM>(selection), 0);
+    std::vector<std::u16string> rows;
+    rows.reserve(Set().spots.size());
+    for (const HotSpot& spot : Set().spots) rows.push_back(spot.description);
+    spotRows_.Show(list, std::move(rows));
+    const bool select = !Set().spots.empty() && selection >= 0;
+    SendMessageW(list, LB_SETCURSEL, static_cast<WPARAM>(select ? selection : -1), 0);
     RefreshListButtons();
 }
 

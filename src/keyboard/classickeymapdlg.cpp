@@ -2,6 +2,7 @@
 
 #include "kit/basedialog.h"
 #include "kit/dialogkit.h"
+#include "kit/listrows.h"
 #include "keyboard/keyboard_rc.h"
 #include "keyboard/keymaprules.h"
 #include "keyboard/keymapsettings.h"
@@ -450,14 +451,14 @@ private:
         settings_.EmId = row >= 0 && row < static_cast<int>(keys_.emulationKeys.size())
                              ? static_cast<uint32_t>(keys_.emulationKeys[static_cast<std::size_t>(row)].Id)
                              : 0xFFFFFFFFu;
-        SendDlgItemMessageW(Window(), IDC_PKEY_LIST, LB_RESETCONTENT, 0, 0);
         settings_.ListedPKeys.clear();
+        std::vector<std::u16string> names;
         for (const KeyMapEntry& entry : keys_.keyMap) {
             if (entry.EmKey != settings_.EmId) continue;
-            const std::u16string name = ClassicKeyName(keys_.physicalKeys, entry.PKey);
-            SendDlgItemMessageW(Window(), IDC_PKEY_LIST, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(W(name)));
+            names.push_back(ClassicKeyName(keys_.physicalKeys, entry.PKey));
             settings_.ListedPKeys.push_back(entry.PKey);
         }
+        FillListRows(GetDlgItem(Window(), IDC_PKEY_LIST), names);
         EnableControl(Window(), IDC_ADD_PKEY, settings_.EmId != 0xFFFFFFFFu);
         EnableControl(Window(), IDC_REMOVE_PKEY, false);
     }

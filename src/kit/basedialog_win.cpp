@@ -1,6 +1,7 @@
 #include "kit/basedialog.h"
 
 #include "kit/geometry.h"
+#include "kit/listrows.h"
 #include "kit/pleasewait.h"
 #include "kit/scrollrule.h"
 
@@ -120,6 +121,7 @@ std::u16string GetControlText(HWND dialog, int id) { return GetWindowText16(GetD
 void SetControlText(HWND dialog, int id, const std::u16string& text) { SetDlgItemTextW(dialog, id, W(text)); }
 
 void FillComboRows(HWND dialog, int id, std::span<const std::u16string> rows, int selection) {
+    TRedrawOff quiet(GetDlgItem(dialog, id));
     SendDlgItemMessageW(dialog, id, CB_RESETCONTENT, 0, 0);
     for (const std::u16string& row : rows)
         SendDlgItemMessageW(dialog, id, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(W(row)));

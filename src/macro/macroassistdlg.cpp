@@ -2,6 +2,7 @@
 
 #include "kit/basedialog.h"
 #include "kit/dialogkit.h"
+#include "kit/listrows.h"
 #include "macro/macro_rc.h"
 #include "macro/macroassist.h"
 #include "request/hostlink.h"
@@ -106,6 +107,7 @@ private:
     int currentPanel_ = -1;  // first control id of the panel in view
     bool panelBusy_ = false;
     bool listBusy_ = false;
+    TShownRows tokenRows_;
     bool textBusy_ = false;
 };
 
@@ -185,9 +187,8 @@ INT_PTR MacroAssistDlg::OnInit() {
 void MacroAssistDlg::FillTokenList() {
     TBusyScope busy(listBusy_);
     HWND list = Item(IDC_TOKEN_LIST);
-    SendMessageW(list, LB_RESETCONTENT, 0, 0);
-    for (const std::u16string& row : assist_.Rows()) SendMessageW(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(W(row)));
-    if (assist_.Selected() >= 0) SendMessageW(list, LB_SETCURSEL, static_cast<WPARAM>(assist_.Selected()), 0);
+    tokenRows_.Show(list, assist_.Rows());
+    SendMessageW(list, LB_SETCURSEL, static_cast<WPARAM>(assist_.Selected()), 0);
 }
 
 void MacroAssistDlg::JoinText() {

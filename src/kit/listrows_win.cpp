@@ -1,0 +1,47 @@
+#include "kit/listrows.h"
+
+#include "kit/basedialog.h"
+#include "kit/rowchange.h"
+
+namespace qrl {
+
+namespace {
+
+// Room for `count` rows of about `chars` characters, reserved once instead of row by row.
+void ReserveRows(HWND list, std::size_t count, std::size_t chars) {
+    SendMessageW(list, LB_INITSTORAGE, count, static_cast<LPARAM>(count * (chars + 1) * sizeof(wchar_t)));
+}
+
+}  // namespace
+
+TRedrawOff::TRedrawOff(HWND control) : control_(control) { SendMessageW(control_, WM_SETREDRAW, FALSE, 0); }
+
+TRedrawOff::~TRedrawOff() {
+    SendMessageW(control_, WM_SETREDRAW, TRUE, 0);
+    InvalidateRect(control_, nullptr, TRUE);
+}
+
+void FillListRows(HWND list, std::span<const std::u16string> rows) {
+    TRedrawOff quiet(list);
+    SendMessageW(list, LB_RESETCONTENT, 0, 0);
+    ReserveRows(list, rows.size(), 16);
+    for (const std::u16string& row : rows) SendMessageW(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(W(row)));
+}
+
+void TShownRows::Show(HWND list, std::vector<std::u16string> rows) {
+    if (static_cast<std::size_t>(SendMessageW(list, LB_GETCOUNT, 0, 0)) != shown_.size()) shown_.clear();
+    if (shown_.empty()) {
+        FillListRows(list, rows);
+        shown_ = std::move(rows);
+        return;
+    }
+    const TRowChange change = ChangedRun(shown_, rows);
+    if (change.removed == 0 && change.inserted == 0) return;
+    TRedrawOff quiet(list);
+    for (std::size_t i = 0; i < change.removed; ++i) SendMessageW(list, LB_DELETESTRING, change.first, 0);
+    for (std::size_t i = 0; i < change.inserted; ++i)
+        SendMessageW(list, LB_INSERTSTRING, change.first + i, reinterpret_cast<LPARAM>(W(rows[change.first + i])));
+    shown_ = std::move(rows);
+}
+
+}  // namespace qrl
