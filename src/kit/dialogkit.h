@@ -101,5 +101,13 @@ struct TOpenFileRequest {
 };
 // The chosen file's path, or empty when the user cancelled.
 std::u16string ChooseFileToOpen(HWND owner, const TOpenFileRequest& request);
+// The same request of the platform's save-file dialog.
+std::u16string ChooseFileToSave(HWND owner, const TOpenFileRequest& request);
+
+// A warning's text colour: a red that reads on the dialog face, or the system's text colour while
+// high contrast is on, as the user's own colours come first then.
+COLORREF WarningTextColour();
+// The answer to WM_CTLCOLORSTATIC that draws a static control's text in `colour` on the dialog face.
+INT_PTR StaticTextColour(WPARAM dc, COLORREF colour);
 
 }  // namespace qrl
