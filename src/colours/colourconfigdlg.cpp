@@ -4,7 +4,9 @@
 #include <commdlg.h>
 
 #include "colours/colourconfig.h"
+#include "colours/colourpreview.h"
 #include "colours/colours_rc.h"
+#include "colours/colourtoolsdlg.h"
 #include "colours/contrast.h"
 #include "colours/palettemodel.h"
 #include "kit/basedialog.h"
@@ -36,6 +38,8 @@ constexpr TDialogText kConfigTexts[] = {
     {ID_ATTRINVIS, {u"ID_ATTRINVIS", u"Include invis."}},
     {IDC_ATTREDIT, {u"IDC_ATTREDIT", u"Change..."}},
     {IDC_ATTR_ADVANCED, {u"IDC_ADVANCED", u"Advanced..."}},
+    {IDC_PREVIEW_LABEL, {u"IDC_PREVIEW_LABEL", u"Preview as:"}},
+    {IDC_CONTRAST_CHECK, {u"IDC_CONTRAST_CHECK", u"Chec&k..."}},
     {IDOK, kOkText},
     {IDCANCEL, kCancelText},
     {IDHELP, kHelpText},
@@ -44,15 +48,34 @@ constexpr TDialogText kConfigTexts[] = {
 constexpr TTextKey kLoseChanges{u"attrmapdlg_cpp_370", u"Lose changes to custom scheme?"};
 constexpr TTextKey kRemoveScheme{u"attrmapdlg_cpp_430", u"Remove scheme"};
 
-// The sample of either dialog, drawn from the current item in the working palette, and the
-// contrast of its two colours.
-void ShowCurrentItem(HWND dialog, int sampleId, int contrastId, const TAttrDialogData& data) {
-    const auto& palette = data.working.palette;
-    const uint32_t foreground = palette[data.shown.foreground & 15];
-    const uint32_t background = palette[data.shown.background & 15];
-    ShowInSample(GetDlgItem(dialog, sampleId), data.currentLabel, foreground, background, data.shown.features,
-                 data.enableBlinkCfg);
-    SetControlText(dialog, contrastId, ContrastText(ContrastRatio(foreground, background)));
+// The sample of either dialog, drawn from the current item in the working palette as the preview
+// shows it, and the contrast of its two colours; true when that is hard to read.
+bool ShowCurrentItem(HWND dialog, int sampleId, int contrastId, const TAttrDialogData& data,
+                     TVisionPreview preview) {
+    const TPreviewSample sample = PreviewSample(data.working.palette, data.shown, preview);
+    ShowInSample(GetDlgItem(dialog, sampleId), data.currentLabel, sample.foreground, sample.background,
+                 data.shown.features, data.enableBlinkCfg);
+    SetControlText(dialog, contrastId, sample.contrast);
+    InvalidateRect(GetDlgItem(dialog, contrastId), nullptr, TRUE);  // its colour may change with the same text
+    return sample.hardToRead;
+}
+
+// The "Preview as:" drop-down of either dialog, on `preview`.
+void FillPreviewChoices(HWND dialog, TVisionPreview preview) {
+    const auto names = VisionPreviewNames();
+    FillComboRows(dialog, IDC_PREVIEW, names, static_cast<int>(preview));
+}
+
+TVisionPreview ChosenPreview(HWND dialog) {
+    const int row = ComboSelection(dialog, IDC_PREVIEW);
+    return row >= 0 && static_cast<std::size_t>(row) < kVisionPreviewCount ? static_cast<TVisionPreview>(row)
+                                                                            : TVisionPreview::Normal;
+}
+
+// WM_CTLCOLORSTATIC of either dialog: the contrast figure in the warning colour while it is low.
+INT_PTR ColourContrastFigure(HWND dialog, int contrastId, bool hardToRead, WPARAM dc, LPARAM control) {
+    if (!hardToRead || reinterpret_cast<HWND>(control) != GetDlgItem(dialog, contrastId)) return FALSE;
+    return StaticTextColour(dc, WarningTextColour());
 }
 
 void ShowHelp(const TAttrDialogData& data, std::u16string_view topic) {
@@ -71,6 +94,11 @@ protected:
     std::span<const TDialogText> Texts() const override { return kConfigTexts; }
     INT_PTR OnInit() override;
     INT_PTR OnCommand(int id, int code) override;
+    INT_PTR OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override {
+        if (message == WM_CTLCOLORSTATIC)
+            return ColourContrastFigure(Window(), IDC_ATTRCONTRAST, hardToRead_, wParam, lParam);
+        return TDialog::OnMessage(message, wParam, lParam);
+    }
 
 private:
     void FillSchemes() {
@@ -78,10 +106,14 @@ private:
         SelectComboText(Window(), IDC_SCHEME, data_.working.name);
         EnableControl(Window(), IDC_SCHEME_REMOVE, !IsCustom(data_));
     }
+    TListOptions ShowOptions() const {
+        return {IsChecked(Window(), ID_ALL), IsChecked(Window(), ID_EMUSED), IsChecked(Window(), ID_ATTRINVIS)};
+    }
     void ListItems();
+    void ShowItem() { hardToRead_ = ShowCurrentItem(Window(), IDC_ATTRSAMPLE, IDC_ATTRCONTRAST, data_, preview_); }
     void SelectItem(uint32_t index) {
         SelectListItem(data_, index);
-        ShowCurrentItem(Window(), IDC_ATTRSAMPLE, IDC_ATTRCONTRAST, data_);
+        ShowItem();
     }
     // After any edit: a named scheme forks into "(custom)", which the combo then shows.
     void Fork() {
@@ -92,8 +124,11 @@ private:
     void ChooseScheme();
     void Change();
     void Remove();
+    void CheckContrast();
 
     TAttrDialogData& data_;
+    TVisionPreview preview_ = TVisionPreview::Normal;  // the dialog's own: never stored, never in a reply
+    bool hardToRead_ = false;
 };
 
 INT_PTR ColourConfigDlg::OnInit() {
@@ -103,6 +138,7 @@ INT_PTR ColourConfigDlg::OnInit() {
     FillSchemes();
     CheckRadioButton(Window(), ID_ALL, ID_EMUSED, ID_EMUSED);
     SetChecked(Window(), ID_ATTRINVIS, false);
+    FillPreviewChoices(Window(), preview_);
     ListItems();
     SendDlgItemMessageW(Window(), IDC_ATTRLIST, LB_SETCURSEL, 0, 0);
     SelectItem(0);
@@ -121,9 +157,7 @@ void ColourConfigDlg::ListItems() {
                               &extent);
         return static_cast<int>(extent.cx);
     };
-    const TListOptions options{IsChecked(Window(), ID_ALL), IsChecked(Window(), ID_EMUSED),
-                               IsChecked(Window(), ID_ATTRINVIS)};
-    ListAttributes(data_, options, client.right - client.left, measure);
+    ListAttributes(data_, ShowOptions(), client.right - client.left, measure);
     SendMessageW(list, WM_SETREDRAW, FALSE, 0);
     SendMessageW(list, LB_RESETCONTENT, 0, 0);
     for (const std::u16string& text : data_.itemTexts)
@@ -142,7 +176,7 @@ void ColourConfigDlg::ChooseScheme() {
     switch (SelectScheme(data_, name, ask)) {
     case TSchemeSwitch::Declined: SelectComboText(Window(), IDC_SCHEME, data_.currentName); break;
     case TSchemeSwitch::Switched:
-        ShowCurrentItem(Window(), IDC_ATTRSAMPLE, IDC_ATTRCONTRAST, data_);
+        ShowItem();
         EnableControl(Window(), IDC_SCHEME_REMOVE, !IsCustom(data_));
         break;
     case TSchemeSwitch::Unchanged: break;
@@ -151,7 +185,7 @@ void ColourConfigDlg::ChooseScheme() {
 
 void ColourConfigDlg::Change() {
     data_.changed = false;
-    RunAttrEditDialog(Window(), data_);
+    RunAttrEditDialog(Window(), data_, preview_);
     SelectItem(data_.selectedItem);
     if (data_.changed) Fork();
 }
@@ -162,8 +196,29 @@ void ColourConfigDlg::Remove() {
     FillSchemes();
 }
 
+// Go to selects the finding's combination, as a click in the list does.
+void ColourConfigDlg::CheckContrast() {
+    const std::vector<TContrastFinding> findings = CheckSchemeContrast(data_, ShowOptions(), preview_);
+    const std::optional<uint32_t> chosen =
+        RunContrastCheckDialog(Window(), ContrastCheckRows(findings), !findings.empty());
+    if (!chosen || *chosen >= findings.size()) return;
+    const std::optional<uint32_t> row = ListRowOfCombination(data_, findings[*chosen].combination);
+    if (!row) return;
+    SendDlgItemMessageW(Window(), IDC_ATTRLIST, LB_SETCURSEL, *row, 0);
+    SelectItem(*row);
+}
+
 INT_PTR ColourConfigDlg::OnCommand(int id, int code) {
     switch (id) {
+    case IDC_PREVIEW:
+        if (code == CBN_SELCHANGE) {
+            preview_ = ChosenPreview(Window());
+            ShowItem();
+        }
+        return TRUE;
+    case IDC_CONTRAST_CHECK:
+        if (code == BN_CLICKED) CheckContrast();
+        return TRUE;
     case IDC_SCHEME:
         if (code == CBN_SELCHANGE) ChooseScheme();
         return TRUE;
@@ -231,6 +286,8 @@ constexpr TDialogText kEditTexts[] = {
     {IDC_FEATURE_FIRST + 8, {u"IDC_FEATURE_INVISIBLE", kFeatureBoxes[8].text}},
     {IDC_OVERRIDE, {u"IDC_OVERRIDE", u"O&verride colour"}},
     {IDC_PALETTE_CFG, {u"IDC_PALETTE_CFG", u"&Palette..."}},
+    {IDC_FIX_CONTRAST, {u"IDC_FIX_CONTRAST", u"Fix &contrast"}},
+    {IDC_PREVIEW_LABEL, {u"IDC_PREVIEW_LABEL", u"Preview as:"}},
     {IDC_ATTR_FOREGROUND, {u"IDC_ATTR_FOREGROUND", u"F"}},  // the small layout's
     {IDC_ATTR_BACKGROUND, {u"IDC_ATTR_BACKGROUND", u"B"}},
     {IDOK, kOkText},
@@ -241,12 +298,17 @@ constexpr int kFeatureBoxCount = static_cast<int>(std::size(kFeatureBoxes));
 
 class AttrEditDlg : public TDialog {
 public:
-    explicit AttrEditDlg(TAttrDialogData& data) : data_(data) {}
+    AttrEditDlg(TAttrDialogData& data, TVisionPreview preview) : data_(data), preview_(preview) {}
 
 protected:
     std::span<const TDialogText> Texts() const override { return kEditTexts; }
     INT_PTR OnInit() override;
     INT_PTR OnCommand(int id, int code) override;
+    INT_PTR OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override {
+        if (message == WM_CTLCOLORSTATIC)
+            return ColourContrastFigure(Window(), IDC_ATTR_CHANGE_CONTRAST, hardToRead_, wParam, lParam);
+        return TDialog::OnMessage(message, wParam, lParam);
+    }
 
 private:
     LRESULT ToPalette(UINT message, WPARAM wParam, LPARAM lParam = 0) const {
@@ -264,16 +326,30 @@ private:
         target_ = target;
         ShowMarks(AttrEditView(data_));
     }
-    void ShowSample() const { ShowCurrentItem(Window(), IDC_ATTR_CHANGE_SAMPLE, IDC_ATTR_CHANGE_CONTRAST, data_); }
+    // The sample and the palette as the preview shows them; Fix contrast while the pair is hard to read.
+    void ShowSample() {
+        hardToRead_ = ShowCurrentItem(Window(), IDC_ATTR_CHANGE_SAMPLE, IDC_ATTR_CHANGE_CONTRAST, data_, preview_);
+        EnableControl(Window(), IDC_FIX_CONTRAST, FixContrastPick(data_, preview_).has_value());
+    }
+    void ShowPalette() const {
+        const TPalette seen = SimulatedPalette(data_.working.palette, preview_);
+        ToPalette(kPaletteSetColours, 0, reinterpret_cast<LPARAM>(seen.data()));
+    }
+    void FixContrast();
 
     TAttrDialogData& data_;
+    TVisionPreview preview_;
+    TNormalPair normalBackup_;  // a palette import may set the Normal pair, which Cancel puts back
+    bool hardToRead_ = false;
     TPaletteTarget target_ = TPaletteTarget::Foreground;
 };
 
 INT_PTR AttrEditDlg::OnInit() {
     SetControlText(Window(), IDC_ATTR_LABEL, GetControlText(Window(), IDC_ATTR_LABEL) + data_.currentLabel);
     const TAttrEditView view = BeginAttrEdit(data_);
-    ToPalette(kPaletteSetColours, 0, reinterpret_cast<LPARAM>(data_.working.palette.data()));
+    normalBackup_ = NormalPairOf(data_);
+    FillPreviewChoices(Window(), preview_);
+    ShowPalette();
     ShowMarks(view);
     ShowEntry(view);
     ShowSample();
@@ -328,7 +404,20 @@ INT_PTR AttrEditDlg::OnCommand(int id, int code) {
         return TRUE;
     case IDC_PALETTE_CFG:
         if (code == BN_CLICKED && RunPaletteDialog(Window(), data_)) {
-            ToPalette(kPaletteSetColours, 0, reinterpret_cast<LPARAM>(data_.working.palette.data()));
+            // An import may have given the Normal attribute new colours, which this item may show.
+            SelectListItem(data_, data_.selectedItem);
+            ShowPalette();
+            ShowMarks(AttrEditView(data_));
+            ShowSample();
+        }
+        return TRUE;
+    case IDC_FIX_CONTRAST:
+        if (code == BN_CLICKED) FixContrast();
+        return TRUE;
+    case IDC_PREVIEW:
+        if (code == CBN_SELCHANGE) {
+            preview_ = ChosenPreview(Window());
+            ShowPalette();
             ShowSample();
         }
         return TRUE;
@@ -341,11 +430,21 @@ INT_PTR AttrEditDlg::OnCommand(int id, int code) {
     case IDCANCEL:
         if (code == BN_CLICKED) {
             CancelAttrEdit(data_);
+            StoreNormalPair(data_, normalBackup_);
             End(IDCANCEL);
         }
         return TRUE;
     default: return FALSE;
     }
+}
+
+// The pick goes the way of a palette click, so the scheme forks as a click makes it.
+void AttrEditDlg::FixContrast() {
+    const std::optional<TPalettePick> pick = FixContrastPick(data_, preview_);
+    if (!pick) return;
+    PickAttrColours(data_, pick->first, pick->second);
+    ShowMarks(AttrEditView(data_));
+    ShowSample();
 }
 
 // Advanced Attribute Configuration
@@ -495,6 +594,8 @@ constexpr TDialogText kPaletteTexts[] = {
     {IDC_PAL_RED_LABEL, {u"IDC_PAL_RED_LABEL", u"Red:"}},
     {IDC_PAL_GREEN_LABEL, {u"IDC_PAL_GREEN_LABEL", u"Green:"}},
     {IDC_PAL_BLUE_LABEL, {u"IDC_PAL_BLUE_LABEL", u"Blue:"}},
+    {IDC_PAL_IMPORT, {u"IDC_PAL_IMPORT", u"&Import..."}},
+    {IDC_PAL_EXPORT, {u"IDC_PAL_EXPORT", u"E&xport..."}},
     {IDOK, kOkText},
     {IDCANCEL, kCancelText},
     {IDHELP, kHelpText},
@@ -518,13 +619,21 @@ private:
     int Slider(int i) const { return static_cast<int>(SendDlgItemMessageW(Window(), kSliders[i], TBM_GETPOS, 0, 0)); }
     void ShowIndex(uint32_t index);
     void Apply(const int (&parts)[3], bool fromSliders);
+    void Import() {
+        if (const std::optional<TImportedPalette> imported = AskPaletteToImport(Window())) {
+            ImportPalette(data_, *imported, normal_);
+            ShowIndex(data_.paletteIndex);
+        }
+    }
 
     TAttrDialogData& data_;
+    TNormalPair normal_;  // the Normal attribute's pair, as an import may set it; stored on OK
     bool busy_ = false;  // set while the dialog itself writes its number edits
 };
 
 INT_PTR PaletteDlg::OnInit() {
     data_.paletteEdit = data_.working.palette;
+    normal_ = NormalPairOf(data_);
     std::vector<std::u16string> rows;
     for (int i = 0; i < 16; ++i) rows.push_back(decimal(i));
     const uint32_t start = PaletteStartIndex(data_);
@@ -580,12 +689,19 @@ INT_PTR PaletteDlg::OnCommand(int id, int code) {
             Apply(parts, false);
         }
         return TRUE;
+    case IDC_PAL_IMPORT:
+        if (code == BN_CLICKED) Import();
+        return TRUE;
+    case IDC_PAL_EXPORT:
+        if (code == BN_CLICKED) AskWhereToExport(Window(), ExportPalette(data_, normal_));
+        return TRUE;
     case IDHELP:
         if (code == BN_CLICKED) ShowHelp(data_, u"colours.palette");
         return TRUE;
     case IDOK:
         if (code == BN_CLICKED) {
             data_.working.palette = data_.paletteEdit;
+            StoreNormalPair(data_, normal_);
             End(IDOK);
         }
         return TRUE;
@@ -637,8 +753,9 @@ bool RunOn(HWND parent, TAttrDialogData& data, int templateId) {
 
 }  // namespace
 
-bool RunAttrEditDialog(HWND parent, TAttrDialogData& data) {
-    return RunOn<AttrEditDlg>(parent, data, AttrEditTemplate(parent));
+bool RunAttrEditDialog(HWND parent, TAttrDialogData& data, TVisionPreview preview) {
+    AttrEditDlg dialog(data, preview);
+    return dialog.RunModal(parent, AttrEditTemplate(parent)) == IDOK;
 }
 bool RunAdvancedAttrDialog(HWND parent, TAttrDialogData& data) {
     return RunOn<AdvancedAttrDlg>(parent, data, IDD_ATTR_ADVANCED_PPC);

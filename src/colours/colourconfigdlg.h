@@ -3,6 +3,8 @@
 
 #include <windows.h>
 
+#include "colours/colourvision.h"
+
 namespace qrl {
 
 class TConfigSession;
@@ -13,7 +15,8 @@ struct TAttrDialogData;
 int RunColourDialog(TConfigSession& session, void* parent);
 
 // The sub-dialogs, each on the main dialog's data; true on OK.
-bool RunAttrEditDialog(HWND parent, TAttrDialogData& data);
+// Edit Attribute opens on the main dialog's preview.
+bool RunAttrEditDialog(HWND parent, TAttrDialogData& data, TVisionPreview preview = TVisionPreview::Normal);
 bool RunAdvancedAttrDialog(HWND parent, TAttrDialogData& data);
 bool RunSaveSchemeDialog(HWND parent, TAttrDialogData& data);
 bool RunPaletteDialog(HWND parent, TAttrDialogData& data);

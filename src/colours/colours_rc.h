@@ -106,3 +106,14 @@
 #define IDC_ATTR_CHANGE_CONTRAST 1908
 #define IDC_ATTR_FOREGROUND 1909  // "F" and "B" of the small Edit Attribute
 #define IDC_ATTR_BACKGROUND 1910
+
+// The vision preview, the contrast check and palettes of other terminals
+#define IDD_CONTRAST_CHECK 188
+#define IDD_PALETTE_SCHEMES 189  // the scheme to import from a file that holds several
+#define IDC_PREVIEW_LABEL 1911
+#define IDC_PREVIEW 1912
+#define IDC_CONTRAST_CHECK 1913
+#define IDC_FIX_CONTRAST 1914
+#define IDC_PAL_IMPORT 1915
+#define IDC_PAL_EXPORT 1916
+#define IDC_CHOICE_LIST 1917
