@@ -31,22 +31,6 @@ std::wstring Selected(HWND dialog) { return Driver::TreeItemText(Tree(dialog), D
 bool Shown(HWND dialog, int id) { return IsWindowVisible(GetDlgItem(dialog, id)) != FALSE; }
 std::wstring EditText(HWND dialog) { return Driver::Text(GetDlgItem(dialog, IDC_VALUE_EDIT)); }
 
-// Fills the file name of an open-file dialog and accepts it.
-void OpenFile(Driver& d, const std::wstring& title, const std::wstring& path) {
-    HWND open = d.WaitForDialog(title);
-    HWND name = GetDlgItem(open, 0x480);  // edt1
-    if (!name) {
-        // cmb13: the name as a ComboBoxEx, whose edit sits inside its combo box.
-        HWND comboEx = GetDlgItem(open, 0x47C);
-        HWND combo = comboEx ? FindWindowExW(comboEx, nullptr, L"ComboBox", nullptr) : nullptr;
-        name = combo ? FindWindowExW(combo, nullptr, L"Edit", nullptr) : nullptr;
-        if (!name && comboEx) name = FindWindowExW(comboEx, nullptr, L"Edit", nullptr);
-    }
-    if (!name) throw DriverFailure{"open dialog without a name field"};
-    SetWindowTextW(name, path.c_str());
-    d.Close(open);
-}
-
 class GeneralRoute : public ::testing::Test {
 protected:
     void SetUp() override {
