@@ -43,6 +43,7 @@ const char kUsage[] =
     "  --pictures DIR     save a PNG picture of every dialog shown\n"
     "  --press ID         press the control ID in the next dialog that shows (repeat in order)\n"
     "  --select TEXT      before the first press, select the tree item whose text starts with TEXT\n"
+    "  --choose ID=ROW    before the first picture, choose row ROW of the first dialog's drop-down ID\n"
     "  --settle MS        wait this long after a dialog shows before picturing it (default 600)\n"
     "  --timeout MS       press Cancel in a dialog still open after this long (default never)\n";
 
@@ -181,6 +182,12 @@ int run(int argc, wchar_t** argv) {
         else if (arg == L"--pictures") shots.directory = value();
         else if (arg == L"--press") shots.presses.push_back(std::wcstol(value().c_str(), nullptr, 10));
         else if (arg == L"--select") shots.select = value();
+        else if (arg == L"--choose") {
+            const std::wstring choice = value();
+            wchar_t* rest = nullptr;
+            shots.chooseId = static_cast<int>(std::wcstol(choice.c_str(), &rest, 10));
+            shots.chooseRow = *rest == L'=' ? static_cast<int>(std::wcstol(rest + 1, nullptr, 10)) : 0;
+        }
         else if (arg == L"--settle") shots.settleMs = std::wcstoul(value().c_str(), nullptr, 10);
         else if (arg == L"--timeout") shots.timeoutMs = std::wcstoul(value().c_str(), nullptr, 10);
         else if (!arg.empty() && arg[0] == L'-') {

@@ -16,6 +16,7 @@ struct TSeenDialog {
     bool pictured = false;
     bool pressed = false;
     bool cancelled = false;
+    bool chosen = false;
 };
 
 struct TWatch {
@@ -160,6 +161,17 @@ void press(HWND window, int id) {
     PostMessageW(window, WM_COMMAND, MAKEWPARAM(id, BN_CLICKED), reinterpret_cast<LPARAM>(GetDlgItem(window, id)));
 }
 
+// Picks the script's row of a drop-down in the dialog; true when the dialog has one to pick from.
+bool choose(HWND window) {
+    HWND combo = GetDlgItem(window, g_watch.options.chooseId);
+    std::printf("choose: %d row %d\n", g_watch.options.chooseId, g_watch.options.chooseRow);
+    g_watch.options.chooseId = 0;
+    if (!combo) return false;
+    SendMessageW(combo, CB_SETCURSEL, static_cast<WPARAM>(g_watch.options.chooseRow), 0);
+    SendMessageW(window, WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(combo), CBN_SELCHANGE), reinterpret_cast<LPARAM>(combo));
+    return true;
+}
+
 void CALLBACK tick(HWND, UINT, UINT_PTR, DWORD) {
     std::vector<HWND> open;
     EnumThreadWindows(GetCurrentThreadId(), &collect, reinterpret_cast<LPARAM>(&open));
@@ -173,6 +185,11 @@ void CALLBACK tick(HWND, UINT, UINT_PTR, DWORD) {
             continue;
         }
         if (now - dialog->firstSeen < g_watch.options.settleMs) continue;
+        if (!dialog->chosen && g_watch.options.chooseId != 0) {
+            dialog->chosen = true;
+            if (choose(window)) dialog->firstSeen = now;  // settles again before its picture
+            continue;
+        }
         if (!dialog->pictured) picture(*dialog);
         if (!dialog->pressed && g_watch.nextPress < g_watch.options.presses.size()) {
             dialog->pressed = true;

@@ -14,6 +14,8 @@ struct TSnapshotOptions {
     std::wstring directory;     // empty: no pictures
     std::vector<int> presses;   // control ids to press, one per dialog, in the order they appear
     std::wstring select;        // before the first press: the tree item whose text starts so
+    int chooseId = 0;           // before the first picture: this drop-down of the first dialog...
+    int chooseRow = 0;          // ...gets this row, as a user's pick does; 0 as the id: none
     DWORD settleMs = 600;       // a dialog is pictured this long after it first shows
     DWORD timeoutMs = 0;        // a dialog still open this long after it showed gets Cancel; 0: never
 };
