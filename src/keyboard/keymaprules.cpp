@@ -123,12 +123,15 @@ const KeyName* FindKeyName(const std::vector<KeyName>& list, uint32_t id) {
 
 std::u16string GraphicKeyName(const std::vector<KeyName>& physicalKeys, uint32_t code) {
     const KeyName* key = FindKeyName(physicalKeys, code & ~kModMask);
-    if (!key) return {};
-    std::u16string name;
-    if (code & kModShift) name += u"Sh+";
-    if (code & kModAlt) name += u"Alt+";
-    if (code & kModCtrl) name += u"Ctrl+";
-    return name + key->Name;
+    return key ? GraphicModifierPrefix(code) + key->Name : std::u16string();
+}
+
+std::u16string GraphicModifierPrefix(uint32_t code) {
+    std::u16string prefix;
+    if (code & kModShift) prefix += u"Sh+";
+    if (code & kModAlt) prefix += u"Alt+";
+    if (code & kModCtrl) prefix += u"Ctrl+";
+    return prefix;
 }
 
 std::u16string ClassicKeyName(const std::vector<KeyName>& physicalKeys, uint32_t code) {

@@ -62,6 +62,8 @@ const KeyName* FindKeyName(const std::vector<KeyName>& list, uint32_t id);
 // Name of a mapped code in the graphic editor: "Sh+", "Alt+", "Ctrl+" and the key's name; empty
 // when no physical key has the code's Id.
 std::u16string GraphicKeyName(const std::vector<KeyName>& physicalKeys, uint32_t code);
+// The modifiers of that name alone: "Sh+", "Alt+", "Ctrl+" as the code has them.
+std::u16string GraphicModifierPrefix(uint32_t code);
 // Name in the classic editor: the key's name, " + Ctrl", " + Shift", " + Alt"; or
 // "unknown key (code)".
 std::u16string ClassicKeyName(const std::vector<KeyName>& physicalKeys, uint32_t code);
