@@ -49,14 +49,6 @@ Element& addListItem(Element& data, std::u16string_view name) {
     return item;
 }
 
-void writeKeyStrings(Element& data, std::u16string_view name, const std::vector<KeyString>& list) {
-    Element& item = addListItem(data, name);
-    for (const KeyString& entry : list) {
-        Element& map = item.AddElement(u"Map");
-        map.SetAttribute(u"pkey").SetText(codeText(entry.PKey));
-        map.SetAttribute(u"string").SetText(entry.Text);
-    }
-}
 
 }  // namespace
 
@@ -125,14 +117,27 @@ void ReadKeyStringItem(TConfigSession& session, const TElementDef& def, const El
         noteNoEffect(session, def, item, u"KeyStrings and GlobalKeyStrings");
 }
 
-void WriteKeyMapItem(const TConfigSession& session, const TElementDef&, Element& data) {
+void writeKeyMap(Element& parent, const std::vector<KeyMapEntry>& list) {
     // Answered under this name whatever the definition is called.
-    Element& item = addListItem(data, u"KeyMap");
-    for (const KeyMapEntry& entry : KeyDataOf(session).keyMap) {
+    Element& item = addListItem(parent, u"KeyMap");
+    for (const KeyMapEntry& entry : list) {
         Element& map = item.AddElement(u"Map");
         map.SetAttribute(u"pkey").SetText(codeText(entry.PKey));
         map.SetAttribute(u"emkey").SetText(codeText(entry.EmKey));
     }
+}
+
+void writeKeyStrings(Element& parent, std::u16string_view name, const std::vector<KeyString>& list) {
+    Element& item = addListItem(parent, name);
+    for (const KeyString& entry : list) {
+        Element& map = item.AddElement(u"Map");
+        map.SetAttribute(u"pkey").SetText(codeText(entry.PKey));
+        map.SetAttribute(u"string").SetText(entry.Text);
+    }
+}
+
+void WriteKeyMapItem(const TConfigSession& session, const TElementDef&, Element& data) {
+    writeKeyMap(data, KeyDataOf(session).keyMap);
 }
 
 void WriteKeyStringItem(const TConfigSession& session, const TElementDef& def, Element& data) {

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace AdvXMLParser {
@@ -72,6 +73,11 @@ void readKeyMap(std::vector<KeyMapEntry>& list, const AdvXMLParser::Element& ite
                 TReadNotes* notes = nullptr);  // <Map pkey emkey>
 void readKeyStrings(std::vector<KeyString>& list, const AdvXMLParser::Element& item,
                     TReadNotes* notes = nullptr);  // <Map pkey string>
+
+// The items of the three mappings as the reply writes them, under `parent`: `Item Element="KeyMap"`
+// and `Item Element=name` with one `Map` for each entry. Key map files write the same.
+void writeKeyMap(AdvXMLParser::Element& parent, const std::vector<KeyMapEntry>& list);
+void writeKeyStrings(AdvXMLParser::Element& parent, std::u16string_view name, const std::vector<KeyString>& list);
 
 // The `Data` hooks of the three key types, by the element's definition.
 void ReadKeyListItem(TConfigSession& session, const TElementDef& def, const AdvXMLParser::Element& item);
