@@ -67,6 +67,9 @@ public:
     void OpenAndClose(HWND dialog, int id, const std::wstring& title, int button);
     void InDialog(HWND dialog, int id, const std::wstring& title, const std::function<void(HWND)>& script);
 
+    // Answers the open- or save-file dialog titled `title` with `path` and accepts it.
+    void AnswerFileDialog(const std::wstring& title, const std::wstring& path);
+
     // Waits until the dialog thread has nothing left to do for the moment.
     void Settle(int ms = 50) const;
 

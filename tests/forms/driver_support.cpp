@@ -102,6 +102,21 @@ void Driver::Close(HWND window, int button) {
     WaitGone(window);
 }
 
+void Driver::AnswerFileDialog(const std::wstring& title, const std::wstring& path) {
+    HWND dialog = WaitForDialog(title);
+    HWND name = GetDlgItem(dialog, 0x480);  // edt1
+    if (!name) {
+        // cmb13: the name as a ComboBoxEx, whose edit sits inside its combo box.
+        HWND comboEx = GetDlgItem(dialog, 0x47C);
+        HWND combo = comboEx ? FindWindowExW(comboEx, nullptr, L"ComboBox", nullptr) : nullptr;
+        name = combo ? FindWindowExW(combo, nullptr, L"Edit", nullptr) : nullptr;
+        if (!name && comboEx) name = FindWindowExW(comboEx, nullptr, L"Edit", nullptr);
+    }
+    if (!name) Fail("file dialog \"" + Narrow(title) + "\" without a name field");
+    SetWindowTextW(name, path.c_str());
+    Close(dialog);
+}
+
 void Driver::OpenAndClose(HWND dialog, int id, const std::wstring& title, int button) {
     Click(dialog, id);
     Close(WaitForDialog(title, 15000, 0), button);
