@@ -6,7 +6,10 @@
 #include "keyboard/graphickeymap.h"
 #include "keyboard/keyboard_rc.h"
 #include "keyboard/keyboardctl.h"
+#include "keyboard/keymapcheckdlg.h"
+#include "keyboard/keymapfiledlg.h"
 #include "keyboard/keymapsettings.h"
+#include "keyboard/presskey.h"
 #include "macro/macroassistdlg.h"
 #include "request/session.h"
 #include "text/textutil.h"
@@ -39,6 +42,11 @@ constexpr TDialogText kKeymapTexts[] = {
     {ID_ADVANCED, {u"ID_ADVANCED", u"&Advanced"}},
     {IDC_STATIC_62, {u"IDC_STATIC_62", u"Emulation keyboard"}},
     {IDC_STATIC_63, {u"IDC_STATIC_63", u"PC keyboard"}},
+    {IDC_FIND_KEY, {u"IDC_FIND_KEY", u"Find &Key..."}},
+    {IDC_KEYMAP_CHECK, {u"IDC_KEYMAP_CHECK", u"Chec&k..."}},
+    {IDC_CHEAT_SHEET, {u"IDC_CHEAT_SHEET", u"Cheat S&heet..."}},
+    {IDC_KEYMAP_EXPORT, {u"IDC_KEYMAP_EXPORT", u"E&xport..."}},
+    {IDC_KEYMAP_IMPORT, {u"IDC_KEYMAP_IMPORT", u"&Import..."}},
 };
 
 constexpr TDialogText kKeyboardsTexts[] = {
@@ -51,6 +59,7 @@ constexpr TDialogText kKeyboardsTexts[] = {
 };
 
 constexpr TTextKey kLoseGlobal{u"gkemapdlg_cpp_679", u"This will remove the Global string for this key\nOk to continue?"};
+constexpr TTextKey kNotOnKeyboard{u"keymapdlg_cpp_1", u"That key is not on the PC keyboard"};
 constexpr TTextKey kBlankString{u"gkemapdlg_cpp_609", u"The string must not be blank."};
 
 constexpr int kRightPaneControls[] = {IDC_EM_PICTURE, IDC_GK_EMLIST, IDC_GK_STRING, ID_KEYSTRINGPROMPT,
@@ -111,6 +120,11 @@ private:
     void RunAssistant();
     void RefreshStatus();
 
+    void FindPressedKey(WPARAM virtualKey, LPARAM flags);
+    void CheckMap();
+    void GoToPcCode(uint32_t code);
+    void GoToEmCode(uint32_t code);
+
     KeymapSettings& settings_;
     TKeyData& keys_;
     std::u16string emName_;
@@ -137,6 +151,7 @@ private:
     int32_t rightPaneMode_ = -1;
     int32_t leftPaneMode_ = -1;
     bool refreshing_ = false;  // set while the dialog writes its own edits
+    bool awaitingKey_ = false;  // the press-key window is open for Find Key
     GKbKeyboard emKeyboard_;
     GKbKeyboard pcKeyboard_;
 };
@@ -573,7 +588,63 @@ void KeymapDlg::RefreshStatus() {
     if (selection_ != kFromPc && (rightPaneMode_ == 2 || rightPaneMode_ == 3)) ShowRightPane(ListOrPicture(), true);
 }
 
+void KeymapDlg::CheckMap() {
+    KeyMapFinding chosen;
+    const bool goTo = RunKeyMapCheck(Window(), keys_, KeyCodesOf(pcKeyboard_), chosen);
+    ShowMappingAgain();  // the check may have removed entries
+    if (!goTo) return;
+    if (chosen.pcCode)
+        GoToPcCode(chosen.pcCode);
+    else
+        GoToEmCode(chosen.emCode);
+}
+
+// Selects a PC code as a click on its key would with the code's modifiers latched, or as a choice
+// in the list with those modifier boxes where the picture lacks the key.
+void KeymapDlg::GoToPcCode(uint32_t code) {
+    ClearSelection();
+    const uint32_t modifiers = code & kModMask;
+    SetShiftBoxes(modifiers);
+    listShift_ = modifiers;
+    if (pcPicture_) pcPicture_->setShift(static_cast<int32_t>(modifiers));
+    pcList_.selectCode(static_cast<int32_t>(code & ~kModMask));
+    if (pcList_.selectedId() < 0) {
+        int32_t state = 0;
+        GKbKey* key = pcLayout_ ? pcLayout_->findKey(static_cast<int32_t>(code & ~kModMask), state) : nullptr;
+        if (!key) {
+            ShowMappingAgain();
+            SetControlText(Window(), IDC_GK_STATUS, Translate(kNotOnKeyboard));
+            return;
+        }
+        return PressPc(*key, false);
+    }
+    ChoosePcListEntry();
+}
+
+void KeymapDlg::GoToEmCode(uint32_t code) {
+    ClearSelection();
+    emList_.selectCode(static_cast<int32_t>(code));
+    if (emList_.selectedId() >= 0) ChooseEmListEntry();
+}
+
+// The key pressed in the press-key window, with the modifiers held down with it.
+void KeymapDlg::FindPressedKey(WPARAM virtualKey, LPARAM flags) {
+    const uint32_t code = PhysicalCodeOfKeyPress(static_cast<uint32_t>(virtualKey), static_cast<uint64_t>(flags));
+    if (code == 0) return;
+    const auto down = [](int key) { return (GetKeyState(key) & 0x8000) != 0; };
+    constexpr LPARAM kAltContext = LPARAM{1} << 29;  // a key pressed with Alt held comes with this bit
+    const uint32_t modifiers = (down(VK_SHIFT) ? kModShift : 0) | (down(VK_CONTROL) ? kModCtrl : 0) |
+                               (down(VK_MENU) || (flags & kAltContext) ? kModAlt : 0);
+    GoToPcCode(code | modifiers);
+}
+
 INT_PTR KeymapDlg::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    // The press-key window's message shares its number with DM_SETDEFID: only an awaited one counts.
+    if (message == kKeyPressedMessage && awaitingKey_) {
+        awaitingKey_ = false;
+        FindPressedKey(wParam, lParam);
+        return TRUE;
+    }
     if ((message != kKeyPressedLeft && message != kKeyPressedRight) || !lParam)
         return TDialog::OnMessage(message, wParam, lParam);
     GKbKey& key = *reinterpret_cast<GKbKey*>(lParam);
@@ -670,6 +741,16 @@ INT_PTR KeymapDlg::OnCommand(int id, int code) {
         return TRUE;
     }
     case ID_ADVANCED: RunKeymapAdvanced(Window(), settings_); return TRUE;
+    case IDC_FIND_KEY: awaitingKey_ = ShowPressKeyWindow(Window()) != nullptr; return TRUE;
+    case IDC_KEYMAP_CHECK: CheckMap(); return TRUE;
+    case IDC_CHEAT_SHEET: SaveCheatSheet(Window(), settings_); return TRUE;
+    case IDC_KEYMAP_EXPORT: ExportKeyMapFile(Window(), settings_); return TRUE;
+    case IDC_KEYMAP_IMPORT:
+        if (ImportKeyMapFile(Window(), settings_)) {
+            ClearSelection();
+            ShowMappingAgain();
+        }
+        return TRUE;
     case IDC_KEYMAP_HELP: settings_.session().ShowHelp(u"grkeymap.index"); return TRUE;
     case IDOK:
     case IDCANCEL: End(id); return TRUE;

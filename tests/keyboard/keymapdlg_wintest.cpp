@@ -4,6 +4,11 @@
 // natively.
 #include "forms/formsetup.h"
 #include "keyboard/keyboard_rc.h"
+#include "keyboard/keymapcheatsheet.h"
+#include "keyboard/keymapsettings.h"
+#include "kit/basedialog.h"
+#include "platform/platform.h"
+#include "request/session.h"
 #include "keypress.h"
 #include "platform/tempfolder.h"
 
@@ -166,6 +171,118 @@ TEST_F(GraphicKeymap, KeyboardSelectionCancelRestoresTheLayout) {
         d.Close(dlg);
     });
     EXPECT_EQ(r.reply, Reply(kSampleMap, Text(u"369", u"logoff"), Text(u"626", u"signon"), u"1"));
+}
+
+// Find Key: the key pressed with Alt held selects Alt+F1 as a click with Alt latched would; a key on
+// no keyboard only says so.
+TEST_F(GraphicKeymap, FindKeySelectsThePressedKeyWithItsModifiers) {
+    const auto press = [](Driver& d, HWND dlg, UINT message, WPARAM key, LPARAM flags) {
+        Driver::Click(dlg, IDC_FIND_KEY);
+        HWND window = nullptr;
+        for (int tries = 0; !window && tries < 100; ++tries, d.Settle()) window = FindWindowW(L"PressKeyWin", nullptr);
+        ASSERT_NE(window, nullptr);
+        PostMessageW(window, message, key, flags);
+        d.Settle();
+    };
+    const RunResult r = RunRequest(Request(kKdfPath), kTitle, [&](Driver& d, HWND dlg) {
+        press(d, dlg, WM_SYSKEYDOWN, VK_F1, LPARAM{1} << 29);
+        EXPECT_EQ(Status(dlg), L"PC 'Alt+F1' is not mapped");
+        PressEm(dlg, 146);
+        Driver::Click(dlg, ID_MAPSET);
+        d.Settle();
+        press(d, dlg, WM_KEYDOWN, 0xE8, 0);
+        EXPECT_EQ(Status(dlg), L"That key is not on the PC keyboard");
+        d.Close(dlg);
+    });
+    EXPECT_EQ(r.reply, Reply(kSampleMap + Map(u"1136", u"146"), Text(u"369", u"logoff"), Text(u"626", u"signon")));
+}
+
+// A map with every kind of finding: Remove duplicates asks with the count and lists again; Go to
+// closes the check and selects the key.
+TEST_F(GraphicKeymap, CheckListsFindingsRemovesDuplicatesAndGoesToAKey) {
+    const std::u16string extra = Map(u"113", u"146") + Map(u"1033", u"112") + Map(u"8193", u"147") + Map(u"114", u"999");
+    std::u16string request = ReplaceFirst(Request(kKdfPath), u"<Map pkey=\"16397\" emkey=\"147\"/>\n",
+                                          u"<Map pkey=\"16397\" emkey=\"147\"/>\n" + extra);
+    request = ReplaceFirst(request, u"<Map pkey=\"626\" string=\"signon\"/>", u"<Map pkey=\"626\" string=\"signon\"/><Map pkey=\"13\" string=\"one\"/>");
+    const std::vector<std::wstring> findings = {
+        L"Enter: global string \"one\", emulation key Enter",
+        L"F2: 2 entries in the key map; only the first is shown and edited",
+        L"key 8193: the code is on no PC keyboard and not in the PC key list",
+        L"F3: emulation key 999 is not in the emulation key list",
+        L"Alt+Tab: Windows keeps this key; the mapping never runs",
+        L"Reset: no PC key sends it",
+    };
+    const RunResult r = RunRequest(request, kTitle, [&](Driver& d, HWND dlg) {
+        Driver::Click(dlg, IDC_KEYMAP_CHECK);
+        HWND check = d.WaitForDialog(L"Key Map Check");
+        EXPECT_EQ(Driver::ListRows(check, IDC_CHECK_LIST), findings);
+        Driver::Click(check, IDC_CHECK_DEDUPLICATE);
+        EXPECT_EQ(d.Answer(check, IDYES), L"Quorl|Entries that the editor can never show or edit: 1\nRemove them?");
+        std::vector<std::wstring> left = findings;
+        left.erase(left.begin() + 1);
+        EXPECT_EQ(Driver::ListRows(check, IDC_CHECK_LIST), left);
+        EXPECT_FALSE(Enabled(check, IDC_CHECK_DEDUPLICATE));
+        Driver::SelectRow(check, IDC_CHECK_LIST, 2);
+        d.Close(check, IDC_CHECK_GOTO);
+        EXPECT_EQ(Status(dlg), L"PC 'F3' is mapped to an unknown key");
+        d.Close(dlg);
+    });
+    EXPECT_EQ(r.reply, Reply(kSampleMap + Map(u"1033", u"112") + Map(u"8193", u"147") + Map(u"114", u"999"),
+                             Text(u"369", u"logoff"), Text(u"626", u"signon") + Text(u"13", u"one")));
+}
+
+// Export, then Remove, then Import with Replace gives the map back; Merge lets the file's codes
+// replace theirs; a broken file says where and changes nothing.
+TEST_F(GraphicKeymap, ExportAndImportWithReplaceMergeAndABrokenFile) {
+    const TempFolder folder;
+    const std::wstring exported = (folder.path() / "shared.xml").wstring();
+    const auto import = [](Driver& d, HWND dlg, const std::wstring& path) {
+        Driver::Click(dlg, IDC_KEYMAP_IMPORT);
+        d.AnswerFileDialog(L"Import Key Map", path);
+    };
+    const RunResult replaced = RunRequest(Request(kKdfPath), kTitle, [&](Driver& d, HWND dlg) {
+        Driver::Click(dlg, IDC_KEYMAP_EXPORT);
+        d.AnswerFileDialog(L"Export Key Map", exported);
+        PressPc(dlg, 112);
+        Driver::Click(dlg, ID_MAPREMOVE);
+        d.Settle();
+        import(d, dlg, exported);
+        d.Close(d.WaitForDialog(L"Import Key Map"), IDC_IMPORT_REPLACE);
+        d.Close(dlg);
+    });
+    EXPECT_EQ(replaced.reply, Reply(kSampleMap, Text(u"369", u"logoff"), Text(u"626", u"signon")));
+
+    folder.write("merge.xml", "<KeyMapFile version=\"1\"><Item Element=\"KeyMap\"><Map pkey=\"112\" emkey=\"146\"/></Item>"
+                              "<Item Element=\"KeyStrings\"><Map pkey=\"13\" string=\"hi\"/></Item></KeyMapFile>");
+    folder.write("broken.xml", "<KeyMapFile version=\"1\">\n  <Item>\n</KeyMapFile>");
+    const std::wstring broken = (folder.path() / "broken.xml").wstring();
+    const RunResult merged = RunRequest(Request(kKdfPath), kTitle, [&](Driver& d, HWND dlg) {
+        import(d, dlg, broken);
+        EXPECT_EQ(d.Answer(dlg, IDOK),
+                  L"Quorl|" + broken + L"\nline 3, column 12: the file is not well-formed XML (error 13)");
+        import(d, dlg, (folder.path() / "merge.xml").wstring());
+        d.Close(d.WaitForDialog(L"Import Key Map"), IDC_IMPORT_MERGE);
+        d.Close(dlg);
+    });
+    EXPECT_EQ(merged.reply, Reply(Map(u"113", u"113") + Map(u"16397", u"147") + Map(u"112", u"146"),
+                                  Text(u"369", u"logoff") + Text(u"13", u"hi"), Text(u"626", u"signon")));
+}
+
+// The sheet the dialog saves is, byte for byte, the one the host program writes without a window.
+TEST_F(GraphicKeymap, CheatSheetFromTheDialogEqualsTheWindowlessOne) {
+    const TempFolder folder;
+    const std::wstring path = (folder.path() / "sheet.html").wstring();
+    const RunResult r = RunRequest(Request(kKdfPath), kTitle, [&](Driver& d, HWND dlg) {
+        Driver::Click(dlg, IDC_CHEAT_SHEET);
+        d.AnswerFileDialog(L"Save Cheat Sheet", path);
+        d.Close(dlg, IDCANCEL);
+    });
+    EXPECT_EQ(r.code, 2);
+    TConfigSession session;
+    session.LoadRequestText(Request(kKdfPath));
+    std::string saved;
+    EXPECT_TRUE(platform::readFile(U16(path.c_str()), saved));
+    EXPECT_EQ(saved, CheatSheetFor(KeymapSettings(session)));
 }
 
 }  // namespace
