@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "app/requestcheck.h"
+#include "cheatsheet.h"
 #include "hostwindow.h"
 #include "snapshots.h"
 #include "text/textutil.h"
@@ -24,9 +25,12 @@ using qrl4host::PrintText;
 const char kUsage[] =
     "usage: qrl4host [options] REQUEST\n"
     "       qrl4host --check REQUEST\n"
+    "       qrl4host --cheatsheet REQUEST FILE\n"
     "  --check REQUEST    read REQUEST as the module would, without loading it, and print each\n"
     "                     finding as file:line:column: error|warning: text; exit 0 when the module\n"
     "                     would run it, 1 when it would answer 630, 2 when the file cannot be read\n"
+    "  --cheatsheet REQUEST FILE   write the cheat sheet of a KeyMap request to FILE, as\n"
+    "                     Configure Keyboard's Cheat Sheet button writes it, without a window\n"
     "  REQUEST            request file, UTF-8 or UTF-16 (with or without a byte-order mark)\n"
     "  --dll PATH         the module (default: qrl4cfg.dll beside qrl4host.exe)\n"
     "  --entry 2W|W|macro fnRunConfig2W (default), fnRunConfigW, or fnMacroAssist on the file's text\n"
@@ -136,6 +140,15 @@ int checkFile(const std::wstring& path) {
     return qrl::CheckExitCode(findings);
 }
 
+int cheatSheetFile(const std::wstring& requestPath, const std::wstring& file) {
+    std::u16string request;
+    if (!readText(requestPath, request)) {
+        std::fprintf(stderr, "qrl4host: cannot read %ls\n", requestPath.c_str());
+        return 2;
+    }
+    return qrl4host::writeCheatSheet(request, file);
+}
+
 int run(int argc, wchar_t** argv) {
     qrl4host::THostOptions host;
     qrl4host::TSnapshotOptions shots;
@@ -158,6 +171,10 @@ int run(int argc, wchar_t** argv) {
         };
         const auto toU16 = [](const std::wstring& s) { return std::u16string(reinterpret_cast<const char16_t*>(s.c_str())); };
         if (arg == L"--check") return checkFile(value());
+        else if (arg == L"--cheatsheet") {
+            const std::wstring request = value();
+            return cheatSheetFile(request, value());
+        }
         else if (arg == L"--dll") dllPath = value();
         else if (arg == L"--entry") entry = value();
         else if (arg == L"--capacity") capacity = std::wcstoull(value().c_str(), nullptr, 10);
