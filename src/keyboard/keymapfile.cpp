@@ -20,8 +20,10 @@ constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 TKeyMapFileRead Failure(std::u16string reason, std::pair<int, int> where) {
     TKeyMapFileRead read;
     read.error = std::move(reason);
-    read.line = where.first;
-    read.column = where.second;
+    // The XML reader places a fault at the very end of a text after its last line break in column
+    // 0; the user counts from 1.
+    read.line = std::max(1, where.first);
+    read.column = std::max(1, where.second);
     return read;
 }
 

@@ -61,6 +61,7 @@ TEST(KeyMapFile, AFileThatDoesNotReadSaysWhereAndWhy) {
         {"\n\n  <KeyMapFile version=\"2\"/>",
          u"line 3, column 3: the key map file has version \"2\"; this module reads version 1"},
         {"", u"line 1, column 1: the file is not well-formed XML (error 16)"},
+        {"<KeyMapFile version=\"1\">\n", u"line 2, column 1: the file is not well-formed XML (error 1)"},
     };
     for (const auto& c : cases) {
         const TKeyMapFileRead read = ReadKeyMapFile(c.text);
