@@ -276,7 +276,7 @@ bool Warns(HWND dialog, int id) {  // the figure in the warning colour, as WM_CT
 }
 void UseFile(Driver& d, HWND palette, int button, const std::wstring& path) {
     Driver::Click(palette, button);
-    OpenFile(d, button == IDC_PAL_IMPORT ? L"Import Palette" : L"Export Palette", path);
+    d.AnswerFileDialog(button == IDC_PAL_IMPORT ? L"Import Palette" : L"Export Palette", path);
     d.Settle();
 }
 std::string SampleBytes(const std::wstring& name) {

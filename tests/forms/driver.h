@@ -83,8 +83,6 @@ private:
 // failures are the test's.
 void Drive(const std::function<void()>& dialogCall, const std::function<void(Driver&)>& script);
 
-// Fills the file name of the open- or save-file dialog titled `title` and accepts it.
-void OpenFile(Driver& d, const std::wstring& title, const std::wstring& path);
 
 // A folder for the test's files.
 std::wstring TempDir();

@@ -274,21 +274,6 @@ void Drive(const std::function<void()>& dialogCall, const std::function<void(Dri
     for (const std::string& f : failures) ADD_FAILURE() << f;
 }
 
-void OpenFile(Driver& d, const std::wstring& title, const std::wstring& path) {
-    HWND open = d.WaitForDialog(title);
-    HWND name = GetDlgItem(open, 0x480);  // edt1
-    if (!name) {
-        // cmb13: the name as a ComboBoxEx, whose edit sits inside its combo box.
-        HWND comboEx = GetDlgItem(open, 0x47C);
-        HWND combo = comboEx ? FindWindowExW(comboEx, nullptr, L"ComboBox", nullptr) : nullptr;
-        name = combo ? FindWindowExW(combo, nullptr, L"Edit", nullptr) : nullptr;
-        if (!name && comboEx) name = FindWindowExW(comboEx, nullptr, L"Edit", nullptr);
-    }
-    if (!name) throw DriverFailure{"open dialog without a name field"};
-    SetWindowTextW(name, path.c_str());
-    d.Close(open);
-}
-
 std::wstring TempDir() {
     wchar_t temp[MAX_PATH] = {};
     GetTempPathW(MAX_PATH, temp);

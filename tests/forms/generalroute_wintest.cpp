@@ -245,14 +245,14 @@ TEST_F(FileEditors, BrowseAndImportTakeTheChosenFiles) {
     const RunResult r = Run(Request(), [&](Driver& d, HWND dlg) {
         Select(d, dlg, L"Log file");
         Driver::Click(dlg, IDC_FILE_BROWSE);
-        OpenFile(d, L"Browse", path);
+        d.AnswerFileDialog(L"Browse", path);
         d.Settle();
         EXPECT_EQ(EditText(dlg), path);
         Select(d, dlg, L"SSH key file");
         EXPECT_EQ(Driver::ListRows(dlg, IDC_VALUE_COMBO), (Rows{L"existing_key"}));
         for (int round = 0; round < 2; ++round) {
             Driver::Click(dlg, IDC_SSH_IMPORT);
-            OpenFile(d, L"Select an SSH key file", (root / L"source" / L"id_rsa").wstring());
+            d.AnswerFileDialog(L"Select an SSH key file", (root / L"source" / L"id_rsa").wstring());
             d.Settle();
         }
         EXPECT_EQ(Driver::ListRows(dlg, IDC_VALUE_COMBO), (Rows{L"existing_key", L"id_rsa", L"id_rsa (2)"}));
