@@ -16,6 +16,7 @@
 #include "cheatsheet.h"
 #include "hostwindow.h"
 #include "snapshots.h"
+#include "version.h"
 #include "text/textutil.h"
 
 namespace {
@@ -26,6 +27,7 @@ const char kUsage[] =
     "usage: qrl4host [options] REQUEST\n"
     "       qrl4host --check REQUEST\n"
     "       qrl4host --cheatsheet REQUEST FILE\n"
+    "       qrl4host --version\n"
     "  --check REQUEST    read REQUEST as the module would, without loading it, and print each\n"
     "                     finding as file:line:column: error|warning: text; exit 0 when the module\n"
     "                     would run it, 1 when it would answer 630, 2 when the file cannot be read\n"
@@ -175,6 +177,7 @@ int run(int argc, wchar_t** argv) {
             const std::wstring request = value();
             return cheatSheetFile(request, value());
         }
+        else if (arg == L"--version") return qrl4host::PrintVersion();
         else if (arg == L"--dll") dllPath = value();
         else if (arg == L"--entry") entry = value();
         else if (arg == L"--capacity") capacity = std::wcstoull(value().c_str(), nullptr, 10);
