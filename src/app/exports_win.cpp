@@ -17,6 +17,7 @@
 #include "locale/inicache.h"
 #include "macro/macroassistdlg.h"
 #include "app/module_win.h"
+#include "app/runlog.h"
 #include "request/reply.h"
 #include "request/run.h"
 #include "request/session.h"
@@ -69,6 +70,18 @@ std::u16string_view requestText(const wchar_t* request) {
     return {reinterpret_cast<const char16_t*>(request), std::wcslen(request)};
 }
 
+// The run behind both entry points, logged under the entry's name when the request asks for it.
+int runLogged(std::u16string_view entry, wchar_t* request, HWND parent, wchar_t* reply, uint64_t capacity,
+              uint32_t* status) {
+    INITCOMMONCONTROLSEX controls{sizeof controls, ICC_TAB_CLASSES};
+    InitCommonControlsEx(&controls);
+    TRunRecord record;
+    const int code = RunConfig(requestText(request), parent, reinterpret_cast<char16_t*>(reply), capacity, status,
+                               DllRoutes(), &record);
+    LogRun(entry, record, requestText(request));
+    return code;
+}
+
 }  // namespace
 
 }  // namespace qrl
@@ -77,10 +90,7 @@ extern "C" {
 
 int fnRunConfig2W(wchar_t* request, HWND parent, wchar_t* reply, uint64_t capacity, uint32_t* status) {
     try {
-        INITCOMMONCONTROLSEX controls{sizeof controls, ICC_TAB_CLASSES};
-        InitCommonControlsEx(&controls);
-        return qrl::RunConfig(qrl::requestText(request), parent, reinterpret_cast<char16_t*>(reply), capacity,
-                              status, qrl::DllRoutes());
+        return qrl::runLogged(u"fnRunConfig2W", request, parent, reply, capacity, status);
     } catch (...) {
         if (status) *status = 0;
         return qrl::kResultFailed;
@@ -90,7 +100,11 @@ int fnRunConfig2W(wchar_t* request, HWND parent, wchar_t* reply, uint64_t capaci
 // Exported under the name a host's compiler gives `int fnRunConfigW(wchar_t*, HWND__*, wchar_t*,
 // unsigned int)` (see qrl4cfg.def). It cannot report a status.
 int qrlRunConfigW(wchar_t* request, HWND parent, wchar_t* reply, unsigned int capacity) {
-    return fnRunConfig2W(request, parent, reply, capacity, nullptr);
+    try {
+        return qrl::runLogged(u"fnRunConfigW", request, parent, reply, capacity, nullptr);
+    } catch (...) {
+        return qrl::kResultFailed;
+    }
 }
 
 int fnInit(uint64_t word) {

@@ -35,6 +35,8 @@ bool readFile(const std::u16string& path, std::string& bytes);
 
 // Creates or truncates the file and writes `bytes`; false on any failure.
 bool writeFile(const std::u16string& path, std::string_view bytes);
+// Adds `bytes` at the end of the file, creating it if needed; false on any failure.
+bool appendFile(const std::u16string& path, std::string_view bytes);
 
 // The low 32 bits of the file's modification time as the runtime's stat call gives it (seconds);
 // 0 when the file can't be looked at.

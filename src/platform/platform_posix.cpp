@@ -123,9 +123,11 @@ bool readFile(const std::u16string& path, std::string& bytes) {
     return usable(path) && readNative(nativePath(path), bytes);
 }
 
-bool writeFile(const std::u16string& path, std::string_view bytes) {
+namespace {
+
+bool writeTo(const std::u16string& path, int flags, std::string_view bytes) {
     if (!usable(path)) return false;
-    const int fd = open(nativePath(path).c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+    const int fd = open(nativePath(path).c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | flags, 0666);
     if (fd < 0) return false;
     bool ok = true;
     std::size_t done = 0;
@@ -137,6 +139,12 @@ bool writeFile(const std::u16string& path, std::string_view bytes) {
     }
     return close(fd) == 0 && ok;
 }
+
+}  // namespace
+
+bool writeFile(const std::u16string& path, std::string_view bytes) { return writeTo(path, O_TRUNC, bytes); }
+
+bool appendFile(const std::u16string& path, std::string_view bytes) { return writeTo(path, O_APPEND, bytes); }
 
 uint32_t fileTimeStamp(const std::u16string& path) {
     struct stat st{};

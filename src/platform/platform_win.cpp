@@ -131,18 +131,37 @@ bool readFile(const std::u16string& path, std::string& bytes) {
                       bytes);
 }
 
+namespace {
+
+bool writeAll(HANDLE file, std::string_view bytes) {
+    bool ok = true;
+    std::size_t done = 0;
+    while (ok && done < bytes.size()) {
+        DWORD put = 0;
+        ok = WriteFile(file, bytes.data() + done, static_cast<DWORD>(bytes.size() - done), &put, nullptr) != 0 && put > 0;
+        done += put;
+    }
+    return ok;
+}
+
+}  // namespace
+
 bool writeFile(const std::u16string& path, std::string_view bytes) {
     if (!usable(path)) return false;
     FileHandle file{CreateFileW(wide(path), GENERIC_READ | GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
                                 FILE_ATTRIBUTE_NORMAL, nullptr)};
     if (!file.valid()) return false;
-    bool ok = true;
-    std::size_t done = 0;
-    while (ok && done < bytes.size()) {
-        DWORD put = 0;
-        ok = WriteFile(file.get(), bytes.data() + done, static_cast<DWORD>(bytes.size() - done), &put, nullptr) != 0 && put > 0;
-        done += put;
-    }
+    const bool ok = writeAll(file.get(), bytes);
+    return file.close() && ok;
+}
+
+bool appendFile(const std::u16string& path, std::string_view bytes) {
+    if (!usable(path)) return false;
+    // Append-only access: every write lands at the end, also with other processes writing.
+    FileHandle file{CreateFileW(wide(path), FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr)};
+    if (!file.valid()) return false;
+    const bool ok = writeAll(file.get(), bytes);
     return file.close() && ok;
 }
 

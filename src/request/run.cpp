@@ -19,7 +19,7 @@ constexpr std::array<std::u16string_view, kEditorRouteCount> kEditorTypes{
     u"KeyMap", u"ColourMap", u"Printer", u"Hotspots", u"MouseMap"};
 
 int runGeneral(TConfigSession& session, const AdvXMLParser::Element& root, void* parent, char16_t* reply,
-               uint64_t capacity, RunStatus& status, const TRunRoutes& routes) {
+               uint64_t capacity, RunStatus& status, const TRunRoutes& routes, std::size_t& replyLength) {
     session.macroAssist = g_macroAssist;
     session.LoadRequest(root);
     session.ApplyDataValues();
@@ -41,6 +41,7 @@ int runGeneral(TConfigSession& session, const AdvXMLParser::Element& root, void*
         status = RunStatus::Cancelled;
         return kResultCancelled;
     }
+    replyLength = text.size();
     const int code = CopyReply(text, reply, capacity);
     // A reply that did not fit loses the run's changes, and its status with them.
     if (code != kResultOk) status = RunStatus::Accept;
@@ -48,7 +49,7 @@ int runGeneral(TConfigSession& session, const AdvXMLParser::Element& root, void*
 }
 
 int runEditor(std::u16string_view request, TEditorRoute editor, void* parent, char16_t* reply,
-              uint64_t capacity) {
+              uint64_t capacity, std::size_t& replyLength) {
     if (!editor) throw ECfgError(u"no editor for this module type");
     // Each editor reads the request anew into a session of its own.
     TConfigSession session;
@@ -56,7 +57,9 @@ int runEditor(std::u16string_view request, TEditorRoute editor, void* parent, ch
     session.LoadRequestText(request);
     const int result = editor(session, parent);
     if (result != kDialogOk) return result;
-    return CopyReply(WriteDataReply(session, false), reply, capacity);
+    const std::u16string text = WriteDataReply(session, false);
+    replyLength = text.size();
+    return CopyReply(text, reply, capacity);
 }
 
 }  // namespace
@@ -77,33 +80,41 @@ int EditorRouteOf(std::u16string_view moduleType) {
 }
 
 int RunConfig(std::u16string_view request, void* parent, char16_t* reply, uint64_t capacity,
-              uint32_t* status, const TRunRoutes& routes) noexcept {
+              uint32_t* status, const TRunRoutes& routes, TRunRecord* record) noexcept {
     RunStatus runStatus = RunStatus::Accept;
     int code = kResultFailed;
+    TRunRecord made;
     try {
         auto session = std::make_unique<TConfigSession>();
         RefillPageNames();
 
         const std::unique_ptr<AdvXMLParser::Document> document = ParseRequestText(request);
         const AdvXMLParser::Element& root = RequestRoot(*document);
+        // Taken before the root is judged, so that the log of a refused request still finds its way.
+        made.moduleType = root.GetAttribute(u"ModuleType").GetText();
+        made.iniFile = root.GetAttribute(u"IniFile").GetText();
         if (!iequals(root.GetName(), u"Config")) throw ECfgError(u"root node must be <Config>");
-        const std::u16string moduleType = root.GetAttribute(u"ModuleType").GetText();
 
-        const std::u16string iniFile = root.GetAttribute(u"IniFile").GetText();
-        if (!iniFile.empty() && routes.iniInt)
-            g_macroAssist = routes.iniInt(iniFile, u"qrl4cfg", u"MacroAssist", 0) != 0;
+        if (!made.iniFile.empty() && routes.iniInt)
+            g_macroAssist = routes.iniInt(made.iniFile, u"qrl4cfg", u"MacroAssist", 0) != 0;
 
-        const int route = EditorRouteOf(moduleType);
+        const int route = EditorRouteOf(made.moduleType);
         if (route >= 0)
-            code = runEditor(request, routes.editors[static_cast<std::size_t>(route)], parent, reply, capacity);
+            code = runEditor(request, routes.editors[static_cast<std::size_t>(route)], parent, reply, capacity,
+                             made.replyLength);
         else
-            code = runGeneral(*session, root, parent, reply, capacity, runStatus, routes);
+            code = runGeneral(*session, root, parent, reply, capacity, runStatus, routes, made.replyLength);
     } catch (...) {
         // Nothing leaves the module: any failure of the run is the code 630 and nothing is shown.
         code = kResultFailed;
         runStatus = RunStatus::Accept;
     }
     if (status) *status = static_cast<uint32_t>(runStatus);
+    if (record) {
+        made.code = code;
+        made.status = static_cast<uint32_t>(runStatus);
+        *record = std::move(made);
+    }
     return code;
 }
 

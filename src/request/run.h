@@ -43,10 +43,20 @@ struct TRunRoutes {
 // The route a ModuleType takes: an editor, or -1 for the general form route.
 int EditorRouteOf(std::u16string_view moduleType);
 
+// What a run leaves for the call log: what the request's root said, and how long the reply was
+// (also one that did not fit). Never a value of the request.
+struct TRunRecord {
+    std::u16string moduleType;
+    std::u16string iniFile;
+    int code = 0;
+    uint32_t status = 0;
+    std::size_t replyLength = 0;  // 0: no reply was written
+};
+
 // Runs `request`. Never throws: every exception becomes 630. `status` may be null; it is written
-// last on every path.
+// last on every path. `record`, if given, is filled as far as the run got.
 int RunConfig(std::u16string_view request, void* parent, char16_t* reply, uint64_t capacity,
-              uint32_t* status, const TRunRoutes& routes) noexcept;
+              uint32_t* status, const TRunRoutes& routes, TRunRecord* record = nullptr) noexcept;
 
 // Process-wide state of the module between runs.
 bool MacroAssistEnabled();
