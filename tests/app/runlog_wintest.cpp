@@ -18,11 +18,12 @@ TEST(RunLog, OneLinePerCallWithTheReasonAndNoValue) {
                u"<Data><Item Element=\"Password\" Value=\"s3cret\"/></Data>\n<DTD><Element/></DTD></" +
                utf8ToUtf16(root) + u">";
     };
-    EXPECT_EQ(Product::Get().RunConfig2W(request("Config", "log.ini", folder.file("calls.log"))).code, 630);
-    EXPECT_EQ(Product::Get().RunConfig2W(request("Request", "log.ini", folder.file("calls.log"))).code, 630);
-    // Refused and unwritable paths: the run's answer stays what it was.
-    EXPECT_EQ(Product::Get().RunConfig2W(request("Config", "bad1.ini", u"C:\\no|such.log")).code, 630);
-    EXPECT_EQ(Product::Get().RunConfig2W(request("Config", "bad2.ini", folder.file("none\\x.log"))).code, 630);
+    // The last two name a path the module refuses and one it cannot write: the answer stays the same.
+    for (const auto& [root, ini, logFile] : {std::tuple{"Config", "log.ini", folder.file("calls.log")},
+                                  {"Request", "log.ini", folder.file("calls.log")},
+                                  {"Config", "bad1.ini", u"C:\\no|such.log"},
+                                  {"Config", "bad2.ini", folder.file("none\\x.log")}})
+        EXPECT_EQ(Product::Get().RunConfig2W(request(root, ini, logFile)).code, 630);
 
     const std::string log = folder.read("calls.log");
     const std::regex line{"\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\dZ (.*)\r\n"};
