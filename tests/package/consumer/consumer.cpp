@@ -23,7 +23,8 @@ int main(int, char** argv) {
     request.resize(MultiByteToWideChar(CP_UTF8, 0, bytes.data(), static_cast<int>(bytes.size()), request.data(),
                                        static_cast<int>(request.size())));
     std::thread user([thread = GetCurrentThreadId()] {
-        for (bool accepted = false; !accepted; Sleep(100))
+        bool accepted = false;  // a run that shows no dialog leaves it false for 30 seconds
+        for (int tries = 0; !accepted && tries < 300; ++tries, Sleep(100))
             EnumThreadWindows(thread, acceptShownDialog, reinterpret_cast<LPARAM>(&accepted));
     });
     wchar_t reply[4096] = {};
