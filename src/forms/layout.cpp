@@ -1,6 +1,7 @@
 #include "forms/layout.h"
 
 #include "forms/forms_rc.h"
+#include "text/textutil.h"
 
 #include <algorithm>
 
@@ -38,6 +39,35 @@ private:
     ControlRects out_;
 };
 
+constexpr std::int32_t kResetTop = 8;
+
+// What the frame grows by so that Reset fits above the editors' row beside the label.
+std::int32_t ResetRoom(const Layout& lay) {
+    const TRect* reset = lay.Find(IDC_RESET_VALUE);
+    if (!reset) return 0;
+    const TRect* label = lay.Find(IDC_VALUE_LABEL);
+    return std::max(0, kResetTop + reset->Height() - (12 + (label ? label->Height() : 0)));
+}
+
+// The search row above the tree: the edit, its count and "Customised only" at the right edge.
+// Returns where the tree begins: 10 without a search.
+std::int32_t SearchRow(Layout& lay, std::int32_t left, std::int32_t right) {
+    const TRect* search = lay.Find(IDC_SEARCH_EDIT);
+    if (!search) return 10;
+    const std::int32_t top = 10;
+    const std::int32_t height = search->Height();
+    std::int32_t end = right;
+    for (int id : {IDC_CUSTOMISED_ONLY, IDC_SEARCH_COUNT}) {
+        const TRect* r = lay.Find(id);
+        if (!r) continue;
+        const TRect placed{end - r->Width(), top + (height - r->Height()) / 2, end, top + (height - r->Height()) / 2 + r->Height()};
+        lay.Set(id, placed);
+        end = placed.left - 4;
+    }
+    lay.Set(IDC_SEARCH_EDIT, TRect{left, top, std::max(end, left), top + height});
+    return top + height + 6;
+}
+
 }  // namespace
 
 ControlRects LayoutBuiltInForm(const TRect& client, std::int32_t scrollBarWidth, const ControlRects& controls) {
@@ -63,11 +93,11 @@ ControlRects LayoutBuiltInForm(const TRect& client, std::int32_t scrollBarWidth,
     const std::int32_t left = client.left + 10;
     const std::int32_t right = client.right - margin;
     if (const TRect* f = lay.Find(IDC_VALUE_FRAME)) {
-        TRect frame{left, y - f->Height(), right, y};
+        TRect frame{left, y - f->Height() - ResetRoom(lay), right, y};
         lay.Set(IDC_VALUE_FRAME, frame);
         y = frame.top;
     }
-    if (lay.Find(IDC_TREE)) lay.Set(IDC_TREE, TRect{left, 10, right, y - 14});
+    if (lay.Find(IDC_TREE)) lay.Set(IDC_TREE, TRect{left, SearchRow(lay, left, right), right, y - 14});
 
     const TRect* framePtr = lay.Find(IDC_VALUE_FRAME);
     if (!framePtr) return lay.Result();
@@ -75,8 +105,16 @@ ControlRects LayoutBuiltInForm(const TRect& client, std::int32_t scrollBarWidth,
     const std::int32_t r = frame.right - margin;
     const std::int32_t x0 = frame.left + 20;
 
+    // Reset stands at the top right; the label and the check box end before it.
+    std::int32_t textLimit = r;
     std::int32_t y2 = frame.top + 12;
-    if (const TRect* label = lay.Clip(IDC_VALUE_LABEL, x0, frame.top + 12, r)) y2 = label->bottom + 4;
+    if (const TRect* reset = lay.Find(IDC_RESET_VALUE)) {
+        const TRect placed{r - reset->Width(), frame.top + kResetTop, r, frame.top + kResetTop + reset->Height()};
+        lay.Set(IDC_RESET_VALUE, placed);
+        textLimit = placed.left - 4;
+        y2 = placed.bottom + 4;
+    }
+    if (const TRect* label = lay.Clip(IDC_VALUE_LABEL, x0, frame.top + 12, textLimit)) y2 = std::max(y2, label->bottom + 4);
 
     if (const TRect* edit = lay.Clip(IDC_VALUE_EDIT, x0, y2, r - 44)) {
         const TRect e = *edit;
@@ -86,7 +124,7 @@ ControlRects LayoutBuiltInForm(const TRect& client, std::int32_t scrollBarWidth,
         const TRect c = *combo;
         lay.ClipRightOf(IDC_SSH_IMPORT, &c, r);
     }
-    lay.Clip(IDC_VALUE_CHECK, x0, frame.top + 16, r);
+    lay.Clip(IDC_VALUE_CHECK, x0, frame.top + 16, textLimit);
     if (const TRect* sample = lay.Clip(IDC_COLOUR_SAMPLE, x0, y2, r - 44)) {
         const TRect s = *sample;
         lay.ClipRightOf(IDC_COLOUR_EDIT, &s, r);
@@ -116,6 +154,43 @@ ControlRects LayoutBuiltInForm(const TRect& client, std::int32_t scrollBarWidth,
         }
     }
     return lay.Result();
+}
+
+namespace {
+
+// A size beyond any screen is a broken value, not a wish.
+constexpr std::int32_t kLargestSide = 30000;
+
+std::optional<std::int32_t> Side(std::u16string_view text) {
+    if (text.empty() || text.size() > 5) return std::nullopt;
+    std::int32_t value = 0;
+    for (char16_t c : text) {
+        if (c < u'0' || c > u'9') return std::nullopt;
+        value = value * 10 + (c - u'0');
+    }
+    if (value <= 0 || value > kLargestSide) return std::nullopt;
+    return value;
+}
+
+}  // namespace
+
+std::optional<TWindowSize> ParseWindowSize(std::u16string_view text) {
+    const std::size_t comma = text.find(u',');
+    if (comma == std::u16string_view::npos) return std::nullopt;
+    const auto width = Side(text.substr(0, comma));
+    const auto height = Side(text.substr(comma + 1));
+    if (!width || !height) return std::nullopt;
+    return TWindowSize{*width, *height};
+}
+
+std::u16string WindowSizeText(const TWindowSize& size) { return decimal(size.width) + u"," + decimal(size.height); }
+
+TWindowSize ScaleWindowSize(const TWindowSize& size, std::int32_t fromDpi, std::int32_t toDpi) {
+    if (fromDpi <= 0 || toDpi <= 0) return size;
+    const auto scale = [&](std::int32_t v) {
+        return static_cast<std::int32_t>((static_cast<std::int64_t>(v) * toDpi + fromDpi / 2) / fromDpi);
+    };
+    return TWindowSize{scale(size.width), scale(size.height)};
 }
 
 }  // namespace qrl

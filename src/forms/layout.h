@@ -4,6 +4,9 @@
 
 #include <cstdint>
 #include <map>
+#include <optional>
+#include <string>
+#include <string_view>
 
 #include "kit/geometry.h"
 
@@ -16,5 +19,16 @@ using ControlRects = std::map<int, TRect>;
 // vertical scroll bar width. Returns the new rectangle of every control that moves; a control
 // missing from `controls` is skipped.
 ControlRects LayoutBuiltInForm(const TRect& client, std::int32_t scrollBarWidth, const ControlRects& controls);
+
+// The built-in form's remembered size: the window's outer size in pixels at 96 dots per inch,
+// stored as "width,height". Anything else, or a size of nothing, reads as no size.
+struct TWindowSize {
+    std::int32_t width = 0, height = 0;
+    bool operator==(const TWindowSize&) const = default;
+};
+std::optional<TWindowSize> ParseWindowSize(std::u16string_view text);
+std::u16string WindowSizeText(const TWindowSize& size);
+// From pixels at `fromDpi` to pixels at `toDpi`, rounded.
+TWindowSize ScaleWindowSize(const TWindowSize& size, std::int32_t fromDpi, std::int32_t toDpi);
 
 }  // namespace qrl

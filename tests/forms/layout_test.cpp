@@ -27,6 +27,35 @@ TEST(FormLayout, ButtonsFrameAndTreeStackFromTheBottom) {
     EXPECT_EQ(out.at(IDC_TREE), (TRect{10, 10, 473, 280}));
 }
 
+TEST(FormLayout, SearchRowAboveTheTreeAcrossItsWidth) {
+    ControlRects c;
+    c[IDC_VALUE_FRAME] = Sized(400, 60);
+    c[IDC_TREE] = Sized(150, 150);
+    c[IDC_SEARCH_EDIT] = Sized(200, 20);
+    c[IDC_SEARCH_COUNT] = Sized(60, 13);
+    c[IDC_CUSTOMISED_ONLY] = Sized(100, 16);
+    const ControlRects out = LayoutBuiltInForm(TRect{0, 0, 500, 400}, 17, c);
+    EXPECT_EQ(out.at(IDC_CUSTOMISED_ONLY), (TRect{373, 12, 473, 28}));
+    EXPECT_EQ(out.at(IDC_SEARCH_COUNT), (TRect{309, 13, 369, 26}));
+    EXPECT_EQ(out.at(IDC_SEARCH_EDIT), (TRect{10, 10, 305, 30}));
+    EXPECT_EQ(out.at(IDC_TREE), (TRect{10, 36, 473, 316}));  // frame {10, 330, 473, 390}
+}
+
+TEST(FormLayout, ResetAtTheFramesTopRightGrowsTheFrameNotTheEditorsRow) {
+    ControlRects c;
+    c[IDC_VALUE_FRAME] = Sized(400, 60);
+    c[IDC_VALUE_LABEL] = Sized(1000, 13);
+    c[IDC_VALUE_EDIT] = Sized(300, 20);
+    c[IDC_VALUE_CHECK] = Sized(1000, 16);
+    c[IDC_RESET_VALUE] = Sized(60, 23);
+    const ControlRects out = LayoutBuiltInForm(TRect{0, 0, 500, 400}, 17, c);
+    EXPECT_EQ(out.at(IDC_VALUE_FRAME), (TRect{10, 324, 473, 390}));  // 6 taller: 8 + 23 > 12 + 13
+    EXPECT_EQ(out.at(IDC_RESET_VALUE), (TRect{386, 332, 446, 355}));
+    EXPECT_EQ(out.at(IDC_VALUE_LABEL), (TRect{30, 336, 382, 349}));
+    EXPECT_EQ(out.at(IDC_VALUE_CHECK), (TRect{30, 340, 382, 356}));
+    EXPECT_EQ(out.at(IDC_VALUE_EDIT), (TRect{30, 359, 330, 379}));  // where it stands without Reset
+}
+
 TEST(FormLayout, SmallClientKeepsBottomAt200AndNoButtonsMeansNoGap) {
     ControlRects c;
     c[IDC_VALUE_FRAME] = Sized(100, 50);
@@ -68,6 +97,21 @@ TEST(FormLayout, EditorsInsideTheFrame) {
     EXPECT_EQ(lang.at(IDC_VALUE_COMBO), (TRect{30, 359, 330, 379}));  // limit 446 - 8 - 108 = 330
     EXPECT_EQ(lang.at(IDC_LANG_ADD), (TRect{334, 359, 388, 379}));
     EXPECT_EQ(lang.at(IDC_LANG_DELETE), (TRect{392, 359, 446, 379}));
+}
+
+TEST(FormSize, StoredTextReadsOnlyAsTwoPositiveSides) {
+    const struct {
+        std::u16string text;
+        std::optional<TWindowSize> size;
+    } cases[] = {
+        {u"640,480", TWindowSize{640, 480}}, {u"640, 480", std::nullopt}, {u"640", std::nullopt},
+        {u"0,480", std::nullopt},           {u"-5,480", std::nullopt},    {u"99999,480", std::nullopt},
+        {u"640,480,1", std::nullopt},       {u"", std::nullopt},
+    };
+    for (const auto& c : cases) EXPECT_EQ(ParseWindowSize(c.text), c.size) << std::string(c.text.begin(), c.text.end());
+    EXPECT_EQ(WindowSizeText({640, 480}), u"640,480");
+    EXPECT_EQ(ScaleWindowSize({640, 481}, 96, 144), (TWindowSize{960, 722}));  // rounded
+    EXPECT_EQ(ScaleWindowSize({960, 722}, 144, 96), (TWindowSize{640, 481}));
 }
 
 }  // namespace
