@@ -1,0 +1,26 @@
+#include "kit/addedcontrol.h"
+
+#include "kit/basedialog.h"
+
+#include <commctrl.h>
+
+namespace qrl {
+
+HWND AddDialogControl(HWND dialog, const TAddedControl& control, HWND previous) {
+    RECT size{0, 0, control.width, control.height};
+    MapDialogRect(dialog, &size);
+    HWND window = CreateWindowExW(control.exStyle, control.className, W(control.text), control.style | WS_CHILD, 0, 0,
+                                  size.right, size.bottom, dialog,
+                                  reinterpret_cast<HMENU>(static_cast<INT_PTR>(control.id)),
+                                  reinterpret_cast<HINSTANCE>(GetWindowLongPtrW(dialog, GWLP_HINSTANCE)), nullptr);
+    if (!window) return nullptr;
+    SendMessageW(window, WM_SETFONT, static_cast<WPARAM>(SendMessageW(dialog, WM_GETFONT, 0, 0)), FALSE);
+    SetWindowPos(window, previous ? previous : HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    return window;
+}
+
+void SetCueBanner(HWND dialog, int id, const std::u16string& text) {
+    SendDlgItemMessageW(dialog, id, EM_SETCUEBANNER, TRUE, reinterpret_cast<LPARAM>(W(text)));
+}
+
+}  // namespace qrl
