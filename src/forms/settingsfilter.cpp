@@ -2,6 +2,7 @@
 
 #include "forms/formvalues.h"
 #include "request/session.h"
+#include "text/searchfold.h"
 #include "text/textutil.h"
 
 #include <algorithm>

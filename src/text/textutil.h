@@ -15,11 +15,6 @@ int icompare(std::u16string_view a, std::u16string_view b);  // <0, 0, >0, like 
 bool iequals(std::u16string_view a, std::u16string_view b);
 bool istartsWith(std::u16string_view text, std::u16string_view prefix);
 
-// Text as a search compares it: lower case in the Latin, Greek and Cyrillic letters, Latin letters
-// without their accents (é, Å, ł, ş become e, a, l, s), combining accents dropped. Only for finding
-// text, never for names.
-std::u16string foldForSearch(std::u16string_view text);
-
 // Ordering that folds case, for maps keyed by names that compare case-insensitively.
 struct ILess {
     using is_transparent = void;
