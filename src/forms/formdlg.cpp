@@ -28,12 +28,18 @@ INT_PTR TFormRun::OnInit() {
     }
     if (form.usesTree) {
         HideEditors(window);
-        LayOutBuiltInForm(window);
+        CreateSearchControls(window);
+        CreateResetButton(window);
+        LayOutBuiltInForm(window, *this);
         if (session.connected) {
             EnableControl(window, IDC_CONNECT, false);
             EnableControl(window, IDC_MODULE_SELECT, false);
         }
         FillTree(window, *this);
+        MakeSizable(window, *this);
+        keys = std::make_unique<TDialogKeys>(window, [this](const MSG& message) {
+            return OnFormKey(Window(), *this, message);
+        });
     }
     RecallSelection(window, *this);
     FillLists(window, *this);
@@ -49,11 +55,13 @@ void TFormRun::OnOk() {
     CollectValues(Window(), *this);
     if (editors.saveCharMaps) editors.saveCharMaps(session);
     StoreSelection(*this);
+    StoreWindowSize(Window(), *this);
     EndForm(Window(), IDOK);
 }
 
 void TFormRun::OnCancel() {
     StoreSelection(*this);
+    StoreWindowSize(Window(), *this);
     EndForm(Window(), IDCANCEL);
 }
 
@@ -99,6 +107,15 @@ INT_PTR TFormRun::OnCommand(int id, int code) {
         default: break;
         }
     }
+    if (form.usesTree && ((id == IDC_SEARCH_EDIT && code == EN_CHANGE) || (id == IDC_CUSTOMISED_ONLY && code == BN_CLICKED))) {
+        ApplySearch(Window(), *this);
+        return TRUE;
+    }
+    if (form.usesTree && id == IDC_RESET_VALUE && code == BN_CLICKED) {
+        OnResetClicked(Window(), *this);
+        return TRUE;
+    }
+    if (id == IDC_VALUE_EDIT && code == EN_KILLFOCUS && undo) undo->Close();
     if (OnEditorCommand(Window(), *this, id, code)) return TRUE;
     if (code == BN_CLICKED) OnNestedForm(id);
     return TRUE;
@@ -106,6 +123,11 @@ INT_PTR TFormRun::OnCommand(int id, int code) {
 
 INT_PTR TFormRun::OnNotify(const NMHDR& header) {
     if (header.idFrom != IDC_TREE || !form.usesTree) return FALSE;
+    if (treeRebuilding) {
+        // Emptying and refilling the tree moves its selection; none of that is the user's.
+        const bool changing = header.code == TVN_SELCHANGINGW || header.code == TVN_SELCHANGINGA;
+        return changing ? NotifyResult(FALSE) : FALSE;
+    }
     switch (header.code) {
     case TVN_SELCHANGINGW:
     case TVN_SELCHANGINGA:
@@ -129,11 +151,20 @@ INT_PTR TFormRun::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         MessageBoxW(Window(), W(form.validationMessage), L"Validation Error", MB_ICONWARNING);
         return TRUE;
     case WM_FORM_SETFOCUS: SetFocus(reinterpret_cast<HWND>(lParam)); return TRUE;
+    case WM_SIZE: OnFormSized(Window(), *this); return FALSE;
+    case WM_GETMINMAXINFO:
+        if (lParam) LimitFormSize(*this, *reinterpret_cast<MINMAXINFO*>(lParam));
+        return FALSE;
+    case WM_CONTEXTMENU:
+        if (!form.usesTree || reinterpret_cast<HWND>(wParam) != GetDlgItem(Window(), IDC_TREE)) return FALSE;
+        OnTreeContextMenu(Window(), *this, lParam);
+        return TRUE;
     default: return FALSE;
     }
 }
 
 void TFormRun::OnDestroy() {
+    keys.reset();
     if (form.window == Window()) form.window = nullptr;
 }
 

@@ -4,10 +4,18 @@
 
 #include <windows.h>
 
+#include "forms/changemarks.h"
 #include "forms/editortable.h"
+#include "forms/layout.h"
+#include "forms/settingsfilter.h"
+#include "forms/undostack.h"
+#include "kit/dialogkeys.h"
 #include "kit/dialogkit.h"
+#include "kit/gdiholders.h"
 
+#include <memory>
 #include <string>
+#include <vector>
 
 namespace qrl {
 
@@ -26,6 +34,23 @@ public:
     TConfigSession& session;
     const TFormEditors& editors;
     bool busy = false;
+
+    // The built-in form's tree as it was planned, and the search over it.
+    std::vector<TreeInsertion> treePlan;
+    std::unique_ptr<TSettingsFilter> filter;
+    std::unique_ptr<TChangeMarks> marks;
+    std::ptrdiff_t currentIndex = -1;  // position of form.currentNode in the tree index
+    std::unique_ptr<TUndoStack> undo;
+    bool typing = false;     // the change comes from typing in the value edit
+    bool replaying = false;  // an undo or redo writes the value: it is no new change
+    TFilterView filterView;
+    std::vector<char> expandedBeforeSearch;  // per tree node, while the tree is narrowed
+    bool treeRebuilding = false;             // the tree's notifications of a rebuild do nothing
+    bool keepFocus = false;                  // a selection made by the search leaves the focus where it is
+    std::unique_ptr<TDialogKeys> keys;
+    TFont boldTreeFont;  // the tree's font in bold, made on the first bold item drawn
+    ControlRects layoutSource;  // the controls as the template made them: every layout starts there
+    TWindowSize smallestSize;   // the built-in form's size as it opened; zero for other forms
 
 protected:
     INT_PTR OnInit() override;
@@ -48,17 +73,48 @@ void ShowValues(HWND dialog, TFormRun& run);
 void CollectValues(HWND dialog, TFormRun& run);
 
 // formtree_win.cpp: the built-in form's tree and layout.
-void LayOutBuiltInForm(HWND dialog);
+void LayOutBuiltInForm(HWND dialog, TFormRun& run);
 void FillTree(HWND dialog, TFormRun& run);
 void RecallSelection(HWND dialog, TFormRun& run);
 void StoreSelection(TFormRun& run);
 void RefreshTreeItem(HWND dialog, TFormRun& run);
+// The same for an element that is not the selected one.
+void RefreshTreeNode(HWND dialog, TFormRun& run, std::size_t node);
 LRESULT OnTreeCustomDraw(TFormRun& run, LPARAM lParam);
 void OnTreeSelChanged(HWND dialog, TFormRun& run, LPARAM lParam);
 bool ValidateCurrent(TFormRun& run);
+// Puts the plan's nodes that `shown` keeps back into the tree; groups expanded as `expanded` says
+// (per node), the current node selected again without a selection change.
+void RebuildTree(HWND dialog, TFormRun& run, const std::vector<char>& shown, const std::vector<char>& expanded);
+// Selects a node's item as the user would (validation first); false when it has no item.
+bool SelectTreeNode(HWND dialog, TFormRun& run, std::size_t node);
 // The registry value of the last selection, by module type; false when it can't be read.
 bool ReadSelectionKey(const std::u16string& moduleType, std::u16string& key);
 void WriteSelectionKey(const std::u16string& moduleType, const std::u16string& key);
+
+// formsearch_win.cpp: the search row above the tree.
+void CreateSearchControls(HWND dialog);
+// Makes the search and the change marks over a freshly filled tree.
+void StartSearch(TFormRun& run);
+void ApplySearch(HWND dialog, TFormRun& run);
+// The form's own keys: the search's, and the tree's context menu from the keyboard.
+bool OnFormKey(HWND dialog, TFormRun& run, const MSG& message);
+
+// formreset_win.cpp: the reset button and the tree's context menu.
+void CreateResetButton(HWND dialog);
+void UpdateResetButton(HWND dialog, const TFormRun& run);
+void OnResetClicked(HWND dialog, TFormRun& run);
+// `where` is WM_CONTEXTMENU's position: screen coordinates, or -1 from the keyboard.
+void OnTreeContextMenu(HWND dialog, TFormRun& run, LPARAM where);
+
+// formsize_win.cpp: the built-in form at any size.
+void MakeSizable(HWND dialog, TFormRun& run);
+void OnFormSized(HWND dialog, TFormRun& run);
+void LimitFormSize(const TFormRun& run, MINMAXINFO& limits);
+void StoreWindowSize(HWND dialog, const TFormRun& run);
+
+// formundo_win.cpp: Ctrl+Z and Ctrl+Y over the values.
+void ReplayChange(HWND dialog, TFormRun& run, bool undo);
 
 // formeditors_win.cpp: the value editors of the built-in form.
 void ShowEditor(HWND dialog, TFormRun& run, bool byKeyboard);

@@ -84,6 +84,7 @@ void ApplyEditor(HWND dialog, TFormRun& run, const EditorView& view) {
 // ---- change handlers: each writes the value at once and renews the tree label
 
 void OnEditChanged(HWND dialog, TFormRun& run) {
+    TBusyScope typing(run.typing);
     run.form.currentElement->value = GetControlText(dialog, IDC_VALUE_EDIT);
     RefreshTreeItem(dialog, run);
 }

@@ -28,6 +28,13 @@
 #define IDC_MACRO_ASSIST 3016
 #define IDC_SSH_IMPORT 3017
 
+// Built-in form: the search row above the tree and the reset button in the frame, made at start-up
+// (they are no items of the form)
+#define IDC_SEARCH_EDIT 3040
+#define IDC_SEARCH_COUNT 3041
+#define IDC_CUSTOMISED_ONLY 3042
+#define IDC_RESET_VALUE 3043
+
 // Built-in form: frame, tree, tab control; the action buttons
 #define IDC_MODULE_SELECT 4900
 #define IDC_CONNECT 4901
@@ -71,6 +78,13 @@ inline constexpr TTextKey kMapsModified{
 inline constexpr TTextKey kSaveMapsNow{u"run_cpp_2736", u"Save character maps now?"};
 inline constexpr TTextKey kCouldNotAddLanguage{u"run_cpp_2761", u"Could not add language"};
 inline constexpr TTextKey kCouldNotAddLanguageTitle{u"run_cpp_2762", u"Title"};  // the word stands as it is
+
+// The search row and reset: texts of the built-in form's own controls, keyed by control.
+inline constexpr TTextKey kSearchCue{u"formsearch_cpp_3040", u"Search settings (Ctrl+F)"};
+inline constexpr TTextKey kCustomisedOnly{u"formsearch_cpp_3042", u"Customised only"};
+inline constexpr TTextKey kReset{u"formsearch_cpp_3043", u"Reset"};
+inline constexpr TTextKey kResetElement{u"formsearch_cpp_3044", u"Reset to default"};
+inline constexpr TTextKey kResetGroup{u"formsearch_cpp_3045", u"Reset group to defaults..."};
 
 }  // namespace qrl::formtexts
 #endif

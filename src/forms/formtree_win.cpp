@@ -25,7 +25,8 @@ constexpr int kLaidOutIds[] = {
     IDC_VALUE_FRAME,  IDC_TREE,          IDC_VALUE_LABEL,  IDC_VALUE_EDIT,    IDC_FILE_BROWSE,
     IDC_MACRO_ASSIST, IDC_DIR_BROWSE,    IDC_VALUE_COMBO,  IDC_SSH_IMPORT,    IDC_VALUE_CHECK,
     IDC_COLOUR_SAMPLE, IDC_COLOUR_EDIT,  IDC_FONT_TEXT,    IDC_FONT_EDIT,     IDC_PRINTER_TEXT,
-    IDC_PRINTER_EDIT, IDC_PRINTER_DEFAULT, IDC_SPECIAL_EDIT, IDC_LANG_ADD,    IDC_LANG_DELETE};
+    IDC_PRINTER_EDIT, IDC_PRINTER_DEFAULT, IDC_SPECIAL_EDIT, IDC_LANG_ADD,    IDC_LANG_DELETE,
+    IDC_SEARCH_EDIT,  IDC_SEARCH_COUNT,  IDC_CUSTOMISED_ONLY, IDC_RESET_VALUE};
 
 TRect ToTRect(const RECT& r) { return TRect{r.left, r.top, r.right, r.bottom}; }
 
@@ -38,46 +39,58 @@ std::u16string SelectionValueName(const std::u16string& moduleType) { return mod
 
 }  // namespace
 
-void LayOutBuiltInForm(HWND dialog) {
-    ControlRects controls;
-    for (int id : kLaidOutIds) {
-        HWND w = GetDlgItem(dialog, id);
-        if (!w) continue;
-        RECT r = ControlRect(w);
-        if (id == IDC_VALUE_COMBO) {
-            // A drop-down's window rectangle is its closed height; keep the height of the opened
-            // list, or moving it would shrink the list to nothing.
-            RECT dropped{};
-            if (SendMessageW(w, CB_GETDROPPEDCONTROLRECT, 0, reinterpret_cast<LPARAM>(&dropped)))
-                r.bottom = r.top + (dropped.bottom - dropped.top);
+void LayOutBuiltInForm(HWND dialog, TFormRun& run) {
+    if (run.layoutSource.empty()) {
+        for (int id : kLaidOutIds) {
+            HWND w = GetDlgItem(dialog, id);
+            if (!w) continue;
+            RECT r = ControlRect(w);
+            if (id == IDC_VALUE_COMBO) {
+                // A drop-down's window rectangle is its closed height; keep the height of the opened
+                // list, or moving it would shrink the list to nothing.
+                RECT dropped{};
+                if (SendMessageW(w, CB_GETDROPPEDCONTROLRECT, 0, reinterpret_cast<LPARAM>(&dropped)))
+                    r.bottom = r.top + (dropped.bottom - dropped.top);
+            }
+            run.layoutSource[id] = ToTRect(r);
         }
-        controls[id] = ToTRect(r);
     }
     RECT client{};
     GetClientRect(dialog, &client);
-    const ControlRects moved = LayoutBuiltInForm(ToTRect(client), GetSystemMetrics(SM_CXVSCROLL), controls);
+    const ControlRects moved = LayoutBuiltInForm(ToTRect(client), GetSystemMetrics(SM_CXVSCROLL), run.layoutSource);
     for (const auto& [id, r] : moved)
         MoveWindow(GetDlgItem(dialog, id), r.left, r.top, r.Width(), r.Height(), TRUE);
 }
 
-void FillTree(HWND dialog, TFormRun& run) {
-    HWND tree = GetDlgItem(dialog, IDC_TREE);
-    if (!tree) return;
+namespace {
+
+// Inserts the plan's steps that `shown` keeps (all of them when it is empty), storing each item
+// handle back into its node; groups open as `expanded` says, or as the plan says when it is empty.
+void InsertPlan(HWND tree, TFormRun& run, const std::vector<char>& shown, const std::vector<char>& expanded) {
     TFormDef& form = run.form;
-    const std::vector<TreeInsertion> plan = BuildTreeIndex(form, run.session);
+    for (TTreeNode& node : form.treeIndex) node.treeItem = nullptr;
     SendMessageW(tree, WM_SETREDRAW, FALSE, 0);
-    for (const TreeInsertion& step : plan) {
+    for (const TreeInsertion& step : run.treePlan) {
+        if (!shown.empty() && !shown[step.node]) continue;
         TVINSERTSTRUCTW insert{};
         insert.hParent = step.parent < 0 ? TVI_ROOT
                                          : static_cast<HTREEITEM>(form.treeIndex[static_cast<std::size_t>(step.parent)].treeItem);
         insert.hInsertAfter = TVI_LAST;
         insert.item.mask = TVIF_TEXT | TVIF_PARAM;
-        insert.item.pszText = const_cast<wchar_t*>(W(step.text));
+        const std::u16string text = form.treeIndex[step.node].element ? ElementTreeText(*form.treeIndex[step.node].element)
+                                                                       : step.text;
+        insert.item.pszText = const_cast<wchar_t*>(W(text));
         insert.item.lParam = static_cast<LPARAM>(step.node);
         if (step.isGroup) {
             insert.item.mask |= TVIF_STATE;
             insert.item.stateMask = TVIS_EXPANDED;
-            insert.item.state = step.expanded ? TVIS_EXPANDED : 0;
+            const bool open = expanded.empty() ? step.expanded : expanded[step.node] != 0;
+            insert.item.state = open ? TVIS_EXPANDED : 0;
+        }
+        if (run.marks && run.marks->Bold(step.node)) {
+            insert.item.mask |= TVIF_STATE;
+            insert.item.stateMask |= TVIS_BOLD;
+            insert.item.state |= TVIS_BOLD;
         }
         form.treeIndex[step.node].treeItem =
             reinterpret_cast<void*>(SendMessageW(tree, TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&insert)));
@@ -87,6 +100,38 @@ void FillTree(HWND dialog, TFormRun& run) {
                      reinterpret_cast<LPARAM>(form.treeIndex.front().treeItem));
     SendMessageW(tree, WM_SETREDRAW, TRUE, 0);
     InvalidateRect(tree, nullptr, TRUE);
+}
+
+}  // namespace
+
+void FillTree(HWND dialog, TFormRun& run) {
+    HWND tree = GetDlgItem(dialog, IDC_TREE);
+    if (!tree) return;
+    run.treePlan = BuildTreeIndex(run.form, run.session);
+    InsertPlan(tree, run, {}, {});
+    StartSearch(run);
+}
+
+void RebuildTree(HWND dialog, TFormRun& run, const std::vector<char>& shown, const std::vector<char>& expanded) {
+    HWND tree = GetDlgItem(dialog, IDC_TREE);
+    if (!tree) return;
+    TBusyScope rebuilding(run.treeRebuilding);
+    SendMessageW(tree, TVM_DELETEITEM, 0, reinterpret_cast<LPARAM>(TVI_ROOT));
+    InsertPlan(tree, run, shown, expanded);
+    TFormDef& form = run.form;
+    form.currentTreeItem = form.currentNode ? form.currentNode->treeItem : nullptr;
+    if (form.currentTreeItem) {
+        SendMessageW(tree, TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(form.currentTreeItem));
+        SendMessageW(tree, TVM_ENSUREVISIBLE, 0, reinterpret_cast<LPARAM>(form.currentTreeItem));
+    }
+}
+
+bool SelectTreeNode(HWND dialog, TFormRun& run, std::size_t node) {
+    if (node >= run.form.treeIndex.size() || !run.form.treeIndex[node].treeItem) return false;
+    const auto item = reinterpret_cast<LPARAM>(run.form.treeIndex[node].treeItem);
+    SendDlgItemMessageW(dialog, IDC_TREE, TVM_SELECTITEM, TVGN_CARET, item);
+    SendDlgItemMessageW(dialog, IDC_TREE, TVM_ENSUREVISIBLE, 0, item);
+    return true;
 }
 
 bool ReadSelectionKey(const std::u16string& moduleType, std::u16string& key) {
@@ -111,16 +156,67 @@ void StoreSelection(TFormRun& run) {
     WriteSelectionKey(run.session.moduleType, node ? node->key : std::u16string());
 }
 
-void RefreshTreeItem(HWND dialog, TFormRun& run) {
-    TFormDef& form = run.form;
-    if (!form.currentTreeItem || !form.currentElement) return;
-    const std::u16string text = ElementTreeText(*form.currentElement);
+namespace {
+
+void SetItemText(HWND dialog, void* treeItem, const std::u16string& text) {
     TVITEMW item{};
     item.mask = TVIF_TEXT | TVIF_HANDLE;
-    item.hItem = static_cast<HTREEITEM>(form.currentTreeItem);
+    item.hItem = static_cast<HTREEITEM>(treeItem);
     item.pszText = const_cast<wchar_t*>(W(text));
     SendDlgItemMessageW(dialog, IDC_TREE, TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
 }
+
+// Bold for an element changed since the dialog opened and the groups above it.
+void MarkChanges(HWND dialog, TFormRun& run, std::ptrdiff_t changed) {
+    if (!run.marks || changed < 0) return;
+    const TElementDef* element = run.form.treeIndex[static_cast<std::size_t>(changed)].element;
+    if (run.undo && !run.replaying && element)
+        run.undo->Note(static_cast<std::size_t>(changed), element->value, run.typing);
+    for (std::size_t node : run.marks->Update(static_cast<std::size_t>(changed))) {
+        if (!run.form.treeIndex[node].treeItem) continue;
+        TVITEMW item{};
+        item.mask = TVIF_STATE | TVIF_HANDLE;
+        item.hItem = static_cast<HTREEITEM>(run.form.treeIndex[node].treeItem);
+        item.stateMask = TVIS_BOLD;
+        item.state = run.marks->Bold(node) ? TVIS_BOLD : 0;
+        SendDlgItemMessageW(dialog, IDC_TREE, TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+    }
+}
+
+}  // namespace
+
+void RefreshTreeItem(HWND dialog, TFormRun& run) {
+    TFormDef& form = run.form;
+    if (!form.currentElement) return;
+    MarkChanges(dialog, run, run.currentIndex);
+    UpdateResetButton(dialog, run);
+    if (form.currentTreeItem) SetItemText(dialog, form.currentTreeItem, ElementTreeText(*form.currentElement));
+}
+
+void RefreshTreeNode(HWND dialog, TFormRun& run, std::size_t node) {
+    const TTreeNode& target = run.form.treeIndex[node];
+    if (!target.element) return;
+    MarkChanges(dialog, run, static_cast<std::ptrdiff_t>(node));
+    if (target.treeItem) SetItemText(dialog, target.treeItem, ElementTreeText(*target.element));
+}
+
+namespace {
+
+// The font the tree drew an item's label in: its own, or that in bold for a changed item.
+HFONT TreeItemFont(TFormRun& run, HWND tree, HTREEITEM item) {
+    const auto font = reinterpret_cast<HFONT>(SendMessageW(tree, WM_GETFONT, 0, 0));
+    if (!(SendMessageW(tree, TVM_GETITEMSTATE, reinterpret_cast<WPARAM>(item), TVIS_BOLD) & TVIS_BOLD)) return font;
+    if (!run.boldTreeFont) {
+        LOGFONTW logFont{};
+        if (!GetObjectW(font ? static_cast<HGDIOBJ>(font) : GetStockObject(DEFAULT_GUI_FONT), sizeof logFont, &logFont))
+            return font;
+        logFont.lfWeight = FW_BOLD;
+        run.boldTreeFont.Reset(CreateFontIndirectW(&logFont));
+    }
+    return run.boldTreeFont ? run.boldTreeFont.get() : font;
+}
+
+}  // namespace
 
 LRESULT OnTreeCustomDraw(TFormRun& run, LPARAM lParam) {
     auto* draw = reinterpret_cast<NMTVCUSTOMDRAW*>(lParam);
@@ -141,7 +237,7 @@ LRESULT OnTreeCustomDraw(TFormRun& run, LPARAM lParam) {
         return CDRF_DODEFAULT;
     HDC dc = draw->nmcd.hdc;
     // The post-paint DC no longer holds the tree's font; measure and draw with it, as the tree did.
-    const auto font = reinterpret_cast<HFONT>(SendMessageW(draw->nmcd.hdr.hwndFrom, WM_GETFONT, 0, 0));
+    const auto font = TreeItemFont(run, draw->nmcd.hdr.hwndFrom, item);
     const HGDIOBJ oldFont = font ? SelectObject(dc, font) : nullptr;
     const std::u16string label = ElementLabel(*node->element);
     const std::u16string value = u" " + ElementValueToText(*node->element);
@@ -164,15 +260,19 @@ void OnTreeSelChanged(HWND dialog, TFormRun& run, LPARAM lParam) {
     const auto* change = reinterpret_cast<const NMTREEVIEWW*>(lParam);
     TFormDef& form = run.form;
     form.currentTreeItem = change->itemNew.hItem;
+    if (run.undo) run.undo->Close();  // typing in the field left behind is one change
     const TTreeNode* node = change->itemNew.hItem ? NodeAt(form, change->itemNew.lParam) : nullptr;
     form.currentNode = const_cast<TTreeNode*>(node);
+    run.currentIndex = node ? static_cast<std::ptrdiff_t>(change->itemNew.lParam) : -1;
     form.currentElement = nullptr;
     if (!node || node->kind != TreeNodeKind::Element || !node->element) {
         HideEditors(dialog);
+        UpdateResetButton(dialog, run);
         return;
     }
     form.currentElement = node->element;
-    ShowEditor(dialog, run, change->action == TVC_BYKEYBOARD);
+    UpdateResetButton(dialog, run);
+    ShowEditor(dialog, run, change->action == TVC_BYKEYBOARD || run.keepFocus);
 }
 
 bool ValidateCurrent(TFormRun& run) {

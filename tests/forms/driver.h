@@ -70,6 +70,13 @@ public:
     // Answers the open- or save-file dialog titled `title` with `path` and accepts it.
     void AnswerFileDialog(const std::wstring& title, const std::wstring& path);
 
+    // Presses a key in `window` as the keyboard would, with Shift and Ctrl held as asked (the dialog
+    // thread's key state says so while the key is handled), and waits until it is handled.
+    enum Modifier : unsigned { kPlain = 0, kShift = 1, kCtrl = 2 };
+    void PressKey(HWND window, UINT key, unsigned modifiers = kPlain);
+    // The window that has the focus on the dialog thread.
+    HWND Focus() const;
+
     // Waits until the dialog thread has nothing left to do for the moment.
     void Settle(int ms = 50) const;
 

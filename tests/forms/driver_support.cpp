@@ -234,6 +234,30 @@ void Driver::Tick(HWND dialog, int id) {
     SendMessageW(box, BM_CLICK, 0, 0);
 }
 
+void Driver::PressKey(HWND window, UINT key, unsigned modifiers) {
+    // Key state belongs to a thread's input; sharing the dialog thread's lets us set it from here.
+    AttachThreadInput(GetCurrentThreadId(), thread_, TRUE);
+    BYTE state[256] = {};
+    GetKeyboardState(state);
+    const BYTE saved[2] = {state[VK_SHIFT], state[VK_CONTROL]};
+    state[VK_SHIFT] = (modifiers & kShift) ? 0x80 : 0;
+    state[VK_CONTROL] = (modifiers & kCtrl) ? 0x80 : 0;
+    SetKeyboardState(state);
+    PostMessageW(window, WM_KEYDOWN, key, 1);
+    PostMessageW(window, WM_KEYUP, key, 0xC0000001);
+    Settle();
+    state[VK_SHIFT] = saved[0];
+    state[VK_CONTROL] = saved[1];
+    SetKeyboardState(state);
+    AttachThreadInput(GetCurrentThreadId(), thread_, FALSE);
+}
+
+HWND Driver::Focus() const {
+    GUITHREADINFO info{};
+    info.cbSize = sizeof info;
+    return GetGUIThreadInfo(thread_, &info) ? info.hwndFocus : nullptr;
+}
+
 void Driver::Settle(int ms) const {
     // A message sent to the dialog thread returns only once it has reached its message loop.
     for (HWND w : ThreadWindows(thread_)) {

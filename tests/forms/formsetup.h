@@ -23,6 +23,8 @@ std::u16string SampleText(const std::string& name);
 
 // Clears the registry value of the last selection of a module type.
 void ForgetSelection(const std::u16string& moduleType);
+// Clears a value the module keeps in the registry.
+void ForgetModuleValue(const std::u16string& name);
 
 // Runs `request` through the DLL while `script` works its dialog titled `title`. Failures of the
 // script are the test's.

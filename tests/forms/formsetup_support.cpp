@@ -55,8 +55,9 @@ RunResult RunOnElement(const std::u16string& request, const std::wstring& elemen
     }, settleMs);
 }
 
-void ForgetSelection(const std::u16string& moduleType) {
-    const std::u16string name = moduleType + u".CurrentProperty";
+void ForgetSelection(const std::u16string& moduleType) { ForgetModuleValue(moduleType + u".CurrentProperty"); }
+
+void ForgetModuleValue(const std::u16string& name) {
     HKEY key = nullptr;
     if (RegOpenKeyExW(HKEY_CURRENT_USER, L"Software\\Marlowick\\Quorl4\\qrl4cfg", 0, KEY_SET_VALUE, &key) ==
         ERROR_SUCCESS) {

@@ -36,16 +36,22 @@ protected:
         e.type = type;
         return e;
     }
-    // Keys of the matches and of the shown nodes, in the tree's order.
-    std::u16string Keys(const TFilterView& view, bool shownNodes, const TSettingsFilter& filter) const {
+    // Keys of nodes, of the shown ones in the tree's order, and the tree's parents.
+    std::u16string Keys(const std::vector<std::size_t>& nodes) const {
         std::u16string out;
-        if (shownNodes) {
-            for (std::size_t n : filter.DisplayOrder())
-                if (view.shown[n]) out += (form.treeIndex[n].key.empty() ? u"^" : form.treeIndex[n].key) + u" ";
-        } else {
-            for (std::size_t n : view.matches) out += form.treeIndex[n].key + u" ";
-        }
+        for (std::size_t n : nodes) out += (n ? form.treeIndex[n].key : u"^") + u" ";
         return out;
+    }
+    std::u16string Shown(const TFilterView& view, const TSettingsFilter& filter) const {
+        std::vector<std::size_t> nodes;
+        for (std::size_t n : filter.DisplayOrder())
+            if (view.shown[n]) nodes.push_back(n);
+        return Keys(nodes);
+    }
+    std::vector<std::ptrdiff_t> Parents(const TSettingsFilter& filter) const {
+        std::vector<std::ptrdiff_t> parents;
+        for (std::size_t n = 0; n < filter.Size(); ++n) parents.push_back(filter.Parent(n));
+        return parents;
     }
     TConfigSession s;
     TFormDef form;
@@ -72,59 +78,41 @@ TEST_F(SettingsFilter, KeepsMatchesWithTheirGroupsInTreeOrder) {
         SCOPED_TRACE(std::string(c.search.begin(), c.search.end()));
         const TFilterView view = filter.Apply(c.search, c.customised);
         EXPECT_EQ(view.active, !c.search.empty() || c.customised);
-        EXPECT_EQ(Keys(view, false, filter), c.matches);
-        EXPECT_EQ(Keys(view, true, filter), c.shown);
+        EXPECT_EQ(Keys(view.matches), c.matches);
+        EXPECT_EQ(Shown(view, filter), c.shown);
         EXPECT_EQ(MatchCountText(view, c.search), c.count);
     }
-}
-
-TEST_F(SettingsFilter, FollowsValuesChangedAfterItWasMade) {
-    TSettingsFilter filter(form, plan);
-    EXPECT_TRUE(filter.Apply(u"19200", false).matches.empty());
+    // A value changed after the filter was made is found by its new short text.
     s.FindElement(u"Baud")->value = u"19200";
-    EXPECT_EQ(filter.Apply(u"19200", false).matches.size(), 1u);
-    EXPECT_EQ(filter.Apply(u"", true).matches.size(), 3u);  // now customised too
+    EXPECT_EQ(Keys(filter.Apply(u"192", true).matches), u"Baud ");
 }
 
 TEST_F(SettingsFilter, ChangesMarkTheElementAndItsGroupsUntilSetBack) {
     TSettingsFilter filter(form, plan);
-    std::vector<std::ptrdiff_t> parents;
-    for (std::size_t n = 0; n < filter.Size(); ++n) parents.push_back(filter.Parent(n));
-    TChangeMarks marks(form, parents);
-    const auto node = [&](const char16_t* key) { return static_cast<std::size_t>(FindTreeNode(form, key)); };
-    const auto keys = [&](const std::vector<std::size_t>& nodes) {
-        std::u16string out;
-        for (std::size_t n : nodes) out += form.treeIndex[n].key + u" ";
-        return out;
+    TChangeMarks marks(form, Parents(filter));
+    const auto set = [&](const char16_t* key, const char16_t* value) {
+        s.FindElement(key)->value = value;
+        return Keys(marks.Update(static_cast<std::size_t>(FindTreeNode(form, key))));
     };
-    s.FindElement(u"Font")->value = u"y";
-    EXPECT_EQ(keys(marks.Update(node(u"Font"))), u"Font Screen ");  // the root stays plain
-    s.FindElement(u"Echo")->value = u"0";
-    EXPECT_EQ(keys(marks.Update(node(u"Echo"))), u"Echo ");          // the group is bold already
-    s.FindElement(u"Font")->value = u"x";
-    EXPECT_EQ(keys(marks.Update(node(u"Font"))), u"Font ");
-    EXPECT_TRUE(marks.Bold(node(u"Screen")));
-    s.FindElement(u"Echo")->value = u"1";
-    EXPECT_EQ(keys(marks.Update(node(u"Echo"))), u"Echo Screen ");
-    EXPECT_TRUE(marks.Update(node(u"Echo")).empty());  // nothing new
-    EXPECT_FALSE(marks.Bold(node(u"Screen")) || marks.Bold(0));
+    EXPECT_EQ(set(u"Font", u"y"), u"Font Screen ");  // the root stays plain
+    EXPECT_EQ(set(u"Echo", u"0"), u"Echo ");          // the group is bold already
+    EXPECT_EQ(set(u"Font", u"x"), u"Font ");
+    EXPECT_TRUE(marks.Bold(static_cast<std::size_t>(FindTreeNode(form, u"Screen"))));
+    EXPECT_EQ(set(u"Echo", u"1"), u"Echo Screen ");
+    EXPECT_EQ(set(u"Echo", u"1"), u"");
 }
 
 TEST_F(SettingsFilter, ResetTakesTheChangeableCustomisedElementsBelowANode) {
     TSettingsFilter filter(form, plan);
-    std::vector<std::ptrdiff_t> parents;
-    for (std::size_t n = 0; n < filter.Size(); ++n) parents.push_back(filter.Parent(n));
     TElementDef& secret = *s.FindElement(u"Secret");
     secret.value = u"new";
     secret.readOnly = true;  // the user can't change it, so no reset either
-    const auto keys = [&](std::size_t node) {
-        std::u16string out;
-        for (std::size_t n : ResettableBelow(form, parents, node)) out += form.treeIndex[n].key + u" ";
-        return out;
+    const auto below = [&](const char16_t* key) {
+        return Keys(ResettableBelow(form, Parents(filter), static_cast<std::size_t>(FindTreeNode(form, key))));
     };
-    EXPECT_EQ(keys(static_cast<std::size_t>(FindTreeNode(form, u"Screen"))), u"Echo ");
-    EXPECT_EQ(keys(0), u"Echo Parity ");
-    EXPECT_EQ(keys(static_cast<std::size_t>(FindTreeNode(form, u"Font"))), u"");
+    EXPECT_EQ(below(u"Screen"), u"Echo ");
+    EXPECT_EQ(below(u""), u"Echo Parity ");
+    EXPECT_EQ(below(u"Font"), u"");
     EXPECT_EQ(ResetGroupQuestion(2, u"Line"), u"Reset 2 settings in Line to their defaults?");
 }
 

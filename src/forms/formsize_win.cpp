@@ -1,0 +1,77 @@
+// The built-in form at any size: a sizing border, the size it opens with as its smallest, the
+// layout run again on every resize, and the size remembered beside the last selection.
+#include "kit/basedialog.h"
+#include "kit/registrykey.h"
+#include "forms/formdef.h"
+#include "forms/formdlg.h"
+#include "forms/layout.h"
+#include "request/session.h"
+
+#include <algorithm>
+
+namespace qrl {
+
+namespace {
+
+// Sizes are stored as at 96 dots per inch, so that they mean the same on another screen.
+constexpr std::int32_t kStoredDpi = 96;
+
+std::u16string SizeValueName(const std::u16string& moduleType) { return moduleType + u".WindowSize"; }
+
+std::int32_t ScreenDpi(HWND window) {
+    HDC dc = GetDC(window);
+    const int dpi = dc ? GetDeviceCaps(dc, LOGPIXELSX) : kStoredDpi;
+    if (dc) ReleaseDC(window, dc);
+    return dpi > 0 ? dpi : kStoredDpi;
+}
+
+TWindowSize OuterSize(HWND window) {
+    RECT r{};
+    GetWindowRect(window, &r);
+    return TWindowSize{r.right - r.left, r.bottom - r.top};
+}
+
+void Resize(HWND window, const TWindowSize& size, UINT flags = 0) {
+    SetWindowPos(window, nullptr, 0, 0, size.width, size.height, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE | flags);
+}
+
+}  // namespace
+
+void MakeSizable(HWND dialog, TFormRun& run) {
+    // The border is added to the frame the template made, around the same client area, so that
+    // the form opens laid out exactly as it always has.
+    RECT client{};
+    GetClientRect(dialog, &client);
+    const auto style = static_cast<DWORD>(GetWindowLongPtrW(dialog, GWL_STYLE)) | WS_THICKFRAME;
+    SetWindowLongPtrW(dialog, GWL_STYLE, static_cast<LONG_PTR>(style));
+    AdjustWindowRectEx(&client, style, FALSE, static_cast<DWORD>(GetWindowLongPtrW(dialog, GWL_EXSTYLE)));
+    run.smallestSize = TWindowSize{client.right - client.left, client.bottom - client.top};
+    Resize(dialog, run.smallestSize, SWP_FRAMECHANGED);
+
+    std::u16string stored;
+    if (!ModuleRegistryKey().ReadString(SizeValueName(run.session.moduleType), 40, stored)) return;
+    const std::optional<TWindowSize> size = ParseWindowSize(stored);
+    if (!size) return;
+    const TWindowSize wanted = ScaleWindowSize(*size, kStoredDpi, ScreenDpi(dialog));
+    Resize(dialog, TWindowSize{std::max(wanted.width, run.smallestSize.width),
+                               std::max(wanted.height, run.smallestSize.height)});
+}
+
+void OnFormSized(HWND dialog, TFormRun& run) {
+    if (run.smallestSize.width == 0) return;  // not sizable: a request's own form
+    LayOutBuiltInForm(dialog, run);
+    InvalidateRect(dialog, nullptr, TRUE);
+}
+
+void LimitFormSize(const TFormRun& run, MINMAXINFO& limits) {
+    if (run.smallestSize.width == 0) return;
+    limits.ptMinTrackSize = POINT{run.smallestSize.width, run.smallestSize.height};
+}
+
+void StoreWindowSize(HWND dialog, const TFormRun& run) {
+    if (run.smallestSize.width == 0) return;
+    const TWindowSize size = ScaleWindowSize(OuterSize(dialog), ScreenDpi(dialog), kStoredDpi);
+    ModuleRegistryKey().WriteString(SizeValueName(run.session.moduleType), WindowSizeText(size));
+}
+
+}  // namespace qrl
