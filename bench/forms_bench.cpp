@@ -62,7 +62,7 @@ void BM_FilterSetUp(benchmark::State& state) {
     Tree tree(static_cast<std::size_t>(state.range(0)));
     for (auto _ : state) {
         qrl::TSettingsFilter filter(tree.form, tree.plan);
-        benchmark::DoNotOptimize(filter.Size());
+        benchmark::DoNotOptimize(filter.Parents().size());
     }
 }
 BENCHMARK(BM_FilterSetUp)->Arg(10000)->Unit(benchmark::kMillisecond);

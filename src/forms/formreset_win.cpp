@@ -19,10 +19,9 @@ namespace {
 
 enum MenuCommand : UINT { kResetElement = 1, kResetGroup = 2 };
 
-std::vector<std::ptrdiff_t> Parents(const TFormRun& run) {
-    std::vector<std::ptrdiff_t> parents(run.filter ? run.filter->Size() : 0);
-    for (std::size_t i = 0; i < parents.size(); ++i) parents[i] = run.filter->Parent(i);
-    return parents;
+const std::vector<std::ptrdiff_t>& Parents(const TFormRun& run) {
+    static const std::vector<std::ptrdiff_t> none;
+    return run.filter ? run.filter->Parents() : none;
 }
 
 // A group's text as the tree shows it (translated).

@@ -65,9 +65,7 @@ void CreateSearchControls(HWND dialog) { AddSearchRow(dialog); }
 
 void StartSearch(TFormRun& run) {
     run.filter = std::make_unique<TSettingsFilter>(run.form, run.treePlan);
-    std::vector<std::ptrdiff_t> parents(run.filter->Size());
-    for (std::size_t i = 0; i < parents.size(); ++i) parents[i] = run.filter->Parent(i);
-    run.marks = std::make_unique<TChangeMarks>(run.form, std::move(parents));
+    run.marks = std::make_unique<TChangeMarks>(run.form, run.filter->Parents());
     run.undo = std::make_unique<TUndoStack>(run.form);
     run.filterView = TFilterView{};
     run.expandedBeforeSearch.clear();

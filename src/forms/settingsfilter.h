@@ -31,8 +31,8 @@ public:
 
     // Tree nodes in the order the tree shows them (parents before children).
     const std::vector<std::size_t>& DisplayOrder() const { return order_; }
-    std::ptrdiff_t Parent(std::size_t node) const { return parents_[node]; }
-    std::size_t Size() const { return parents_.size(); }
+    // Per tree node, its parent's position; -1 at the top.
+    const std::vector<std::ptrdiff_t>& Parents() const { return parents_; }
 
 private:
     struct ElementText {

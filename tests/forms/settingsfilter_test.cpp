@@ -2,7 +2,6 @@
 
 #include "forms/changemarks.h"
 #include "forms/valuereset.h"
-
 #include "request/session.h"
 
 #include <gtest/gtest.h>
@@ -23,7 +22,6 @@ protected:
         Add(u"Echo", u"Screen", u"", u"1", u"0", ElementType::Bool);
         Add(u"Secret", u"Screen", u"Password", u"abc", u"abc").password = true;
         Add(u"Parity", u"Line", u"Parity", u"even", u"none");  // back to Line: shown before Screen
-        form.treeIndex.clear();
         plan = BuildTreeIndex(form, s);
     }
     TElementDef& Add(const char16_t* name, const char16_t* group, const char16_t* descr, const char16_t* value,
@@ -36,7 +34,7 @@ protected:
         e.type = type;
         return e;
     }
-    // Keys of nodes, of the shown ones in the tree's order, and the tree's parents.
+    // Keys of nodes, and of the shown ones in the tree's order.
     std::u16string Keys(const std::vector<std::size_t>& nodes) const {
         std::u16string out;
         for (std::size_t n : nodes) out += (n ? form.treeIndex[n].key : u"^") + u" ";
@@ -47,11 +45,6 @@ protected:
         for (std::size_t n : filter.DisplayOrder())
             if (view.shown[n]) nodes.push_back(n);
         return Keys(nodes);
-    }
-    std::vector<std::ptrdiff_t> Parents(const TSettingsFilter& filter) const {
-        std::vector<std::ptrdiff_t> parents;
-        for (std::size_t n = 0; n < filter.Size(); ++n) parents.push_back(filter.Parent(n));
-        return parents;
     }
     TConfigSession s;
     TFormDef form;
@@ -89,7 +82,7 @@ TEST_F(SettingsFilter, KeepsMatchesWithTheirGroupsInTreeOrder) {
 
 TEST_F(SettingsFilter, ChangesMarkTheElementAndItsGroupsUntilSetBack) {
     TSettingsFilter filter(form, plan);
-    TChangeMarks marks(form, Parents(filter));
+    TChangeMarks marks(form, filter.Parents());
     const auto set = [&](const char16_t* key, const char16_t* value) {
         s.FindElement(key)->value = value;
         return Keys(marks.Update(static_cast<std::size_t>(FindTreeNode(form, key))));
@@ -108,7 +101,7 @@ TEST_F(SettingsFilter, ResetTakesTheChangeableCustomisedElementsBelowANode) {
     secret.value = u"new";
     secret.readOnly = true;  // the user can't change it, so no reset either
     const auto below = [&](const char16_t* key) {
-        return Keys(ResettableBelow(form, Parents(filter), static_cast<std::size_t>(FindTreeNode(form, key))));
+        return Keys(ResettableBelow(form, filter.Parents(), static_cast<std::size_t>(FindTreeNode(form, key))));
     };
     EXPECT_EQ(below(u"Screen"), u"Echo ");
     EXPECT_EQ(below(u""), u"Echo Parity ");
