@@ -239,16 +239,16 @@ void Driver::PressKey(HWND window, UINT key, unsigned modifiers) {
     AttachThreadInput(GetCurrentThreadId(), thread_, TRUE);
     BYTE state[256] = {};
     GetKeyboardState(state);
-    const BYTE saved[2] = {state[VK_SHIFT], state[VK_CONTROL]};
-    state[VK_SHIFT] = (modifiers & kShift) ? 0x80 : 0;
-    state[VK_CONTROL] = (modifiers & kCtrl) ? 0x80 : 0;
-    SetKeyboardState(state);
+    const auto hold = [&](bool shift, bool ctrl) {
+        state[VK_SHIFT] = shift ? 0x80 : 0;
+        state[VK_CONTROL] = ctrl ? 0x80 : 0;
+        SetKeyboardState(state);
+    };
+    hold(modifiers & kShift, modifiers & kCtrl);
     PostMessageW(window, WM_KEYDOWN, key, 1);
     PostMessageW(window, WM_KEYUP, key, 0xC0000001);
     Settle();
-    state[VK_SHIFT] = saved[0];
-    state[VK_CONTROL] = saved[1];
-    SetKeyboardState(state);
+    hold(false, false);
     AttachThreadInput(GetCurrentThreadId(), thread_, FALSE);
 }
 
