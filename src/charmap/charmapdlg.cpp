@@ -6,6 +6,7 @@
 #include "kit/basedialog.h"
 #include "kit/dialogkit.h"
 #include "kit/gdiholders.h"
+#include "kit/listrows.h"
 #include "request/session.h"
 
 #include <array>
@@ -149,6 +150,7 @@ private:
 
 INT_PTR TableDlg::OnInit() {
     SetControlText(Window(), IDC_CHARSET_CAPTION, MapCaption(map_));
+    TRedrawOff quiet(List());
     SendMessageW(List(), LB_RESETCONTENT, 0, 0);
     std::array<int, 3> stops = kTabStops;
     SendMessageW(List(), LB_SETTABSTOPS, stops.size(), reinterpret_cast<LPARAM>(stops.data()));

@@ -1,6 +1,7 @@
 // The three value steps of a form: fill the lists, show the values, collect them at OK/Connect.
 // Only items bound to an existing element take part.
 #include "kit/basedialog.h"
+#include "kit/listrows.h"
 #include "forms/formdef.h"
 #include "forms/formdlg.h"
 #include "forms/formvalues.h"
@@ -30,6 +31,7 @@ void FillLists(HWND dialog, TFormRun& run) {
         HWND control = GetDlgItem(dialog, item.controlId);
         if (!control) continue;
         const bool combo = item.kind == ItemKind::ComboBox;
+        TRedrawOff quiet(control);
         SendMessageW(control, combo ? CB_RESETCONTENT : LB_RESETCONTENT, 0, 0);
         const ListFill fill = ListEntries(*element, item.kind);
         const UINT add = fill.useComboMessage || combo ? CB_ADDSTRING : LB_ADDSTRING;

@@ -3,6 +3,7 @@
 #include "kit/basedialog.h"
 #include "kit/dialogkit.h"
 #include "kit/fieldrules.h"
+#include "kit/listrows.h"
 #include "forms/formdef.h"
 #include "forms/formdlg.h"
 #include "forms/formeditor.h"
@@ -28,6 +29,7 @@ namespace {
 void FillCombo(HWND dialog, const std::vector<std::u16string>& entries) {
     HWND combo = GetDlgItem(dialog, IDC_VALUE_COMBO);
     if (!combo) return;
+    TRedrawOff quiet(combo);
     SendMessageW(combo, CB_RESETCONTENT, 0, 0);
     for (const std::u16string& entry : entries)
         SendMessageW(combo, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(W(entry)));

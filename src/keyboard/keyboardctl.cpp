@@ -2,6 +2,7 @@
 
 #include "kit/controlkit.h"
 #include "kit/gdiholders.h"
+#include "kit/listrows.h"
 #include "keyboard/keylook.h"
 
 #include <string>
@@ -256,6 +257,7 @@ KeyboardCtl* KeyboardOf(HWND window) {
 
 void KeyList::setKeys(const std::vector<KeyName>* keys) {
     keys_ = keys;
+    TRedrawOff quiet(list_);
     SendMessageW(list_, LB_RESETCONTENT, 0, 0);
     if (!keys_) return;
     for (const KeyName& key : *keys_)

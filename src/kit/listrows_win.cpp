@@ -14,9 +14,15 @@ void ReserveRows(HWND list, std::size_t count, std::size_t chars) {
 
 }  // namespace
 
-TRedrawOff::TRedrawOff(HWND control) : control_(control) { SendMessageW(control_, WM_SETREDRAW, FALSE, 0); }
+// For a window that leaves WM_SETREDRAW to the default procedure, turning drawing back on sets its
+// visible style; a hidden control is left alone, as it draws nothing anyway and must stay hidden.
+TRedrawOff::TRedrawOff(HWND control)
+    : control_((GetWindowLongW(control, GWL_STYLE) & WS_VISIBLE) != 0 ? control : nullptr) {
+    if (control_) SendMessageW(control_, WM_SETREDRAW, FALSE, 0);
+}
 
 TRedrawOff::~TRedrawOff() {
+    if (!control_) return;
     SendMessageW(control_, WM_SETREDRAW, TRUE, 0);
     InvalidateRect(control_, nullptr, TRUE);
 }

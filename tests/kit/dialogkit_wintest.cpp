@@ -7,6 +7,7 @@
 #include "formsetup.h"
 #include "kit/controlkit.h"
 #include "kit/dialogkit.h"
+#include "kit/listrows.h"
 #include "forms/forms_rc.h"
 #include "keyboard/keyboard_rc.h"
 
@@ -241,6 +242,25 @@ TEST(DialogKit, UnloadingTheModuleTakesItsPleaseWaitWindowAlong) {
     while (PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&msg);
     DestroyWindow(owner);
     DeleteFileW(copy.c_str());
+}
+
+// A list changed only where its rows differ must end with the rows asked for, whatever run changed.
+TEST(DialogKit, ListsChangedRunByRunEndWithTheRowsAskedFor) {
+    HWND parent = CreateWindowExW(0, L"STATIC", L"parent", WS_POPUP, 0, 0, 300, 200, nullptr, nullptr, nullptr, nullptr);
+    HWND shown = CreateWindowExW(0, L"LISTBOX", L"", WS_CHILD | WS_VISIBLE, 0, 0, 100, 100, parent, nullptr, nullptr, nullptr);
+    TShownRows rows;
+    for (const std::vector<std::u16string>& wanted : {std::vector<std::u16string>{u"a", u"b", u"c", u"d"},
+                                                       {u"a", u"c", u"d"}, {u"a", u"x", u"y", u"d"}, {}}) {
+        rows.Show(shown, wanted);
+        std::vector<std::u16string> got;
+        for (LRESULT i = 0, n = SendMessageW(shown, LB_GETCOUNT, 0, 0); i < n; ++i) {
+            wchar_t text[16] = {};
+            SendMessageW(shown, LB_GETTEXT, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(text));
+            got.emplace_back(reinterpret_cast<const char16_t*>(text));
+        }
+        EXPECT_EQ(got, wanted);
+    }
+    DestroyWindow(parent);
 }
 
 }  // namespace
