@@ -6,6 +6,7 @@
 #include "kit/basedialog.h"
 #include "kit/dialogkit.h"
 #include "kit/fieldrules.h"
+#include "kit/listrows.h"
 #include "platform/platform.h"
 
 #include <span>
@@ -48,8 +49,7 @@ public:
 protected:
     std::span<const TDialogText> Texts() const override { return texts_; }
     INT_PTR OnInit() override {
-        for (const std::u16string& row : rows_)
-            SendDlgItemMessageW(Window(), IDC_CHOICE_LIST, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(W(row)));
+        FillListRows(GetDlgItem(Window(), IDC_CHOICE_LIST), rows_);
         SendDlgItemMessageW(Window(), IDC_CHOICE_LIST, LB_SETCURSEL, 0, 0);
         EnableControl(Window(), IDOK, choosable_);
         return TRUE;

@@ -88,6 +88,7 @@ void Select(HWND dialog, int id, int row, UINT message = CB_SETCURSEL) {
     SendDlgItemMessageW(dialog, id, message, static_cast<WPARAM>(row), 0);
 }
 void FillNames(HWND dialog, int id, const std::vector<KeyName>& keys, UINT message = CB_ADDSTRING) {
+    TRedrawOff quiet(GetDlgItem(dialog, id));
     for (const KeyName& key : keys) SendDlgItemMessageW(dialog, id, message, 0, reinterpret_cast<LPARAM>(W(key.Name)));
 }
 

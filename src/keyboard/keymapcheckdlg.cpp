@@ -2,6 +2,7 @@
 
 #include "kit/basedialog.h"
 #include "kit/dialogkit.h"
+#include "kit/listrows.h"
 #include "keyboard/keyboard_rc.h"
 #include "text/textutil.h"
 
@@ -56,12 +57,10 @@ private:
 
     void List() {
         findings_ = CheckKeyMap(keys_, pcKeyboardCodes_);
-        HWND list = GetDlgItem(Window(), IDC_CHECK_LIST);
-        SendMessageW(list, LB_RESETCONTENT, 0, 0);
-        for (const KeyMapFinding& finding : findings_)
-            SendMessageW(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(W(finding.text)));
-        if (findings_.empty())
-            SendMessageW(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(W(Translate(kNothingFound))));
+        std::vector<std::u16string> rows;
+        for (const KeyMapFinding& finding : findings_) rows.push_back(finding.text);
+        if (findings_.empty()) rows.push_back(Translate(kNothingFound));
+        FillListRows(GetDlgItem(Window(), IDC_CHECK_LIST), rows);
         EnableGoTo();
         EnableControl(Window(), IDC_CHECK_DEDUPLICATE, CountDuplicates(keys_) > 0);
     }
