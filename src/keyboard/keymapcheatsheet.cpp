@@ -33,13 +33,13 @@ constexpr std::u16string_view kStyle =
     u"svg.em { width: 100%; max-height: 62mm; }\n"
     u".lower { display: flex; gap: 4mm; }\n"
     u".lower .keyboard { flex: 0 0 45%; }\n"
-    u".lower .mappings { flex: 1; column-count: 2; column-gap: 3mm; }\n"
+    u".lower .mappings { flex: 1; column-count: 3; column-gap: 2mm; }\n"
     u"rect { fill: white; stroke: #555; stroke-width: 1; }\n"
     u"rect.mapped { fill: #e8eefc; }\n"
     u"text { font-size: 6.5px; fill: #000; }\n"
     u"text.cap { font-size: 7px; fill: #666; }\n"
     u"text.shift { fill: #0a5; } text.ctrl { fill: #c50; } text.alt { fill: #a0a; }\n"
-    u"table { border-collapse: collapse; width: 100%; font-size: 6pt; }\n"
+    u"table { border-collapse: collapse; width: 100%; font-size: 5pt; }\n"
     u"th, td { border-bottom: 0.2mm solid #bbb; padding: 0 1mm; text-align: left; vertical-align: top; }\n"
     u"span.shift { color: #0a5; } span.ctrl { color: #c50; } span.alt { color: #a0a; }\n";
 
