@@ -53,6 +53,8 @@ public:
     static void Choose(HWND dialog, int comboId, int row);
     // Selects a row of a list box and tells the dialog, as a user's click does.
     static void SelectRow(HWND dialog, int listId, int row);
+    // Double-clicks a row of a list box with the mouse (posted: what it opens or ends may block).
+    static void DoubleClickRow(HWND dialog, int listId, int row);
     // Clicks a button (posted, so that a modal box it opens doesn't block us).
     static void Click(HWND button);
     static void Click(HWND dialog, int id) { Click(GetDlgItem(dialog, id)); }

@@ -223,6 +223,16 @@ void Driver::SelectRow(HWND dialog, int listId, int row) {
     SendMessageW(dialog, WM_COMMAND, MAKEWPARAM(listId, LBN_SELCHANGE), reinterpret_cast<LPARAM>(list));
 }
 
+void Driver::DoubleClickRow(HWND dialog, int listId, int row) {
+    HWND list = GetDlgItem(dialog, listId);
+    RECT item{};
+    if (SendMessageW(list, LB_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item)) == LB_ERR)
+        Fail("no row " + std::to_string(row) + " to double-click");
+    const LPARAM at = MAKELPARAM(item.left + 2, (item.top + item.bottom) / 2);
+    for (UINT message : {WM_LBUTTONDOWN, WM_LBUTTONUP, WM_LBUTTONDBLCLK, WM_LBUTTONUP})
+        PostMessageW(list, message, message == WM_LBUTTONUP ? 0 : MK_LBUTTON, at);
+}
+
 void Driver::Click(HWND button) {
     if (!button) Fail("no button to click");
     PostMessageW(button, BM_CLICK, 0, 0);

@@ -4,11 +4,8 @@
 // natively.
 #include "forms/formsetup.h"
 #include "keyboard/keyboard_rc.h"
-#include "keyboard/keymapcheatsheet.h"
-#include "keyboard/keymapsettings.h"
 #include "kit/basedialog.h"
 #include "platform/platform.h"
-#include "request/session.h"
 #include "keypress.h"
 #include "platform/tempfolder.h"
 
@@ -197,8 +194,8 @@ TEST_F(GraphicKeymap, FindKeySelectsThePressedKeyWithItsModifiers) {
     EXPECT_EQ(r.reply, Reply(kSampleMap + Map(u"1136", u"146"), Text(u"369", u"logoff"), Text(u"626", u"signon")));
 }
 
-// A map with every kind of finding: Remove duplicates asks with the count and lists again; Go to
-// closes the check and selects the key.
+// A map with every kind of finding: Remove duplicates asks with the count and lists again; Go to,
+// and a double-click on a row, close the check and select the key.
 TEST_F(GraphicKeymap, CheckListsFindingsRemovesDuplicatesAndGoesToAKey) {
     const std::u16string extra = Map(u"113", u"146") + Map(u"1033", u"112") + Map(u"8193", u"147") + Map(u"114", u"999");
     std::u16string request = ReplaceFirst(Request(kKdfPath), u"<Map pkey=\"16397\" emkey=\"147\"/>\n",
@@ -225,6 +222,11 @@ TEST_F(GraphicKeymap, CheckListsFindingsRemovesDuplicatesAndGoesToAKey) {
         Driver::SelectRow(check, IDC_CHECK_LIST, 2);
         d.Close(check, IDC_CHECK_GOTO);
         EXPECT_EQ(Status(dlg), L"PC 'F3' is mapped to an unknown key");
+        Driver::Click(dlg, IDC_KEYMAP_CHECK);
+        check = d.WaitForDialog(L"Key Map Check");
+        Driver::DoubleClickRow(check, IDC_CHECK_LIST, 0);
+        d.WaitGone(check);
+        EXPECT_EQ(Status(dlg), L"PC 'Enter' is mapped to global string 'one'");
         d.Close(dlg);
     });
     EXPECT_EQ(r.reply, Reply(kSampleMap + Map(u"1033", u"112") + Map(u"8193", u"147") + Map(u"114", u"999"),
@@ -268,8 +270,23 @@ TEST_F(GraphicKeymap, ExportAndImportWithReplaceMergeAndABrokenFile) {
                                   Text(u"369", u"logoff") + Text(u"13", u"hi"), Text(u"626", u"signon")));
 }
 
-// The sheet the dialog saves is, byte for byte, the one the host program writes without a window.
-TEST_F(GraphicKeymap, CheatSheetFromTheDialogEqualsTheWindowlessOne) {
+// The host program run as an integrator runs it: its exit code (~0 if it does not start).
+DWORD RunHostProgram(const std::wstring& arguments) {
+    std::wstring command = L"\"" + std::filesystem::path(QRL_HOST_PROGRAM).wstring() + L"\" " + arguments;
+    STARTUPINFOW startup{};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION process{};
+    if (!CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &process))
+        return ~0u;
+    DWORD code = ~0u;
+    if (WaitForSingleObject(process.hProcess, 60000) == WAIT_OBJECT_0) GetExitCodeProcess(process.hProcess, &code);
+    CloseHandle(process.hThread);
+    CloseHandle(process.hProcess);
+    return code;
+}
+
+// The sheet the dialog saves is, byte for byte, the one `qrl4host --cheatsheet` writes without a window.
+TEST_F(GraphicKeymap, CheatSheetFromTheDialogEqualsTheHostProgramsOne) {
     const TempFolder folder;
     const std::wstring path = (folder.path() / "sheet.html").wstring();
     const RunResult r = RunRequest(Request(kKdfPath), kTitle, [&](Driver& d, HWND dlg) {
@@ -278,11 +295,15 @@ TEST_F(GraphicKeymap, CheatSheetFromTheDialogEqualsTheWindowlessOne) {
         d.Close(dlg, IDCANCEL);
     });
     EXPECT_EQ(r.code, 2);
-    TConfigSession session;
-    session.LoadRequestText(Request(kKdfPath));
-    std::string saved;
+    const std::filesystem::path request = folder.path() / "request.xml";
+    const std::filesystem::path windowless = folder.path() / "windowless.html";
+    folder.write("request.xml", utf16ToUtf8(Request(kKdfPath)));
+    EXPECT_EQ(RunHostProgram(L"--cheatsheet \"" + request.wstring() + L"\" \"" + windowless.wstring() + L"\""), 0u);
+    std::string saved, written;
     EXPECT_TRUE(platform::readFile(U16(path.c_str()), saved));
-    EXPECT_EQ(saved, CheatSheetFor(KeymapSettings(session)));
+    EXPECT_TRUE(platform::readFile(windowless.u16string(), written));
+    EXPECT_FALSE(saved.empty());
+    EXPECT_EQ(saved, written);
 }
 
 }  // namespace
