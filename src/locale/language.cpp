@@ -1,8 +1,10 @@
 #include "locale/language.h"
+#include "locale/languageline.h"
 
 #include "platform/platform.h"
 #include "text/textutil.h"
 
+#include <algorithm>
 #include <array>
 
 namespace qrl {
@@ -59,27 +61,31 @@ std::u16string undoEscapes(std::u16string_view text) {
     return out;
 }
 
-// One line of a .lang file, tokenised as strtok does it: the key is the first run of characters
-// other than "=", the value the following run of characters other than ",". So leading "=" are
-// skipped, later "=" belong to the value, and a comma ends the value even inside quotes.
-void parseLanguageLine(std::string_view line, std::map<std::string, std::string>& texts) {
+}  // namespace
+
+std::u16string UndoLanguageEscapes(std::u16string_view text) { return undoEscapes(text); }
+
+// Tokenised as strtok does it: the key is the first run of characters other than "=", the value
+// the following run of characters other than ",". So leading "=" are skipped, later "=" belong to
+// the value, and a comma ends the value even inside quotes.
+std::optional<TLanguageLine> ParseLanguageLine(std::string_view line) {
     line = line.substr(0, line.find('\0'));  // the line is a C string from here on
     const std::size_t keyStart = line.find_first_not_of('=');
-    if (keyStart == std::string_view::npos) return;
+    if (keyStart == std::string_view::npos) return std::nullopt;
     const std::size_t keyEnd = line.find('=', keyStart);
-    if (keyEnd == std::string_view::npos) return;
+    if (keyEnd == std::string_view::npos) return std::nullopt;
     const std::size_t valueStart = line.find_first_not_of(',', keyEnd + 1);
-    if (valueStart == std::string_view::npos) return;
-    std::string value{line.substr(valueStart, line.find(',', valueStart) - valueStart)};
+    if (valueStart == std::string_view::npos) return std::nullopt;
+    const std::size_t valueEnd = std::min(line.find(',', valueStart), line.size());
+    TLanguageLine parsed{std::string{line.substr(keyStart, keyEnd - keyStart)},
+                         std::string{line.substr(valueStart, valueEnd - valueStart)}, valueEnd < line.size()};
     // A leading quote goes, and with it the last character, whatever that is.
-    if (value.front() == '"') {
-        value.erase(0, 1);
-        if (!value.empty()) value.pop_back();
+    if (parsed.value.front() == '"') {
+        parsed.value.erase(0, 1);
+        if (!parsed.value.empty()) parsed.value.pop_back();
     }
-    texts.emplace(line.substr(keyStart, keyEnd - keyStart), std::move(value));
+    return parsed;
 }
-
-}  // namespace
 
 TLanguageTable& languageTable() {
     static TLanguageTable table;
@@ -141,7 +147,9 @@ void ParseLanguageText(std::string_view text) {
     std::size_t start = 0;
     for (std::size_t i = 0; i < text.size(); ++i) {
         if (text[i] != '\r' && text[i] != '\n') continue;
-        if (i > start) parseLanguageLine(text.substr(start, i - start), texts);
+        if (i > start)
+            if (auto line = ParseLanguageLine(text.substr(start, i - start)))
+                texts.emplace(std::move(line->key), std::move(line->value));
         start = i + 1;
     }
     // Whatever follows the last line end is not read.
