@@ -15,6 +15,7 @@
 #include "app/requestcheck.h"
 #include "cheatsheet.h"
 #include "hostwindow.h"
+#include "languagefiles.h"
 #include "snapshots.h"
 #include "version.h"
 #include "text/textutil.h"
@@ -27,12 +28,21 @@ const char kUsage[] =
     "usage: qrl4host [options] REQUEST\n"
     "       qrl4host --check REQUEST\n"
     "       qrl4host --cheatsheet REQUEST FILE\n"
+    "       qrl4host --language-template FILE | --pseudo-language FILE | --check-language FILE\n"
     "       qrl4host --version\n"
     "  --check REQUEST    read REQUEST as the module would, without loading it, and print each\n"
     "                     finding as file:line:column: error|warning: text; exit 0 when the module\n"
     "                     would run it, 1 when it would answer 630, 2 when the file cannot be read\n"
     "  --cheatsheet REQUEST FILE   write the cheat sheet of a KeyMap request to FILE, as\n"
     "                     Configure Keyboard's Cheat Sheet button writes it, without a window\n"
+    "  --language-template FILE   write a language file with every text key of the module and its\n"
+    "                     English text, grouped by dialog, to start a translation from\n"
+    "  --pseudo-language FILE     write a language file whose texts are the English ones made longer,\n"
+    "                     accented and bracketed, to see where a text is cut or not translated\n"
+    "  --check-language FILE|DIR  print as file:line: text each unknown key, missing key, text whose\n"
+    "                     % placeholders or & accelerator differ from the English one, and line\n"
+    "                     that is not read whole; a folder is checked as one language of all its\n"
+    "                     *.lang files; exit 0 when none, 1 when some, 2 if a file is unreadable\n"
     "  REQUEST            request file, UTF-8 or UTF-16 (with or without a byte-order mark)\n"
     "  --dll PATH         the module (default: qrl4cfg.dll beside qrl4host.exe)\n"
     "  --entry 2W|W|macro fnRunConfig2W (default), fnRunConfigW, or fnMacroAssist on the file's text\n"
@@ -178,6 +188,9 @@ int run(int argc, wchar_t** argv) {
             return cheatSheetFile(request, value());
         }
         else if (arg == L"--version") return qrl4host::PrintVersion();
+        else if (arg == L"--language-template") return qrl4host::writeLanguageTemplate(value());
+        else if (arg == L"--pseudo-language") return qrl4host::writePseudoLanguage(value());
+        else if (arg == L"--check-language") return qrl4host::checkLanguageFile(value());
         else if (arg == L"--dll") dllPath = value();
         else if (arg == L"--entry") entry = value();
         else if (arg == L"--capacity") capacity = std::wcstoull(value().c_str(), nullptr, 10);
