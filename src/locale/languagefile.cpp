@@ -166,62 +166,94 @@ std::string PseudoLanguage(const TTextCatalogue& catalogue) {
                              [](std::u16string_view text) { return PseudoText(text); });
 }
 
-std::vector<TLanguageFinding> CheckLanguageText(std::string_view fileText, const TTextCatalogue& catalogue) {
-    std::vector<TLanguageFinding> findings;
-    std::map<std::string, int> seen;  // key -> line of its first definition
-    if (fileText.substr(0, 3) == "\xEF\xBB\xBF")
-        findings.push_back({1, "the file begins with a byte-order mark, which becomes part of the first key"});
-    int lineNumber = 1;
-    std::size_t start = 0;
-    for (std::size_t i = 0; i <= fileText.size(); ++i) {
-        if (i == fileText.size()) {
-            if (fileText.substr(start).find_first_not_of(" \t") != std::string_view::npos)
-                findings.push_back({lineNumber, "the last line has no line end, so it is not read"});
-            break;
+namespace {
+
+// Reads the files of one language in turn, as the module would, and notes what it finds.
+class TLanguageChecker {
+public:
+    explicit TLanguageChecker(const TTextCatalogue& catalogue) : catalogue_(catalogue) {}
+
+    void CheckFile(const TLanguageSource& file) {
+        const std::string_view text = file.text;
+        if (text.substr(0, 3) == "\xEF\xBB\xBF")
+            Note(file.name, 1, "the file begins with a byte-order mark, which becomes part of the first key");
+        int lineNumber = 1;
+        std::size_t start = 0;
+        for (std::size_t i = 0; i < text.size(); ++i) {
+            if (text[i] != '\r' && text[i] != '\n') continue;
+            if (const auto line = ParseLanguageLine(text.substr(start, i - start))) CheckLine(file.name, lineNumber, *line);
+            // CR LF ends one line.
+            if (text[i] == '\n' || i + 1 == text.size() || text[i + 1] != '\n') ++lineNumber;
+            start = i + 1;
         }
-        if (fileText[i] != '\r' && fileText[i] != '\n') continue;
-        const std::optional<TLanguageLine> line = ParseLanguageLine(fileText.substr(start, i - start));
-        const int at = lineNumber;
-        if (fileText[i] == '\n' || i + 1 == fileText.size() || fileText[i + 1] != '\n') ++lineNumber;
-        start = i + 1;
-        if (!line || line->key.find('.') != std::string::npos) continue;
-        const std::string quotedKey = "\"" + line->key + "\"";
-        if (const auto [first, isNew] = seen.emplace(line->key, at); !isNew) {
-            findings.push_back({at, quotedKey + " is defined again; the definition on line " +
-                                        std::to_string(first->second) + " is the one used"});
-            continue;
+        if (text.substr(start).find_first_not_of(" \t") != std::string_view::npos)
+            Note(file.name, lineNumber, "the last line has no line end, so it is not read");
+    }
+
+    void NoteMissingKeys(const std::string& language) {
+        for (const TCatalogueText& text : catalogue_.Texts())
+            if (!seen_.count(utf16ToUtf8(text.key)) && !text.defaults.front().empty() && FirstValue(text, Unchanged))
+                Note(language, 0, "lacks \"" + utf16ToUtf8(text.key) + "\" (English: " + Quoted(text.defaults.front()) + ")");
+    }
+
+    std::vector<TLanguageFinding> Findings() && { return std::move(findings_); }
+
+private:
+    void Note(const std::string& file, int line, std::string text) { findings_.push_back({file, line, std::move(text)}); }
+
+    void CheckLine(const std::string& file, int at, const TLanguageLine& line) {
+        if (line.key.find('.') != std::string::npos) return;
+        const std::string key = "\"" + line.key + "\"";
+        if (const auto [first, isNew] = seen_.emplace(line.key, std::pair{file, at}); !isNew) {
+            const auto& [firstFile, firstLine] = first->second;
+            Note(file, at, key + (firstFile == file ? " is defined again; the definition on line " + std::to_string(firstLine) + " is the one used"
+                                                    : " is defined in " + firstFile + " too; the file the folder lists first is the one used"));
+            return;
         }
-        const TCatalogueText* known = catalogue.Find(utf8ToUtf16(line->key));
-        if (!known) {
-            findings.push_back({at, "unknown key " + quotedKey});
-            continue;
-        }
-        if (line->cut) findings.push_back({at, quotedKey + ": the text ends at the comma; what follows it is lost"});
-        const std::u16string shown = UndoLanguageEscapes(utf8ToUtf16(line->value));
+        const TCatalogueText* known = catalogue_.Find(utf8ToUtf16(line.key));
+        if (!known) return Note(file, at, "unknown key " + key);
+        if (line.cut) Note(file, at, key + ": the text ends at the comma; what follows it is lost");
+        CheckMarks(file, at, key, *known, UndoLanguageEscapes(utf8ToUtf16(line.value)));
+    }
+
+    // A translation keeps the placeholders and the accelerator of one of its English texts.
+    void CheckMarks(const std::string& file, int at, const std::string& key, const TCatalogueText& known,
+                    const std::u16string& shown) {
         const auto matches = [&](auto mark) {
-            return std::any_of(known->defaults.begin(), known->defaults.end(), [&](const std::u16string& english) {
+            return std::any_of(known.defaults.begin(), known.defaults.end(), [&](const std::u16string& english) {
                 return mark(UndoLanguageEscapes(english)) == mark(shown);
             });
         };
-        if (!matches(Placeholders)) {
-            std::string english, own;
-            for (const std::u16string& p : Placeholders(UndoLanguageEscapes(known->defaults.front()))) english += " " + utf16ToUtf8(p);
-            for (const std::u16string& p : Placeholders(shown)) own += " " + utf16ToUtf8(p);
-            findings.push_back({at, quotedKey + ": the English text has the placeholders" + (english.empty() ? " (none)" : english) +
-                                        ", this one" + (own.empty() ? " (none)" : own)});
-        }
+        const auto listed = [](const std::u16string& text) {
+            std::string list;
+            for (const std::u16string& p : Placeholders(text)) list += " " + utf16ToUtf8(p);
+            return list.empty() ? std::string(" (none)") : list;
+        };
+        if (!matches(Placeholders))
+            Note(file, at, key + ": the English text has the placeholders" + listed(UndoLanguageEscapes(known.defaults.front())) +
+                               ", this one" + listed(shown));
         if (!matches(HasAccelerator))
-            findings.push_back({at, quotedKey + (HasAccelerator(shown) ? ": this text has an accelerator (&), the English text has none"
-                                                                       : ": the English text has an accelerator (&), this one has none")});
+            Note(file, at, key + (HasAccelerator(shown) ? ": this text has an accelerator (&), the English text has none"
+                                                        : ": the English text has an accelerator (&), this one has none"));
     }
-    for (const TCatalogueText& text : catalogue.Texts())
-        if (!seen.count(utf16ToUtf8(text.key)) && !text.defaults.front().empty() && FirstValue(text, Unchanged))
-            findings.push_back({0, "lacks \"" + utf16ToUtf8(text.key) + "\" (English: " + Quoted(text.defaults.front()) + ")"});
-    return findings;
+
+    const TTextCatalogue& catalogue_;
+    std::map<std::string, std::pair<std::string, int>> seen_;  // key -> file and line of its first definition
+    std::vector<TLanguageFinding> findings_;
+};
+
+}  // namespace
+
+std::vector<TLanguageFinding> CheckLanguage(std::span<const TLanguageSource> files, const std::string& language,
+                                            const TTextCatalogue& catalogue) {
+    TLanguageChecker checker(catalogue);
+    for (const TLanguageSource& file : files) checker.CheckFile(file);
+    checker.NoteMissingKeys(language);
+    return std::move(checker).Findings();
 }
 
-std::string FormatLanguageFinding(std::string_view file, const TLanguageFinding& finding) {
-    std::string out{file};
+std::string FormatLanguageFinding(const TLanguageFinding& finding) {
+    std::string out = finding.file;
     if (finding.line > 0) out += ":" + std::to_string(finding.line);
     return out + ": " + finding.text;
 }

@@ -6,6 +6,7 @@
 #include "locale/textcatalogue.h"
 
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -26,15 +27,25 @@ std::u16string PseudoText(std::u16string_view text);
 std::string PseudoLanguage(const TTextCatalogue& catalogue);
 
 struct TLanguageFinding {
-    int line = 0;  // 0: the file as a whole
+    std::string file;
+    int line = 0;  // 0: the file or language as a whole
     std::string text;
 };
 
-// What a translator should mend: unknown keys, keys the file lacks, texts whose placeholders or
-// accelerator differ from the English text's, values cut by a comma, lines that are not read.
-// Keys with a "." are a request's own element and group texts, which the module cannot know.
-std::vector<TLanguageFinding> CheckLanguageText(std::string_view fileText, const TTextCatalogue& catalogue);
-// "file:line: text", or "file: text" for the file as a whole.
-std::string FormatLanguageFinding(std::string_view file, const TLanguageFinding& finding);
+// One file of a language: its name for the findings and its bytes.
+struct TLanguageSource {
+    std::string name;
+    std::string_view text;
+};
+
+// What a translator should mend in the files of one language (named `language` where a finding
+// concerns them all): unknown keys, keys none of them holds, texts whose placeholders or
+// accelerator differ from the English text's, values cut by a comma, keys defined twice, lines
+// that are not read. Keys with a "." are a request's own element and group texts, which the
+// module cannot know.
+std::vector<TLanguageFinding> CheckLanguage(std::span<const TLanguageSource> files, const std::string& language,
+                                            const TTextCatalogue& catalogue);
+// "file:line: text", or "file: text" for the file or language as a whole.
+std::string FormatLanguageFinding(const TLanguageFinding& finding);
 
 }  // namespace qrl

@@ -77,7 +77,8 @@ TEST(ModuleTexts, TemplateAndPseudoLanguageHoldEveryText) {
     const TTextCatalogue catalogue = ModuleTextCatalogue();
     for (const bool pseudo : {false, true}) {
         const std::string file = pseudo ? PseudoLanguage(catalogue) : LanguageTemplate(catalogue);
-        EXPECT_EQ(CheckLanguageText(file, catalogue).size(), 0u) << pseudo;
+        const TLanguageSource source{"f.lang", file};
+        EXPECT_EQ(CheckLanguage({&source, 1}, "f", catalogue).size(), 0u) << pseudo;
         languageTable() = TLanguageTable{};
         ParseLanguageText(file);
         for (const TCatalogueText& text : catalogue.Texts()) {
