@@ -1,7 +1,7 @@
 // The catalogue of the module's texts: every key it looks up with its English default, grouped by
-// dialog. The texts written out in the sources are gathered at build time (cmake/scantexts.py), so
-// the code stays the one place where a default is written; texts whose keys are built at run time
-// are added by the code that builds them.
+// dialog. The texts written out in the sources are gathered from them at build time (by
+// tools/scantexts), so the code stays the one place where a default is written; texts whose keys
+// are built at run time are added by the code that builds them.
 #pragma once
 
 #include <cstddef>
