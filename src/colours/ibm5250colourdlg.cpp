@@ -19,7 +19,7 @@ namespace qrl {
 namespace {
 
 constexpr TDialogText k5250Texts[] = {
-    {kDialogTitleId, {u"IDD_5250_COLOURS", u"IBM5250 Attribute Configuration"}},
+    {kDialogTitleId, {u"IDD_5250COLOUR", u"IBM5250 Attribute Configuration"}},
     {IDC_5250_TERMINAL_LABEL, {u"IDC_5250_TERMINAL", u"Terminal:"}},
     {IDC_5250_ATTRIBUTE_LABEL, {u"IDC_5250_ATTRIBUTE", u"Attribute:"}},
     {IDC_5250_DESCRIPTION_LABEL, {u"IDC_5250_DESCRIPTION", u"Description:"}},

@@ -15,7 +15,7 @@ namespace qrl {
 namespace {
 
 constexpr TDialogText kTandemTexts[] = {
-    {kDialogTitleId, {u"IDD_TANDEM_COLOURS", u"T653X Colour Mapping Defaults"}},
+    {kDialogTitleId, {u"IDD_TANDEMCOLOUR", u"T653X Colour Mapping Defaults"}},
     {IDC_TANDEM_ATTRIBUTE_LABEL, {u"IDC_TANDEM_ATTRIBUTE", u"Attribute:"}},
     {IDC_TANDEM_FOREGROUND_LABEL, {u"IDC_TANDEM_FOREGROUND", u"Foreground:"}},
     {IDC_TANDEM_BACKGROUND_LABEL, {u"IDC_TANDEM_BACKGROUND", u"Background:"}},

@@ -93,5 +93,36 @@ TEST(ModuleTexts, TemplateAndPseudoLanguageHoldEveryText) {
     languageTable() = TLanguageTable{};
 }
 
+// A translator keys a dialog's title by the dialog's name as the language files have always had it.
+TEST(ModuleTexts, EachTranslatedDialogsTitleKey) {
+    const std::pair<const char16_t*, const char16_t*> titles[] = {
+        {u"IDD_ATTR_CONFIG", u"Colour Configuration"},
+        {u"IDD_ATTR_CHANGE", u"Edit Attribute"},
+        {u"IDD_ATTR_ADVANCED_PPC", u"Advanced Attribute Configuration"},
+        {u"IDD_ATTR_PALCFG", u"Configure Palette"},
+        {u"IDD_5250COLOUR", u"IBM5250 Attribute Configuration"},
+        {u"IDD_TANDEMCOLOUR", u"T653X Colour Mapping Defaults"},
+        {u"IDD_KBD_KEYBOARDS", u"Keyboard Selection"},
+        {u"IDD_GKEYMAP", u"Configure Keyboard"},
+        {u"IDD_KBD_ADVANCED", u"Advanced Keyboard Configuration"},
+        {u"IDD_KEYMAP_BYPHYS", u"Keyboard Configuration"},
+        {u"IDD_KBD_SELPKEY", u"Select a Physical Key"},
+        {u"IDD_HOTSPOTS", u"Configure HotSpots"},
+        {u"IDD_CFG_HOTSPOT", u"Configure HotSpot"},
+        {u"IDD_HS_MATCHSTRING", u"Configure HotSpot Match String"},
+        {u"IDD_CFG_HOTSPOTS_COLOURS", u"Configure HotSpots Colours"},
+        {u"IDD_MACRO_ASSIST", u"Macro Assistant"},
+        {u"IDD_MOUSECFG", u"Configure Mouse"},
+        {u"IDD_SELECTMODULE", u"Module Selection"},
+        {u"IDD_SSL_CERTIFICATE", u"SSL Certificate"},
+    };
+    const TTextCatalogue catalogue = ModuleTextCatalogue();
+    for (const auto& [key, title] : titles) {
+        const TCatalogueText* text = catalogue.Find(key);
+        ASSERT_NE(text, nullptr) << utf16ToUtf8(key);
+        EXPECT_EQ(text->defaults, std::vector<std::u16string>{title}) << utf16ToUtf8(key);
+    }
+}
+
 }  // namespace
 }  // namespace qrl
