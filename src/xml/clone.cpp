@@ -51,7 +51,10 @@ std::unique_ptr<Node> Impl::CloneTree(const Node& top, NodeContainer* newOwner) 
     auto visit = [&stack](const Node& source, Node& target) {
         if (source.flags_ & kInlineValue) {
             const Attribute& a = static_cast<const Attribute&>(source);
-            if (a.aux_ > 0) PushChild(static_cast<Attribute&>(target), std::make_unique<Text>(InlineValue(a)));
+            ForEachInlinePiece(a, [&target](const InlinePiece& p) {
+                PushChild(static_cast<Attribute&>(target),
+                          p.kind == Kind::Text ? std::make_unique<Text>(p.text) : NewPieceNode(p, 0));
+            });
         } else if (IsContainer(source)) {
             stack.push_back({static_cast<const NodeContainer*>(&source), static_cast<NodeContainer*>(&target), 0,
                              source.kind_ == Kind::Element});

@@ -183,8 +183,8 @@ Attribute* Impl::NewAttributeAt(void* where, const NameRec* name, Node* owner) {
     return at;
 }
 
-void Impl::SetInlineValue(Attribute& at, const char16_t* text, std::uint32_t length) {
-    at.flags_ |= kInlineValue;
+void Impl::SetInlineValue(Attribute& at, const char16_t* text, std::uint32_t length, bool references) {
+    at.flags_ |= references ? kInlineValue | kInlineRefs : kInlineValue;
     at.inlineText_ = text;
     at.aux_ = length;
 }

@@ -27,6 +27,7 @@ enum : std::uint16_t {
     kAttrsHeap = 1u << 9,    // Element: attrList_ is a heap array of ListCapacity(count)
     kStandalone = 1u << 10,  // Document
     kDirty = 1u << 11,       // Document with an arena: some node now holds heap storage
+    kInlineRefs = 1u << 12,  // Attribute: the inline value is source text with references in it
 };
 
 // Growable arrays keep no capacity field: it follows from the size.
@@ -66,6 +67,28 @@ struct Impl {
     static std::u16string_view TextOf(const TextualNode& n) { return {n.text_, n.aux_}; }
     static std::u16string_view TextOf(const Pi& n) { return {n.text_, n.aux_}; }
     static std::u16string_view InlineValue(const Attribute& a) { return {a.inlineText_, a.aux_}; }
+
+    // An inline value stands for the children the reader would otherwise have made: runs of text
+    // and references. A value with references keeps them as written (the reader has checked them)
+    // and is cut into those pieces only when a caller needs them.
+    struct InlinePiece {
+        Kind kind;  // Text, CharRef or EntityRef
+        std::u16string_view text;  // of a Text piece
+        char16_t character;  // of a reference
+    };
+    static InlinePiece NextInlinePiece(std::u16string_view& rest);  // rest is not empty
+    template <class F>
+    static void ForEachInlinePiece(const Attribute& a, F&& f) {
+        std::u16string_view rest = InlineValue(a);
+        if (!(a.flags_ & kInlineRefs)) {
+            if (!rest.empty()) f(InlinePiece{Kind::Text, rest, 0});
+            return;
+        }
+        while (!rest.empty()) f(NextInlinePiece(rest));
+    }
+    static std::size_t InlineChildCount(const Attribute& a);
+    static void AppendInlineText(const Attribute& a, std::u16string& out);  // the joined texts of the pieces
+    static std::unique_ptr<Node> NewPieceNode(const InlinePiece& piece, std::uint16_t flags);  // on the heap
     static const std::u16string& Version(const Document& d) { return d.version_; }
     static const std::u16string& Encoding(const Document& d) { return d.encoding_; }
 
@@ -101,6 +124,7 @@ struct Impl {
     static void WriteTree(const Node& top, WriterState& state);
     static std::size_t WrittenSizeHint(const Node& top);
     static void WriteLeaf(const Node& n, WriterState& state);
+    static void WriteReference(Kind kind, char16_t c, WriterState& state);
     static std::unique_ptr<Node> CloneTree(const Node& top, NodeContainer* newOwner);
     static std::unique_ptr<Node> CloneShallow(const Node& n);
     static std::u16string ContainerText(const NodeContainer& top);
@@ -120,7 +144,7 @@ struct Impl {
     static void SetRoot(Document& d, Element* root) { d.root_ = root; }
     static Element* NewElement(Arena& a, const NameRec* name, Node* owner);
     static Attribute* NewAttributeAt(void* where, const NameRec* name, Node* owner);
-    static void SetInlineValue(Attribute& at, const char16_t* text, std::uint32_t length);
+    static void SetInlineValue(Attribute& at, const char16_t* text, std::uint32_t length, bool references);
     static void SetChildren(NodeContainer& c, Node** children, std::size_t count);
     static void SetAttributes(Element& e, Attribute* attributes, std::size_t count);
     static void SetPreserve(Element& e, bool preserve);

@@ -1,6 +1,8 @@
 // Node and NodeContainer: names, ownership of children, and destruction without recursion.
+#include <algorithm>
 #include <cstring>
 #include <new>
+#include <vector>
 
 #include "xml/impl.h"
 
@@ -93,39 +95,83 @@ void Impl::PushAttribute(Element& e, std::unique_ptr<Attribute> attribute) {
     e.attrCount_ = static_cast<std::uint32_t>(count + 1);
 }
 
-// Gives a parsed attribute the Text child that its inline value stands for. The text stays in the
-// arena: the child can never leave this document.
+Impl::InlinePiece Impl::NextInlinePiece(std::u16string_view& rest) {
+    if (rest[0] != u'&') {
+        const std::size_t n = std::min(rest.find(u'&'), rest.size());
+        const InlinePiece piece{Kind::Text, rest.substr(0, n), 0};
+        rest.remove_prefix(n);
+        return piece;
+    }
+    // The reader has checked the reference: a known entity name, or digits and a ';'.
+    const std::size_t semicolon = rest.find(u';');
+    const std::u16string_view body = rest.substr(1, semicolon - 1);
+    rest.remove_prefix(semicolon + 1);
+    if (body[0] != u'#') return {Kind::EntityRef, {}, FindEntity(body)->character};
+    std::uint32_t value = 0;  // wraps as the reader's does; only the low 16 bits count
+    if (body[1] == u'x') {
+        for (const char16_t c : body.substr(2))
+            value = value * 16 + static_cast<std::uint32_t>(c <= u'9' ? c - u'0' : (c | 0x20) - u'a' + 10);
+    } else {
+        for (const char16_t c : body.substr(1)) value = value * 10 + static_cast<std::uint32_t>(c - u'0');
+    }
+    return {Kind::CharRef, {}, static_cast<char16_t>(value & 0xFFFF)};
+}
+
+std::size_t Impl::InlineChildCount(const Attribute& a) {
+    std::size_t count = 0;
+    ForEachInlinePiece(a, [&count](const InlinePiece&) { ++count; });
+    return count;
+}
+
+void Impl::AppendInlineText(const Attribute& a, std::u16string& out) {
+    ForEachInlinePiece(a, [&out](const InlinePiece& p) {
+        if (p.kind == Kind::Text)
+            out.append(p.text);
+        else
+            out.push_back(p.character);
+    });
+}
+
+// A Text piece keeps pointing into the text it was cut from.
+std::unique_ptr<Node> Impl::NewPieceNode(const InlinePiece& piece, std::uint16_t flags) {
+    if (piece.kind == Kind::CharRef) return std::unique_ptr<Node>(new CharRef(piece.character, flags));
+    if (piece.kind == Kind::EntityRef) return std::unique_ptr<Node>(new EntityRef(piece.character, flags));
+    std::unique_ptr<Text> t(new Text(ArenaTag{}, flags));
+    t->text_ = piece.text.data();
+    t->aux_ = static_cast<std::uint32_t>(piece.text.size());
+    return t;
+}
+
+// Gives a parsed attribute the children that its inline value stands for. Their text stays in the
+// arena: the children can never leave this document.
 void Impl::Materialise(const Attribute& constAttr) {
     if (!(constAttr.flags_ & kInlineValue)) return;
     Attribute& a = const_cast<Attribute&>(constAttr);
+    std::vector<std::unique_ptr<Node>> children;
+    ForEachInlinePiece(a, [&children](const InlinePiece& p) { children.push_back(NewPieceNode(p, kArenaTree)); });
     const char16_t* text = a.inlineText_;
     const std::uint32_t length = a.aux_;
-    std::unique_ptr<Node> child;
-    if (length > 0) {
-        std::unique_ptr<Text> t(new Text(ArenaTag{}, kArenaTree));
-        t->text_ = text;
-        t->aux_ = length;
-        child = std::move(t);
-    }
-    a.flags_ &= static_cast<std::uint16_t>(~kInlineValue);
+    const std::uint16_t inlineFlags = a.flags_ & (kInlineValue | kInlineRefs);
+    a.flags_ &= static_cast<std::uint16_t>(~inlineFlags);
     a.children_ = nullptr;
     a.aux_ = 0;
     MarkDirty(a);
-    if (child) {
-        try {
-            PushChild(a, std::move(child));
-        } catch (...) {
-            a.inlineText_ = text;  // out of memory: leave the value as it was
-            a.aux_ = length;
-            a.flags_ |= kInlineValue;
-            throw;
-        }
+    try {
+        for (std::unique_ptr<Node>& child : children) PushChild(a, std::move(child));
+    } catch (...) {
+        Node* list = nullptr;  // out of memory: leave the value as it was
+        DetachChildren(a, list);
+        DestroyList(list);
+        a.inlineText_ = text;
+        a.aux_ = length;
+        a.flags_ |= inlineFlags;
+        throw;
     }
 }
 
 void Impl::DetachChildren(NodeContainer& c, Node*& list) {
     if (c.flags_ & kInlineValue) {
-        c.flags_ &= static_cast<std::uint16_t>(~kInlineValue);
+        c.flags_ &= static_cast<std::uint16_t>(~(kInlineValue | kInlineRefs));
     } else {
         for (std::size_t i = 0; i < c.aux_; ++i) {
             c.children_[i]->owner_ = list;
@@ -207,7 +253,7 @@ NodeContainer::~NodeContainer() {
 }
 
 std::size_t NodeContainer::GetChildCount() const {
-    if (flags_ & kInlineValue) return aux_ > 0 ? 1 : 0;
+    if (flags_ & kInlineValue) return Impl::InlineChildCount(static_cast<const Attribute&>(*this));
     return aux_;
 }
 

@@ -222,62 +222,43 @@ void Reader::StartTag(bool root) {
 
 void Reader::ReadAttributes(Element& element) {
     attributes_.clear();
-    valueNodes_.clear();
     for (;;) {
         if (!SkipSpace()) break;
         const char16_t* from = Position();
         if (!TryName()) break;
-        PendingAttribute pending{Intern(from, Position()), nullptr, 0, 0, 0, true};
+        const NameRec* name = Intern(from, Position());
         Eq(kErrNoEq);
         const char16_t quote = Get();
         if (!IsQuote(quote)) Fail(kErrValueNotQuoted);
-        AttributeValue(quote, &pending);
-        attributes_.push_back(pending);
+        // Filled in place: a copy of a record just written field by field stalls on the store.
+        attributes_.push_back({name, nullptr, 0, false});
+        AttributeValue(quote, &attributes_.back());
     }
     const std::size_t count = attributes_.size();
     if (count == 0) return;
 
     char* storage = static_cast<char*>(arena_->AllocNode(sizeof(Attribute) * count));
-    Attribute* first = nullptr;
     for (std::size_t i = 0; i < count; ++i) {
         const PendingAttribute& p = attributes_[i];
         Attribute* a = Impl::NewAttributeAt(storage + i * sizeof(Attribute), p.name, &element);
-        if (i == 0) first = a;
-        if (p.inlineValue) {
-            Impl::SetInlineValue(*a, p.text, p.length);
-        } else {
-            Node** list = static_cast<Node**>(arena_->AllocNode(sizeof(Node*) * p.childCount));
-            for (std::uint32_t k = 0; k < p.childCount; ++k) {
-                list[k] = valueNodes_[p.firstChild + k];
-                Impl::SetOwner(*list[k], a);
-            }
-            Impl::SetChildren(*a, list, p.childCount);
-        }
+        Impl::SetInlineValue(*a, p.text, p.length, p.references);
         if (p.name->View() == u"xml:space") Impl::SetPreserve(element, a->GetText() == u"preserve");
     }
-    Impl::SetAttributes(element, first, count);
+    Impl::SetAttributes(element, reinterpret_cast<Attribute*>(storage), count);
 }
 
-// With pending null the value is only checked (attribute defaults in the DTD).
+// With pending null the value is only checked (attribute defaults in the DTD). The value is kept
+// as written, references included; the tree reads them when a caller asks for its children.
 void Reader::AttributeValue(char16_t quote, PendingAttribute* pending) {
-    const char16_t* run = Position();
-    const std::uint32_t firstChild = static_cast<std::uint32_t>(valueNodes_.size());
-    bool single = true;
-    auto flush = [&](const char16_t* to) {
-        if (!pending || to == run) return;
-        const std::uint32_t n = static_cast<std::uint32_t>(to - run);
-        valueNodes_.push_back(Impl::NewTextual(*arena_, Impl::Kind::Text, arena_->CopyChars(run, n), n, nullptr));
-    };
+    const char16_t* from = Position();
+    bool references = false;
     for (;;) {
         ScanRun<kStopAttr>();
         const char16_t c = Get();
         if (c == quote) break;
         if (c == u'&') {
-            flush(Position() - 1);
-            const Ref r = Reference();
-            if (pending) valueNodes_.push_back(Impl::NewReference(*arena_, r.entity, r.character, nullptr));
-            single = false;
-            run = Position();
+            Reference();
+            references = true;
         } else if (c == u'<') {
             Fail(kErrLtInValue);
         } else if (PastEnd()) {
@@ -288,16 +269,9 @@ void Reader::AttributeValue(char16_t quote, PendingAttribute* pending) {
         // else the other quote character, which is plain text here
     }
     if (!pending) return;
-    const char16_t* to = Position() - 1;
-    if (single) {
-        pending->length = static_cast<std::uint32_t>(to - run);
-        pending->text = arena_->CopyChars(run, pending->length);
-        return;
-    }
-    flush(to);
-    pending->inlineValue = false;
-    pending->firstChild = firstChild;
-    pending->childCount = static_cast<std::uint32_t>(valueNodes_.size() - firstChild);
+    pending->length = static_cast<std::uint32_t>(Position() - 1 - from);
+    pending->text = arena_->CopyChars(from, pending->length);
+    pending->references = references;
 }
 
 // After '&'. A character reference keeps the low 16 bits of its number.

@@ -77,11 +77,9 @@ private:
     };
     struct PendingAttribute {
         const NameRec* name;
-        const char16_t* text;  // the value when it is one literal run
+        const char16_t* text;  // the value as written
         std::uint32_t length;
-        std::uint32_t firstChild;  // else its Text and Reference nodes in valueNodes_
-        std::uint32_t childCount;
-        bool inlineValue;
+        bool references;  // the value holds references
     };
     struct Ref {
         bool entity;
@@ -140,7 +138,6 @@ private:
     std::vector<Frame> open_;
     std::vector<Node*> children_;
     std::vector<PendingAttribute> attributes_;
-    std::vector<Node*> valueNodes_;
     std::vector<InternEntry> names_;
     std::size_t nameCount_ = 0;
     std::array<const NameRec*, 256> recent_{};

@@ -68,7 +68,8 @@ std::u16string Impl::ContainerText(const NodeContainer& top) {
         Frame& f = stack.back();
         const NodeContainer& c = *f.container;
         if (Flags(c) & kInlineValue) {
-            f.joined.assign(InlineValue(static_cast<const Attribute&>(c)));
+            f.joined.clear();
+            AppendInlineText(static_cast<const Attribute&>(c), f.joined);
             f.next = 0;
         } else if (f.next < ChildCount(c)) {
             const Node& child = *ChildAt(c, f.next++);
@@ -88,7 +89,8 @@ std::u16string Impl::ContainerText(const NodeContainer& top) {
 }  // namespace detail
 
 std::u16string Attribute::GetText() const {
-    if (flags_ & kInlineValue) return std::u16string(qrl::trimXmlSpace(Impl::InlineValue(*this)));
+    if ((flags_ & kInlineValue) && !(flags_ & kInlineRefs))
+        return std::u16string(qrl::trimXmlSpace(Impl::InlineValue(*this)));
     // An absent attribute is the shared empty one: readers ask for many of those.
     if (Impl::ChildCount(*this) == 0) return {};
     return Impl::ContainerText(*this);

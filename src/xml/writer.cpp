@@ -65,21 +65,23 @@ void WriterState::End() {
 
 namespace detail {
 
+void Impl::WriteReference(Kind kind, char16_t c, WriterState& state) {
+    if (kind == Kind::CharRef) {
+        state.Put(u"&#x");
+        if (c != 0) state.Put(qrl::hexUpper(c));  // code 0 has no digits at all
+    } else {
+        state.Put(u'&');
+        const Entity* e = FindEntity(c);
+        if (e) state.Put(e->name);
+    }
+    state.Put(u';');
+}
+
 void Impl::WriteLeaf(const Node& n, WriterState& state) {
     switch (n.kind_) {
     case Kind::Text: state.PutEscaped(TextOf(static_cast<const TextualNode&>(n))); break;
-    case Kind::CharRef: {
-        const char16_t c = static_cast<const Reference&>(n).GetChar();
-        state.Put(u"&#x");
-        if (c != 0) state.Put(qrl::hexUpper(c));  // code 0 has no digits at all
-        state.Put(u';');
-        break;
-    }
-    case Kind::EntityRef:
-        state.Put(u'&');
-        state.Put(Name(n));
-        state.Put(u';');
-        break;
+    case Kind::CharRef:
+    case Kind::EntityRef: WriteReference(n.kind_, static_cast<const Reference&>(n).GetChar(), state); break;
     case Kind::Comment:
         state.Open();
         state.Put(u"<!--");
@@ -147,7 +149,12 @@ void Impl::WriteTree(const Node& top, WriterState& state) {
             state.Put(Name(n));
             state.Put(u"=\"");
             if (n.flags_ & kInlineValue) {
-                state.PutEscaped(InlineValue(static_cast<const Attribute&>(n)));
+                ForEachInlinePiece(static_cast<const Attribute&>(n), [&state](const InlinePiece& p) {
+                    if (p.kind == Kind::Text)
+                        state.PutEscaped(p.text);
+                    else
+                        WriteReference(p.kind, p.character, state);
+                });
                 state.Put(u'"');
             } else {
                 stack.push_back({&n, 0, Phase::Children});

@@ -7,6 +7,7 @@ using xmltest::Attributes;
 using xmltest::Children;
 using xmltest::FailureOf;
 using xmltest::Parse;
+using xmltest::WrittenCompact;
 
 namespace {
 
@@ -116,6 +117,27 @@ TEST(XmlReader, FailureLeavesNoTreeBehind) {
     std::u16string text = u"<r>";
     for (int i = 0; i < 200; ++i) text += u"<e a='1&amp;2' b='x'>text<!--c--><?p x?><![CDATA[d]]>";
     EXPECT_EQ(FailureOf(text + u"&bogus;").number, 9);
+}
+
+// An attribute value keeps its references as written until a caller asks for its children; every
+// way of reading it must see the children that the same text gives as element content.
+TEST(XmlReader, ValuesWithReferencesReadAsContentDoes) {
+    const std::u16string_view values[] = {
+        u"&lt;", u"a&amp;", u"&#65;&#x42;c", u"&#x10041;&#4294967361;", u"&#9;x&quot;&apos;y&gt;", u"\r\n&#xd800;",
+    };
+    for (const std::u16string_view v : values) {
+        SCOPED_TRACE(testing::Message() << "value " << (&v - values));
+        const std::u16string text = u"<a v=\"" + std::u16string(v) + u"\">" + std::u16string(v) + u"</a>";
+        auto doc = Parse(text);
+        const Element& a = *doc->Root();
+        const Attribute& attr = a.GetAttribute(u"v");
+        const std::u16string content = Children(a);
+        EXPECT_EQ(attr.GetChildCount(), a.GetChildCount());
+        EXPECT_EQ(a.Clone(nullptr)->AsElement()->GetAttribute(u"v").GetText(), attr.GetText());
+        const std::u16string written = WrittenCompact(a);
+        EXPECT_EQ(Children(attr), content);
+        EXPECT_EQ(WrittenCompact(a), written);  // the same before and after the split
+    }
 }
 
 }  // namespace
