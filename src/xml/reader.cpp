@@ -59,7 +59,7 @@ std::unique_ptr<Document> Reader::Run(const char16_t* text, std::size_t length, 
     starts_ = starts;
 
     // Chunks of a thirty-second of the text keep the unused tail of the last chunk small at every size.
-    std::size_t chunk = length * sizeof(char16_t) / 64;
+    std::size_t chunk = length * sizeof(char16_t) / 32;
     if (chunk < 4096) chunk = 4096;
     if (chunk > (std::size_t{1} << 20)) chunk = std::size_t{1} << 20;
     std::unique_ptr<Document> doc = Impl::NewParsedDocument(chunk);
