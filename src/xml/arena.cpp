@@ -63,6 +63,16 @@ const char16_t* Arena::CopyChars(const char16_t* text, std::size_t count) {
     return p;
 }
 
+const unsigned char* Arena::CopyNarrow(const char16_t* text, std::size_t count) {
+    unsigned any = 0;
+    for (std::size_t i = 0; i < count; ++i) any |= text[i];
+    if (any >= 256) return nullptr;
+    // Whole 16-bit units keep the high end even for the strings cut after this one.
+    unsigned char* p = reinterpret_cast<unsigned char*>(AllocChars((count + 1) / 2));
+    for (std::size_t i = 0; i < count; ++i) p[i] = static_cast<unsigned char>(text[i]);
+    return p;
+}
+
 NameRec* Arena::AllocName(std::u16string_view name) {
     // Names need 4-byte alignment for their length; the high end is always even.
     const std::size_t bytes = (sizeof(NameRec) + name.size() * sizeof(char16_t) + 3) & ~std::size_t{3};

@@ -46,6 +46,8 @@ public:
         return reinterpret_cast<char16_t*>(high_);
     }
     const char16_t* CopyChars(const char16_t* text, std::size_t count);
+    // The text one byte a character if every character is below 256, else null and nothing taken.
+    const unsigned char* CopyNarrow(const char16_t* text, std::size_t count);
     NameRec* AllocName(std::u16string_view name);
 
     std::size_t BytesReserved() const { return reserved_; }

@@ -52,8 +52,7 @@ std::unique_ptr<Node> Impl::CloneTree(const Node& top, NodeContainer* newOwner) 
         if (source.flags_ & kInlineValue) {
             const Attribute& a = static_cast<const Attribute&>(source);
             ForEachInlinePiece(a, [&target](const InlinePiece& p) {
-                PushChild(static_cast<Attribute&>(target),
-                          p.kind == Kind::Text ? std::make_unique<Text>(p.text) : NewPieceNode(p, 0));
+                PushChild(static_cast<Attribute&>(target), NewPieceNode(p, 0, false));
             });
         } else if (IsContainer(source)) {
             stack.push_back({static_cast<const NodeContainer*>(&source), static_cast<NodeContainer*>(&target), 0,

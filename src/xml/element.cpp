@@ -183,9 +183,9 @@ Attribute* Impl::NewAttributeAt(void* where, const NameRec* name, Node* owner) {
     return at;
 }
 
-void Impl::SetInlineValue(Attribute& at, const char16_t* text, std::uint32_t length, bool references) {
-    at.flags_ |= references ? kInlineValue | kInlineRefs : kInlineValue;
-    at.inlineText_ = text;
+void Impl::SetInlineValue(Attribute& at, const void* text, std::uint32_t length, std::uint16_t flags) {
+    at.flags_ |= kInlineValue | flags;
+    at.inlineText_ = static_cast<const char16_t*>(text);
     at.aux_ = length;
 }
 

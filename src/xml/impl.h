@@ -28,6 +28,7 @@ enum : std::uint16_t {
     kStandalone = 1u << 10,  // Document
     kDirty = 1u << 11,       // Document with an arena: some node now holds heap storage
     kInlineRefs = 1u << 12,  // Attribute: the inline value is source text with references in it
+    kInlineNarrow = 1u << 13,  // Attribute: the inline value is stored one byte a character
 };
 
 // Growable arrays keep no capacity field: it follows from the size.
@@ -66,7 +67,12 @@ struct Impl {
     static std::u16string_view Name(const Node& n);
     static std::u16string_view TextOf(const TextualNode& n) { return {n.text_, n.aux_}; }
     static std::u16string_view TextOf(const Pi& n) { return {n.text_, n.aux_}; }
-    static std::u16string_view InlineValue(const Attribute& a) { return {a.inlineText_, a.aux_}; }
+    // The inline value as 16-bit text; a narrow one is widened into buffer.
+    static std::u16string_view InlineValue(const Attribute& a, std::u16string& buffer) {
+        if (!(a.flags_ & kInlineNarrow)) return {a.inlineText_, a.aux_};
+        buffer.assign(a.inlineBytes_, a.inlineBytes_ + a.aux_);
+        return buffer;
+    }
 
     // An inline value stands for the children the reader would otherwise have made: runs of text
     // and references. A value with references keeps them as written (the reader has checked them)
@@ -79,7 +85,8 @@ struct Impl {
     static InlinePiece NextInlinePiece(std::u16string_view& rest);  // rest is not empty
     template <class F>
     static void ForEachInlinePiece(const Attribute& a, F&& f) {
-        std::u16string_view rest = InlineValue(a);
+        std::u16string buffer;
+        std::u16string_view rest = InlineValue(a, buffer);
         if (!(a.flags_ & kInlineRefs)) {
             if (!rest.empty()) f(InlinePiece{Kind::Text, rest, 0});
             return;
@@ -88,7 +95,8 @@ struct Impl {
     }
     static std::size_t InlineChildCount(const Attribute& a);
     static void AppendInlineText(const Attribute& a, std::u16string& out);  // the joined texts of the pieces
-    static std::unique_ptr<Node> NewPieceNode(const InlinePiece& piece, std::uint16_t flags);  // on the heap
+    // On the heap; a Text piece owns a copy of its text, or with shareText points into the piece.
+    static std::unique_ptr<Node> NewPieceNode(const InlinePiece& piece, std::uint16_t flags, bool shareText);
     static const std::u16string& Version(const Document& d) { return d.version_; }
     static const std::u16string& Encoding(const Document& d) { return d.encoding_; }
 
@@ -144,7 +152,8 @@ struct Impl {
     static void SetRoot(Document& d, Element* root) { d.root_ = root; }
     static Element* NewElement(Arena& a, const NameRec* name, Node* owner);
     static Attribute* NewAttributeAt(void* where, const NameRec* name, Node* owner);
-    static void SetInlineValue(Attribute& at, const char16_t* text, std::uint32_t length, bool references);
+    // text is a char16_t array, or with kInlineNarrow among flags a byte array.
+    static void SetInlineValue(Attribute& at, const void* text, std::uint32_t length, std::uint16_t flags);
     static void SetChildren(NodeContainer& c, Node** children, std::size_t count);
     static void SetAttributes(Element& e, Attribute* attributes, std::size_t count);
     static void SetPreserve(Element& e, bool preserve);

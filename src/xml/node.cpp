@@ -132,10 +132,14 @@ void Impl::AppendInlineText(const Attribute& a, std::u16string& out) {
     });
 }
 
-// A Text piece keeps pointing into the text it was cut from.
-std::unique_ptr<Node> Impl::NewPieceNode(const InlinePiece& piece, std::uint16_t flags) {
+std::unique_ptr<Node> Impl::NewPieceNode(const InlinePiece& piece, std::uint16_t flags, bool shareText) {
     if (piece.kind == Kind::CharRef) return std::unique_ptr<Node>(new CharRef(piece.character, flags));
     if (piece.kind == Kind::EntityRef) return std::unique_ptr<Node>(new EntityRef(piece.character, flags));
+    if (!shareText) {
+        auto t = std::make_unique<Text>(piece.text);
+        t->flags_ |= flags;
+        return t;
+    }
     std::unique_ptr<Text> t(new Text(ArenaTag{}, flags));
     t->text_ = piece.text.data();
     t->aux_ = static_cast<std::uint32_t>(piece.text.size());
@@ -148,10 +152,12 @@ void Impl::Materialise(const Attribute& constAttr) {
     if (!(constAttr.flags_ & kInlineValue)) return;
     Attribute& a = const_cast<Attribute&>(constAttr);
     std::vector<std::unique_ptr<Node>> children;
-    ForEachInlinePiece(a, [&children](const InlinePiece& p) { children.push_back(NewPieceNode(p, kArenaTree)); });
+    // 16-bit text stays in the arena; a narrow value has to be widened into each child's own copy.
+    const bool shareText = !(a.flags_ & kInlineNarrow);
+    ForEachInlinePiece(a, [&](const InlinePiece& p) { children.push_back(NewPieceNode(p, kArenaTree, shareText)); });
     const char16_t* text = a.inlineText_;
     const std::uint32_t length = a.aux_;
-    const std::uint16_t inlineFlags = a.flags_ & (kInlineValue | kInlineRefs);
+    const std::uint16_t inlineFlags = a.flags_ & (kInlineValue | kInlineRefs | kInlineNarrow);
     a.flags_ &= static_cast<std::uint16_t>(~inlineFlags);
     a.children_ = nullptr;
     a.aux_ = 0;
@@ -171,7 +177,7 @@ void Impl::Materialise(const Attribute& constAttr) {
 
 void Impl::DetachChildren(NodeContainer& c, Node*& list) {
     if (c.flags_ & kInlineValue) {
-        c.flags_ &= static_cast<std::uint16_t>(~(kInlineValue | kInlineRefs));
+        c.flags_ &= static_cast<std::uint16_t>(~(kInlineValue | kInlineRefs | kInlineNarrow));
     } else {
         for (std::size_t i = 0; i < c.aux_; ++i) {
             c.children_[i]->owner_ = list;

@@ -102,6 +102,7 @@ protected:
     union {
         Node** children_ = nullptr;
         const char16_t* inlineText_;  // an Attribute whose value is one literal run, see Impl
+        const unsigned char* inlineBytes_;  // the same, one byte a character
     };
 
     friend struct detail::Impl;

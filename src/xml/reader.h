@@ -77,9 +77,9 @@ private:
     };
     struct PendingAttribute {
         const NameRec* name;
-        const char16_t* text;  // the value as written
+        const void* text;  // the value as written, 16 or 8 bits a character as flags say
         std::uint32_t length;
-        bool references;  // the value holds references
+        std::uint16_t flags;  // kInlineRefs, kInlineNarrow
     };
     struct Ref {
         bool entity;

@@ -89,8 +89,10 @@ std::u16string Impl::ContainerText(const NodeContainer& top) {
 }  // namespace detail
 
 std::u16string Attribute::GetText() const {
-    if ((flags_ & kInlineValue) && !(flags_ & kInlineRefs))
-        return std::u16string(qrl::trimXmlSpace(Impl::InlineValue(*this)));
+    if ((flags_ & kInlineValue) && !(flags_ & kInlineRefs)) {
+        std::u16string buffer;
+        return std::u16string(qrl::trimXmlSpace(Impl::InlineValue(*this, buffer)));
+    }
     // An absent attribute is the shared empty one: readers ask for many of those.
     if (Impl::ChildCount(*this) == 0) return {};
     return Impl::ContainerText(*this);

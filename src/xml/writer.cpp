@@ -222,7 +222,7 @@ std::size_t Impl::WrittenSizeHint(const Node& top) {
                 const Attribute& a = AttrAt(e, i);
                 size += Name(a).size() + 4;
                 if (a.flags_ & kInlineValue)
-                    size += InlineValue(a).size();
+                    size += a.aux_;
                 else
                     stack.push_back({&a, depth});
             }

@@ -124,6 +124,7 @@ TEST(XmlReader, FailureLeavesNoTreeBehind) {
 TEST(XmlReader, ValuesWithReferencesReadAsContentDoes) {
     const std::u16string_view values[] = {
         u"&lt;", u"a&amp;", u"&#65;&#x42;c", u"&#x10041;&#4294967361;", u"&#9;x&quot;&apos;y&gt;", u"\r\n&#xd800;",
+        u"\u00ff&lt;", u"\u00ff&amp;\u0100",  // stored a byte a character, and not
     };
     for (const std::u16string_view v : values) {
         SCOPED_TRACE(testing::Message() << "value " << (&v - values));
