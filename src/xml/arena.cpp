@@ -69,7 +69,7 @@ const unsigned char* Arena::CopyNarrow(const char16_t* text, std::size_t count) 
     if (any >= 256) return nullptr;
     // Whole 16-bit units keep the high end even for the strings cut after this one.
     unsigned char* p = reinterpret_cast<unsigned char*>(AllocChars((count + 1) / 2));
-    for (std::size_t i = 0; i < count; ++i) p[i] = static_cast<unsigned char>(text[i]);
+    CopyIfNarrow(text, count, p);
     return p;
 }
 

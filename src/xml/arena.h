@@ -23,6 +23,15 @@ NameRec* NewHeapName(std::u16string_view name);  // owned by the node; free with
 void FreeHeapName(const NameRec* name);
 const NameRec* EmptyName();
 
+// Copies count characters one byte each if every one is below 256; else writes nothing.
+inline bool CopyIfNarrow(const char16_t* text, std::size_t count, unsigned char* out) {
+    unsigned any = 0;
+    for (std::size_t i = 0; i < count; ++i) any |= text[i];
+    if (any >= 256) return false;
+    for (std::size_t i = 0; i < count; ++i) out[i] = static_cast<unsigned char>(text[i]);
+    return true;
+}
+
 // Nodes are cut upwards from the low end of the current chunk (8-aligned), strings downwards from
 // the high end, so neither pays for the other's alignment.
 class Arena {

@@ -1,5 +1,6 @@
 // Element, Attribute and Document: construction, attributes, the shared empty nodes, and the
 // constructors the reader uses for nodes in a document's arena.
+#include <cstring>
 #include <new>
 
 #include "xml/impl.h"
@@ -185,7 +186,12 @@ Attribute* Impl::NewAttributeAt(void* where, const NameRec* name, Node* owner) {
 
 void Impl::SetInlineValue(Attribute& at, const void* text, std::uint32_t length, std::uint16_t flags) {
     at.flags_ |= kInlineValue | flags;
-    at.inlineText_ = static_cast<const char16_t*>(text);
+    if (flags & kInlineEmbedded) {
+        at.inlineText_ = nullptr;
+        std::memcpy(&at.inlineBytes_, text, length);
+    } else {
+        at.inlineText_ = static_cast<const char16_t*>(text);
+    }
     at.aux_ = length;
 }
 

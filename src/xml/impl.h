@@ -29,6 +29,8 @@ enum : std::uint16_t {
     kDirty = 1u << 11,       // Document with an arena: some node now holds heap storage
     kInlineRefs = 1u << 12,  // Attribute: the inline value is source text with references in it
     kInlineNarrow = 1u << 13,  // Attribute: the inline value is stored one byte a character
+    kInlineEmbedded = 1u << 14,  // Attribute: a narrow inline value of up to 8 bytes, in place of its pointer
+    kInlineForm = kInlineValue | kInlineRefs | kInlineNarrow | kInlineEmbedded,
 };
 
 // Growable arrays keep no capacity field: it follows from the size.
@@ -70,7 +72,9 @@ struct Impl {
     // The inline value as 16-bit text; a narrow one is widened into buffer.
     static std::u16string_view InlineValue(const Attribute& a, std::u16string& buffer) {
         if (!(a.flags_ & kInlineNarrow)) return {a.inlineText_, a.aux_};
-        buffer.assign(a.inlineBytes_, a.inlineBytes_ + a.aux_);
+        const unsigned char* bytes =
+            (a.flags_ & kInlineEmbedded) ? reinterpret_cast<const unsigned char*>(&a.inlineBytes_) : a.inlineBytes_;
+        buffer.assign(bytes, bytes + a.aux_);
         return buffer;
     }
 

@@ -157,7 +157,7 @@ void Impl::Materialise(const Attribute& constAttr) {
     ForEachInlinePiece(a, [&](const InlinePiece& p) { children.push_back(NewPieceNode(p, kArenaTree, shareText)); });
     const char16_t* text = a.inlineText_;
     const std::uint32_t length = a.aux_;
-    const std::uint16_t inlineFlags = a.flags_ & (kInlineValue | kInlineRefs | kInlineNarrow);
+    const std::uint16_t inlineFlags = a.flags_ & kInlineForm;
     a.flags_ &= static_cast<std::uint16_t>(~inlineFlags);
     a.children_ = nullptr;
     a.aux_ = 0;
@@ -177,7 +177,7 @@ void Impl::Materialise(const Attribute& constAttr) {
 
 void Impl::DetachChildren(NodeContainer& c, Node*& list) {
     if (c.flags_ & kInlineValue) {
-        c.flags_ &= static_cast<std::uint16_t>(~(kInlineValue | kInlineRefs | kInlineNarrow));
+        c.flags_ &= static_cast<std::uint16_t>(~kInlineForm);
     } else {
         for (std::size_t i = 0; i < c.aux_; ++i) {
             c.children_[i]->owner_ = list;

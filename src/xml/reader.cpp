@@ -231,7 +231,7 @@ void Reader::ReadAttributes(Element& element) {
         const char16_t quote = Get();
         if (!IsQuote(quote)) Fail(kErrValueNotQuoted);
         // Filled in place: a copy of a record just written field by field stalls on the store.
-        attributes_.push_back({name, nullptr, 0, 0});
+        attributes_.push_back({name, nullptr, 0, 0, {}});
         AttributeValue(quote, &attributes_.back());
     }
     const std::size_t count = attributes_.size();
@@ -241,7 +241,7 @@ void Reader::ReadAttributes(Element& element) {
     for (std::size_t i = 0; i < count; ++i) {
         const PendingAttribute& p = attributes_[i];
         Attribute* a = Impl::NewAttributeAt(storage + i * sizeof(Attribute), p.name, &element);
-        Impl::SetInlineValue(*a, p.text, p.length, p.flags);
+        Impl::SetInlineValue(*a, (p.flags & kInlineEmbedded) ? p.bytes : p.text, p.length, p.flags);
         if (p.name->View() == u"xml:space") Impl::SetPreserve(element, a->GetText() == u"preserve");
     }
     Impl::SetAttributes(element, reinterpret_cast<Attribute*>(storage), count);
@@ -274,6 +274,10 @@ void Reader::AttributeValue(char16_t quote, PendingAttribute* pending) {
     if (length == 0) return;
     // Nearly every value is Latin-1: one byte a character halves what the tree keeps of it.
     std::uint16_t flags = references ? kInlineRefs : 0;
+    if (length <= sizeof pending->bytes && CopyIfNarrow(from, length, pending->bytes)) {
+        pending->flags = flags | kInlineNarrow | kInlineEmbedded;  // short ones take no storage of their own
+        return;
+    }
     const void* text = arena_->CopyNarrow(from, length);
     if (text)
         flags |= kInlineNarrow;

@@ -79,7 +79,8 @@ private:
         const NameRec* name;
         const void* text;  // the value as written, 16 or 8 bits a character as flags say
         std::uint32_t length;
-        std::uint16_t flags;  // kInlineRefs, kInlineNarrow
+        std::uint16_t flags;  // kInlineRefs, kInlineNarrow, kInlineEmbedded
+        unsigned char bytes[8];  // an embedded value
     };
     struct Ref {
         bool entity;

@@ -125,6 +125,7 @@ TEST(XmlReader, ValuesWithReferencesReadAsContentDoes) {
     const std::u16string_view values[] = {
         u"&lt;", u"a&amp;", u"&#65;&#x42;c", u"&#x10041;&#4294967361;", u"&#9;x&quot;&apos;y&gt;", u"\r\n&#xd800;",
         u"\u00ff&lt;", u"\u00ff&amp;\u0100",  // stored a byte a character, and not
+        u"12345678", u"\u00ff2&#51;45", u"123456789", u"\u01002",  // short values sit in the attribute itself
     };
     for (const std::u16string_view v : values) {
         SCOPED_TRACE(testing::Message() << "value " << (&v - values));
