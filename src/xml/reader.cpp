@@ -43,6 +43,8 @@ bool IsEncodingChar(char16_t c) {
 }
 bool IsQuote(char16_t c) { return c == u'"' || c == u'\''; }
 
+constexpr std::u16string_view kXmlSpace = u"xml:space";  // a constant: no length to count per attribute
+
 // Above this the 32-bit lengths and positions of the tree would not hold.
 constexpr std::size_t kMaxLength = 0x7FFFFFFF;
 
@@ -220,9 +222,45 @@ void Reader::StartTag(bool root) {
     }
 }
 
+// The usual attribute: blanks, a name, '=' and a quoted value of plain characters, all on one
+// line. Read with local pointers, it leaves the cursor as the Get() of each character would; any
+// thing else returns null with the cursor unmoved, for the general path to read or refuse.
+bool Reader::PlainAttribute(PlainRun& run) const {
+    const char16_t* p = cur_;
+    const char16_t* const e = end_;
+    auto blanks = [&p, e] {
+        while (p != e && (*p == u' ' || *p == u'\t')) ++p;
+    };
+    const char16_t* const start = p;
+    blanks();
+    if (p == start || p == e || !IsNameStart(*p)) return false;
+    run.nameFrom = p;
+    for (++p; p != e && IsNameChar(*p);) ++p;
+    run.nameTo = p;
+    blanks();
+    if (p == e || *p != u'=') return false;
+    ++p;
+    blanks();
+    if (p == e || !IsQuote(*p)) return false;
+    const char16_t quote = *p++;
+    run.valueFrom = p;
+    while (p != e && (*p >= 128 || !(kCharClass[*p] & kStopAttr))) ++p;
+    if (p == e || *p != quote) return false;
+    run.valueTo = p;
+    return true;
+}
+
 void Reader::ReadAttributes(Element& element) {
     attributes_.clear();
     for (;;) {
+        PlainRun run;
+        if (PlainAttribute(run)) {
+            PendingAttribute& pending = attributes_.emplace_back();
+            pending.name = Intern(run.nameFrom, run.nameTo);
+            StoreValue(pending, run.valueFrom, run.valueTo, false);
+            Advance(static_cast<std::size_t>(run.valueTo + 1 - Position()));  // the closing quote too
+            continue;
+        }
         if (!SkipSpace()) break;
         const char16_t* from = Position();
         if (!TryName()) break;
@@ -230,9 +268,11 @@ void Reader::ReadAttributes(Element& element) {
         Eq(kErrNoEq);
         const char16_t quote = Get();
         if (!IsQuote(quote)) Fail(kErrValueNotQuoted);
-        // Filled in place: a copy of a record just written field by field stalls on the store.
-        attributes_.push_back({name, nullptr, 0, 0, {}});
-        AttributeValue(quote, &attributes_.back());
+        // Made and filled in place: copying in a record just written field by field stalls on the
+        // stores.
+        PendingAttribute& pending = attributes_.emplace_back();
+        pending.name = name;
+        AttributeValue(quote, &pending);
     }
     const std::size_t count = attributes_.size();
     if (count == 0) return;
@@ -242,7 +282,7 @@ void Reader::ReadAttributes(Element& element) {
         const PendingAttribute& p = attributes_[i];
         Attribute* a = Impl::NewAttributeAt(storage + i * sizeof(Attribute), p.name, &element);
         Impl::SetInlineValue(*a, (p.flags & kInlineEmbedded) ? p.bytes : p.text, p.length, p.flags);
-        if (p.name->View() == u"xml:space") Impl::SetPreserve(element, a->GetText() == u"preserve");
+        if (p.name->View() == kXmlSpace) Impl::SetPreserve(element, a->GetText() == u"preserve");
     }
     Impl::SetAttributes(element, reinterpret_cast<Attribute*>(storage), count);
 }
@@ -268,14 +308,17 @@ void Reader::AttributeValue(char16_t quote, PendingAttribute* pending) {
         }
         // else the other quote character, which is plain text here
     }
-    if (!pending) return;
-    const std::uint32_t length = static_cast<std::uint32_t>(Position() - 1 - from);
-    pending->length = length;
+    if (pending) StoreValue(*pending, from, Position() - 1, references);
+}
+
+void Reader::StoreValue(PendingAttribute& pending, const char16_t* from, const char16_t* to, bool references) {
+    const std::uint32_t length = static_cast<std::uint32_t>(to - from);
+    pending.length = length;
     if (length == 0) return;
     // Nearly every value is Latin-1: one byte a character halves what the tree keeps of it.
     std::uint16_t flags = references ? kInlineRefs : 0;
-    if (length <= sizeof pending->bytes && CopyIfNarrow(from, length, pending->bytes)) {
-        pending->flags = flags | kInlineNarrow | kInlineEmbedded;  // short ones take no storage of their own
+    if (length <= sizeof pending.bytes && CopyIfNarrow(from, length, pending.bytes)) {
+        pending.flags = flags | kInlineNarrow | kInlineEmbedded;  // short ones take no storage of their own
         return;
     }
     const void* text = arena_->CopyNarrow(from, length);
@@ -283,8 +326,8 @@ void Reader::AttributeValue(char16_t quote, PendingAttribute* pending) {
         flags |= kInlineNarrow;
     else
         text = arena_->CopyChars(from, length);
-    pending->text = text;
-    pending->flags = flags;
+    pending.text = text;
+    pending.flags = flags;
 }
 
 // After '&'. A character reference keeps the low 16 bits of its number.

@@ -102,7 +102,15 @@ private:
     void Content();
     void EndTag();
     void CloseFrame();
+    struct PlainRun {
+        const char16_t* nameFrom;
+        const char16_t* nameTo;
+        const char16_t* valueFrom;
+        const char16_t* valueTo;  // the closing quote
+    };
+    bool PlainAttribute(PlainRun& run) const;
     void AttributeValue(char16_t quote, PendingAttribute* pending);
+    void StoreValue(PendingAttribute& pending, const char16_t* from, const char16_t* to, bool references);
     Ref Reference();
     void AddText(const char16_t* from, const char16_t* to);
     void CommentNode();

@@ -33,6 +33,11 @@ TEST(XmlReaderErrors, NumberLineAndColumn) {
         {u"<a></ a>", {10, 1, 7}},
         {u"<a/ >", {11, 1, 5}},
         {u"<a b=\"1\"c=\"2\"/>", {12, 1, 10}},
+        // Past attributes read in one stretch, with blanks, tabs, line ends and the other quote.
+        {u"<a \tb = 'x\"y'\tc\t=\t\"\u00e9\" d", {3, 1, 24}},
+        {u"<a b='1'\r\n c='2' d='3'\nx", {3, 3, 1}},
+        {u"<a b='1'\r\n c='2\r\n' d='3&amp;' e=\"4\" f=", {4, 3, 21}},
+        {u"<a b='1' c='2' d='3", {1, 1, 20}},
         {u"<a></a b>", {12, 1, 9}},
         {u"<a", {12, 1, 3}},
         {u"<a></b>", {13, 1, 7}},
