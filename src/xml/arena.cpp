@@ -64,13 +64,17 @@ const char16_t* Arena::CopyChars(const char16_t* text, std::size_t count) {
 }
 
 const unsigned char* Arena::CopyNarrow(const char16_t* text, std::size_t count) {
-    unsigned any = 0;
-    for (std::size_t i = 0; i < count; ++i) any |= text[i];
-    if (any >= 256) return nullptr;
     // Whole 16-bit units keep the high end even for the strings cut after this one.
-    unsigned char* p = reinterpret_cast<unsigned char*>(AllocChars((count + 1) / 2));
-    CopyIfNarrow(text, count, p);
-    return p;
+    const std::size_t units = (count + 1) / 2;
+    unsigned char* p = reinterpret_cast<unsigned char*>(AllocChars(units));
+    unsigned any = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        any |= text[i];
+        p[i] = static_cast<unsigned char>(text[i]);
+    }
+    if (any < 256) return p;
+    GiveBackChars(p, units);
+    return nullptr;
 }
 
 NameRec* Arena::AllocName(std::u16string_view name) {

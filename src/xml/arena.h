@@ -55,6 +55,10 @@ public:
         return reinterpret_cast<char16_t*>(high_);
     }
     const char16_t* CopyChars(const char16_t* text, std::size_t count);
+    // Undoes the last AllocChars when nothing has been cut since.
+    void GiveBackChars(void* p, std::size_t count) {
+        if (p == high_) high_ += count * sizeof(char16_t);
+    }
     // The text one byte a character if every character is below 256, else null and nothing taken.
     const unsigned char* CopyNarrow(const char16_t* text, std::size_t count);
     NameRec* AllocName(std::u16string_view name);

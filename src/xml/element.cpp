@@ -184,16 +184,6 @@ Attribute* Impl::NewAttributeAt(void* where, const NameRec* name, Node* owner) {
     return at;
 }
 
-void Impl::SetInlineValue(Attribute& at, const void* text, std::uint32_t length, std::uint16_t flags) {
-    at.flags_ |= kInlineValue | flags;
-    if (flags & kInlineEmbedded) {
-        at.inlineText_ = nullptr;
-        std::memcpy(&at.inlineBytes_, text, length);
-    } else {
-        at.inlineText_ = static_cast<const char16_t*>(text);
-    }
-    at.aux_ = length;
-}
 
 void Impl::SetChildren(NodeContainer& c, Node** children, std::size_t count) {
     c.children_ = children;

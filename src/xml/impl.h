@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -157,7 +158,16 @@ struct Impl {
     static Element* NewElement(Arena& a, const NameRec* name, Node* owner);
     static Attribute* NewAttributeAt(void* where, const NameRec* name, Node* owner);
     // text is a char16_t array, or with kInlineNarrow among flags a byte array.
-    static void SetInlineValue(Attribute& at, const void* text, std::uint32_t length, std::uint16_t flags);
+    static void SetInlineValue(Attribute& at, const void* text, std::uint32_t length, std::uint16_t flags) {
+        at.flags_ |= kInlineValue | flags;
+        if (flags & kInlineEmbedded) {
+            at.inlineText_ = nullptr;
+            std::memcpy(&at.inlineBytes_, text, length);
+        } else {
+            at.inlineText_ = static_cast<const char16_t*>(text);
+        }
+        at.aux_ = length;
+    }
     static void SetChildren(NodeContainer& c, Node** children, std::size_t count);
     static void SetAttributes(Element& e, Attribute* attributes, std::size_t count);
     static void SetPreserve(Element& e, bool preserve);
