@@ -368,27 +368,52 @@ Reader::Ref Reader::Reference() {
 
 void Reader::AddText(const char16_t* from, const char16_t* to) {
     const std::size_t n = static_cast<std::size_t>(to - from);
-    const char16_t* text = nullptr;
-    if (n < spaceRuns_.size()) {
-        std::size_t i = 0;
-        while (i < n && IsSpace(from[i])) ++i;
-        if (i == n) {
-            const char16_t* known = spaceRuns_[n];
-            if (known && std::memcmp(known, from, n * sizeof(char16_t)) == 0)
-                text = known;
-            else
-                text = spaceRuns_[n] = arena_->CopyChars(from, n);
-        }
-    }
-    if (!text) text = arena_->CopyChars(from, n);
+    std::size_t i = 0;
+    while (i < n && IsSpace(from[i])) ++i;
+    AddTextNode(i == n ? SpaceRun(from, n) : arena_->CopyChars(from, n), n);
+}
+
+void Reader::AddTextNode(const char16_t* text, std::size_t n) {
     children_.push_back(Impl::NewTextual(*arena_, Impl::Kind::Text, text, static_cast<std::uint32_t>(n), Owner()));
+}
+
+const char16_t* Reader::SpaceRun(const char16_t* from, std::size_t n) {
+    if (n >= spaceRuns_.size()) return arena_->CopyChars(from, n);
+    const char16_t* known = spaceRuns_[n];
+    if (known) {
+        std::size_t i = 0;
+        while (i < n && known[i] == from[i]) ++i;
+        if (i == n) return known;
+    }
+    return spaceRuns_[n] = arena_->CopyChars(from, n);
+}
+
+// A line end and the indent of the next tag, the commonest text of all: read as ScanRun would.
+bool Reader::IndentRun() {
+    const char16_t* p = cur_;
+    const char16_t* const e = end_;
+    if (p == e || (*p != u'\n' && *p != u'\r')) return false;
+    const char16_t* const from = p;
+    if (*p == u'\r' && p + 1 != e && p[1] == u'\n') ++p;
+    const char16_t* const blanks = ++p;
+    while (p != e && (*p == u' ' || *p == u'\t')) ++p;
+    if (p == e || *p != u'<') return false;
+    const std::uint32_t n = static_cast<std::uint32_t>(p - blanks);
+    ++line_;
+    prevCol_ = n ? n - 1 : col_;
+    col_ = n;
+    cur_ = p;
+    AddTextNode(SpaceRun(from, static_cast<std::size_t>(p - from)), static_cast<std::size_t>(p - from));
+    return true;
 }
 
 void Reader::Content() {
     for (;;) {
-        const char16_t* run = Position();
-        ScanRun<kStopText>();
-        if (Position() != run) AddText(run, Position());
+        if (!IndentRun()) {
+            const char16_t* run = Position();
+            ScanRun<kStopText>();
+            if (Position() != run) AddText(run, Position());
+        }
         const char16_t c = Get();
         if (c == u'<') {
             if (Match(u"/")) {

@@ -113,6 +113,9 @@ private:
     void StoreValue(PendingAttribute& pending, const char16_t* from, const char16_t* to, bool references);
     Ref Reference();
     void AddText(const char16_t* from, const char16_t* to);
+    void AddTextNode(const char16_t* text, std::size_t n);
+    const char16_t* SpaceRun(const char16_t* from, std::size_t n);
+    bool IndentRun();
     void CommentNode();
     void CDataNode();
     void PiNode();

@@ -38,6 +38,11 @@ TEST(XmlReaderErrors, NumberLineAndColumn) {
         {u"<a b='1'\r\n c='2' d='3'\nx", {3, 3, 1}},
         {u"<a b='1'\r\n c='2\r\n' d='3&amp;' e=\"4\" f=", {4, 3, 21}},
         {u"<a b='1' c='2' d='3", {1, 1, 20}},
+        // Past a line end and the indent of a tag, read in one stretch too.
+        {u"<a>\r\n  <b>\n\t</c>", {13, 3, 4}},
+        {u"<a>\r  \t<", {14, 2, 4}},
+        {u"<a>\n\n  <b>\r\n<", {14, 4, 1}},
+        {u"<a>\r\n<b/>\r\n   x\x01", {2, 3, 5}},
         {u"<a></a b>", {12, 1, 9}},
         {u"<a", {12, 1, 3}},
         {u"<a></b>", {13, 1, 7}},
