@@ -36,6 +36,17 @@ void BM_RequestRoundTrip(benchmark::State& state) {
     finish(state, count);
 }
 
+void BM_ParseOnly(benchmark::State& state) {
+    const auto count = static_cast<std::size_t>(state.range(0));
+    const std::u16string request = qrl::gen::MakeRequest(count);
+    AdvXMLParser::Parser parser;
+    for (auto _ : state) {
+        const std::unique_ptr<AdvXMLParser::Document> document = parser.Parse(request.data(), request.size());
+        benchmark::DoNotOptimize(document.get());
+    }
+    finish(state, count);
+}
+
 void BM_LoadOnly(benchmark::State& state) {
     const auto count = static_cast<std::size_t>(state.range(0));
     const std::u16string request = qrl::gen::MakeRequest(count);
@@ -76,6 +87,7 @@ void BM_Reply(benchmark::State& state) {
 }  // namespace
 
 BENCHMARK(BM_RequestRoundTrip)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_ParseOnly)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_LoadOnly)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Apply)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Reply)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);

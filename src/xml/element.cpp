@@ -41,7 +41,7 @@ Element::~Element() {
 const Attribute& Element::GetAttribute(std::u16string_view name) const {
     for (std::size_t i = 0; i < attrCount_; ++i) {
         const Attribute& a = Impl::AttrAt(*this, i);
-        if (a.GetName() == name) return a;
+        if (Impl::AttrName(a) == name) return a;
     }
     return EmptyAttribute();
 }

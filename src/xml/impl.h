@@ -73,11 +73,14 @@ struct Impl {
     // The inline value as 16-bit text; a narrow one is widened into buffer.
     static std::u16string_view InlineValue(const Attribute& a, std::u16string& buffer) {
         if (!(a.flags_ & kInlineNarrow)) return {a.inlineText_, a.aux_};
-        const unsigned char* bytes =
-            (a.flags_ & kInlineEmbedded) ? reinterpret_cast<const unsigned char*>(&a.inlineBytes_) : a.inlineBytes_;
+        const unsigned char* bytes = InlineBytes(a);
         buffer.assign(bytes, bytes + a.aux_);
         return buffer;
     }
+    static const unsigned char* InlineBytes(const Attribute& a) {  // of a narrow value
+        return (a.flags_ & kInlineEmbedded) ? reinterpret_cast<const unsigned char*>(&a.inlineBytes_) : a.inlineBytes_;
+    }
+    static std::u16string_view AttrName(const Attribute& a) { return a.name_->View(); }
 
     // An inline value stands for the children the reader would otherwise have made: runs of text
     // and references. A value with references keeps them as written (the reader has checked them)

@@ -90,8 +90,16 @@ std::u16string Impl::ContainerText(const NodeContainer& top) {
 
 std::u16string Attribute::GetText() const {
     if ((flags_ & kInlineValue) && !(flags_ & kInlineRefs)) {
-        std::u16string buffer;
-        return std::u16string(qrl::trimXmlSpace(Impl::InlineValue(*this, buffer)));
+        if (!(flags_ & kInlineNarrow)) {
+            std::u16string none;
+            return std::u16string(qrl::trimXmlSpace(Impl::InlineValue(*this, none)));
+        }
+        // Trimmed and widened in one go: request readers ask for every value.
+        const unsigned char* from = Impl::InlineBytes(*this);
+        const unsigned char* to = from + aux_;
+        while (from != to && IsSpace(*from)) ++from;
+        while (to != from && IsSpace(to[-1])) --to;
+        return std::u16string(from, to);
     }
     // An absent attribute is the shared empty one: readers ask for many of those.
     if (Impl::ChildCount(*this) == 0) return {};
