@@ -1,0 +1,28 @@
+// Version 6 of the common controls for the module's own windows, whatever the host's manifest says:
+// the DLL carries a manifest of its own (resource 2) and every entry point that shows windows runs
+// inside the activation context made from it. Win32 only.
+#pragma once
+
+#include <windows.h>
+
+namespace qrl {
+
+// Activates the module's context for a scope and deactivates it on every way out. Without a
+// context (a program that links the dialogs directly, a module without the manifest) it does nothing,
+// and the windows get whatever the process has.
+class TCommonControlsScope {
+public:
+    TCommonControlsScope();
+    ~TCommonControlsScope();
+    TCommonControlsScope(const TCommonControlsScope&) = delete;
+    TCommonControlsScope& operator=(const TCommonControlsScope&) = delete;
+
+private:
+    ULONG_PTR cookie_ = 0;
+    bool active_ = false;
+};
+
+// At unload: the context made on first use is released.
+void ReleaseCommonControlsContext();
+
+}  // namespace qrl
