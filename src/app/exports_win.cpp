@@ -13,6 +13,7 @@
 
 #include "forms/formdef.h"
 #include "kit/commoncontrols.h"
+#include "kit/dpi.h"
 #include "kit/pleasewait.h"
 #include "forms/runform.h"
 #include "locale/inicache.h"
@@ -75,6 +76,7 @@ std::u16string_view requestText(const wchar_t* request) {
 int runLogged(std::u16string_view entry, wchar_t* request, HWND parent, wchar_t* reply, uint64_t capacity,
               uint32_t* status) {
     TCommonControlsScope commonControls;
+    TDpiAwarenessScope perMonitor;
     INITCOMMONCONTROLSEX controls{sizeof controls, ICC_TAB_CLASSES};
     InitCommonControlsEx(&controls);
     TRunRecord record;
@@ -117,6 +119,7 @@ int fnInit(uint64_t word) {
 int fnOpenWait(HWND parent, unsigned char flags) {
     try {
         qrl::TCommonControlsScope commonControls;
+        qrl::TDpiAwarenessScope perMonitor;
         if (flags & 1)
             qrl::ClosePleaseWait();
         else
@@ -130,6 +133,7 @@ int fnMacroAssist(HWND parent, wchar_t* text, uint32_t capacity, const wchar_t* 
                   int mode) {
     try {
         qrl::TCommonControlsScope commonControls;
+        qrl::TDpiAwarenessScope perMonitor;
         INITCOMMONCONTROLSEX controls{sizeof controls, ICC_STANDARD_CLASSES};
         InitCommonControlsEx(&controls);
         // The whole text, to its terminator: the capacity bounds only what is written back.

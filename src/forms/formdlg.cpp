@@ -163,6 +163,8 @@ INT_PTR TFormRun::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     }
 }
 
+void TFormRun::OnDpiChanged(UINT oldDpi, UINT newDpi) { ScaleFormLayout(*this, oldDpi, newDpi); }
+
 void TFormRun::OnDestroy() {
     keys.reset();
     if (form.window == Window()) form.window = nullptr;

@@ -58,6 +58,7 @@ protected:
     INT_PTR OnNotify(const NMHDR& header) override;
     INT_PTR OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     void OnDestroy() override;
+    void OnDpiChanged(UINT oldDpi, UINT newDpi) override;
 
 private:
     void OnOk();
@@ -111,6 +112,8 @@ void OnTreeContextMenu(HWND dialog, TFormRun& run, LPARAM where);
 void MakeSizable(HWND dialog, TFormRun& run);
 void OnFormSized(HWND dialog, TFormRun& run);
 void LimitFormSize(const TFormRun& run, MINMAXINFO& limits);
+// The form's own pixel measures (its layout's starting rectangles, its smallest size) at a new resolution.
+void ScaleFormLayout(TFormRun& run, UINT oldDpi, UINT newDpi);
 void StoreWindowSize(HWND dialog, const TFormRun& run);
 
 // formundo_win.cpp: Ctrl+Z and Ctrl+Y over the values.

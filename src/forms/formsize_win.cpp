@@ -1,6 +1,7 @@
 // The built-in form at any size: a sizing border, the size it opens with as its smallest, the
 // layout run again on every resize, and the size remembered beside the last selection.
 #include "kit/basedialog.h"
+#include "kit/dpi.h"
 #include "kit/registrykey.h"
 #include "forms/formdef.h"
 #include "forms/formdlg.h"
@@ -18,12 +19,7 @@ constexpr std::int32_t kStoredDpi = 96;
 
 std::u16string SizeValueName(const std::u16string& moduleType) { return moduleType + u".WindowSize"; }
 
-std::int32_t ScreenDpi(HWND window) {
-    HDC dc = GetDC(window);
-    const int dpi = dc ? GetDeviceCaps(dc, LOGPIXELSX) : kStoredDpi;
-    if (dc) ReleaseDC(window, dc);
-    return dpi > 0 ? dpi : kStoredDpi;
-}
+std::int32_t ScreenDpi(HWND window) { return static_cast<std::int32_t>(WindowDpi(window)); }
 
 TWindowSize OuterSize(HWND window) {
     RECT r{};
@@ -66,6 +62,13 @@ void OnFormSized(HWND dialog, TFormRun& run) {
 void LimitFormSize(const TFormRun& run, MINMAXINFO& limits) {
     if (run.smallestSize.width == 0) return;
     limits.ptMinTrackSize = POINT{run.smallestSize.width, run.smallestSize.height};
+}
+
+void ScaleFormLayout(TFormRun& run, UINT oldDpi, UINT newDpi) {
+    const auto from = static_cast<std::int32_t>(oldDpi), to = static_cast<std::int32_t>(newDpi);
+    for (auto& [id, rect] : run.layoutSource) rect = ScaleRect(rect, from, to);
+    if (run.smallestSize.width != 0) run.smallestSize = ScaleWindowSize(run.smallestSize, from, to);
+    run.boldTreeFont.Reset();  // made again from the tree's new font
 }
 
 void StoreWindowSize(HWND dialog, const TFormRun& run) {

@@ -186,11 +186,7 @@ std::optional<TWindowSize> ParseWindowSize(std::u16string_view text) {
 std::u16string WindowSizeText(const TWindowSize& size) { return decimal(size.width) + u"," + decimal(size.height); }
 
 TWindowSize ScaleWindowSize(const TWindowSize& size, std::int32_t fromDpi, std::int32_t toDpi) {
-    if (fromDpi <= 0 || toDpi <= 0) return size;
-    const auto scale = [&](std::int32_t v) {
-        return static_cast<std::int32_t>((static_cast<std::int64_t>(v) * toDpi + fromDpi / 2) / fromDpi);
-    };
-    return TWindowSize{scale(size.width), scale(size.height)};
+    return TWindowSize{ScaleLength(size.width, fromDpi, toDpi), ScaleLength(size.height, fromDpi, toDpi)};
 }
 
 }  // namespace qrl

@@ -6,6 +6,7 @@
 
 #include <windows.h>
 
+#include "kit/gdiholders.h"
 #include "locale/language.h"
 
 #include <span>
@@ -58,6 +59,11 @@ protected:
     virtual INT_PTR OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
     // Last call while the window still exists.
     virtual void OnDestroy() {}
+    // After the kit has moved, sized and re-fonted the controls for a new resolution, before the
+    // window takes its new size: for what a dialog keeps in pixels of its own.
+    virtual void OnDpiChanged(UINT /*oldDpi*/, UINT /*newDpi*/) {}
+    // The resolution the dialog is laid out at.
+    UINT Dpi() const { return dpi_; }
 
     void End(INT_PTR result) const { EndDialog(window_, result); }
     // A notification's result goes through DWLP_MSGRESULT in a dialog procedure.
@@ -66,8 +72,13 @@ protected:
 private:
     static INT_PTR CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     INT_PTR Start(HWND window, WPARAM wParam);
+    // The one relayout of every dialog for a new resolution; `suggested` (from Windows) is the
+    // window's new place, null for a dialog inside another, which its parent has placed.
+    void ChangeDpi(UINT newDpi, const RECT* suggested);
 
     HWND window_ = nullptr;
+    UINT dpi_ = 0;
+    TFont scaledFont_;  // the dialog's font at the new resolution, once it has changed
 };
 
 // Sets a busy flag for a scope and puts back what it was, so that the notifications of a dialog's

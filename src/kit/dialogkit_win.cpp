@@ -1,6 +1,7 @@
 #include "kit/dialogkit.h"
 
 #include "kit/basedialog.h"
+#include "kit/dpi.h"
 
 #include <commdlg.h>
 
@@ -22,9 +23,25 @@ INT_PTR TDialog::Start(HWND window, WPARAM wParam) {
     ResetDialogScroll(window);
     SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     window_ = window;
+    dpi_ = WindowDpi(window);
+    TakeOverDialogScaling(window);
     BeforeInit(wParam);
     TranslateDialogTexts(window, Texts());
     return OnInit();
+}
+
+void TDialog::ChangeDpi(UINT newDpi, const RECT* suggested) {
+    const UINT oldDpi = dpi_;
+    if (newDpi != 0 && newDpi != oldDpi) {
+        HFONT font = scaledFont_ ? scaledFont_.get() : reinterpret_cast<HFONT>(SendMessageW(window_, WM_GETFONT, 0, 0));
+        // The old font goes only once no control uses it any more.
+        if (HFONT scaled = RescaleDialog(window_, font, oldDpi, newDpi)) scaledFont_.Reset(scaled);
+        dpi_ = newDpi;
+        OnDpiChanged(oldDpi, newDpi);
+    }
+    if (suggested)
+        SetWindowPos(window_, nullptr, suggested->left, suggested->top, suggested->right - suggested->left,
+                     suggested->bottom - suggested->top, SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 INT_PTR TDialog::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -53,10 +70,17 @@ INT_PTR CALLBACK TDialog::Procedure(HWND window, UINT message, WPARAM wParam, LP
         // Messages before WM_INITDIALOG (WM_SETFONT and the like) and after the end find no object.
         auto* self = reinterpret_cast<TDialog*>(GetWindowLongPtrW(window, GWLP_USERDATA));
         if (self == nullptr) return FALSE;
+        if (message == kDpiChangedMessage) {
+            self->ChangeDpi(LOWORD(wParam), reinterpret_cast<const RECT*>(lParam));
+            return TRUE;
+        }
+        if (message == kDpiChangedAfterParentMessage && (GetWindowLongW(window, GWL_STYLE) & WS_CHILD))
+            self->ChangeDpi(WindowDpi(window), nullptr);
         if (message != WM_NCDESTROY) return self->Dispatch(message, wParam, lParam);
         SetWindowLongPtrW(window, GWLP_USERDATA, 0);
         self->OnDestroy();
         self->window_ = nullptr;
+        self->scaledFont_.Reset();
         return FALSE;
     } catch (...) {
         // Nothing may unwind through the dialog manager: the dialog stays as it is.

@@ -18,4 +18,10 @@ TRect MoveAtBottomRect(const TRect& rect, std::int32_t left, std::int32_t bottom
 // Keeps the height, and the width unless it would pass `rightLimit`, then ends there.
 TRect MoveClippedRect(const TRect& rect, std::int32_t left, std::int32_t top, std::int32_t rightLimit);
 
+// A length or coordinate at `fromDpi` as at `toDpi`, rounded to the nearest pixel (halves away from
+// zero, so that a layout scrolled above the client area scales as it would below it).
+std::int32_t ScaleLength(std::int32_t value, std::int32_t fromDpi, std::int32_t toDpi);
+// Each edge scaled on its own, so that controls that touch still touch.
+TRect ScaleRect(const TRect& rect, std::int32_t fromDpi, std::int32_t toDpi);
+
 }  // namespace qrl

@@ -2,6 +2,7 @@
 
 #include "kit/basedialog.h"
 #include "kit/controlkit.h"
+#include "kit/dpi.h"
 #include "kit/gdiholders.h"
 #include "kit/samplemodel.h"
 
@@ -45,14 +46,17 @@ void SampleCtl::OnPaint(HDC dc, const RECT& client) {
     const int y = (client.bottom - client.top - extent.cy) / 2;
     SetTextColor(dc, colour);
     SetBkColor(dc, state_.background);
-    ExtTextOutW(dc, 4, y, ETO_OPAQUE, &client, W(state_.text), static_cast<UINT>(length), nullptr);
+    // The model puts the text 4 pixels from the left, as at 96 dots per inch; the lines follow the text.
+    constexpr int kModelLeft = 4;
+    const int shift = ScaleToDpi(kModelLeft, WindowDpi(Window())) - kModelLeft;
+    ExtTextOutW(dc, kModelLeft + shift, y, ETO_OPAQUE, &client, W(state_.text), static_cast<UINT>(length), nullptr);
     const auto lines = SampleDecorations(state_.features, extent.cx, extent.cy, y);
     if (lines.empty()) return;
     const TPen pen = MakePen(colour);
     TSelectObject selected(dc, pen.get());
     for (const auto& line : lines) {
-        MoveToEx(dc, line.front().x, line.front().y, nullptr);
-        for (std::size_t i = 1; i < line.size(); ++i) LineTo(dc, line[i].x, line[i].y);
+        MoveToEx(dc, line.front().x + shift, line.front().y, nullptr);
+        for (std::size_t i = 1; i < line.size(); ++i) LineTo(dc, line[i].x + shift, line[i].y);
     }
 }
 

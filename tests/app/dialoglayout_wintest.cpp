@@ -11,6 +11,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <set>
 #include <span>
 
@@ -222,6 +223,64 @@ TEST(DialogLayout, EveryTextFitsItsControlAndEveryControlItsDialog) {
               Inspect(assistant, problems);
               d.Close(assistant, IDCANCEL);
           });
+    EXPECT_EQ(std::vector<std::string>(problems.begin(), problems.end()), std::vector<std::string>{});
+}
+
+// The awareness of a window, or of the calling thread when `window` is null: 0 unaware, 1 system, 2
+// per monitor; -1 where Windows has no such thing.
+int Awareness(HWND window) {
+    using TContextOf = HANDLE(WINAPI*)(HWND);
+    using TThreadContext = HANDLE(WINAPI*)();
+    using TAwarenessOf = int(WINAPI*)(HANDLE);
+    HMODULE user = GetModuleHandleW(L"user32.dll");
+    const auto lookUp = [&](const char* name) { return reinterpret_cast<void*>(GetProcAddress(user, name)); };
+    const auto windowContext = reinterpret_cast<TContextOf>(lookUp("GetWindowDpiAwarenessContext"));
+    const auto threadContext = reinterpret_cast<TThreadContext>(lookUp("GetThreadDpiAwarenessContext"));
+    const auto awarenessOf = reinterpret_cast<TAwarenessOf>(lookUp("GetAwarenessFromDpiAwarenessContext"));
+    if (!windowContext || !threadContext || !awarenessOf) return -1;
+    return awarenessOf(window ? windowContext(window) : threadContext());
+}
+
+LONG FontHeight(HWND control) {
+    LOGFONTW font{};
+    GetObjectW(reinterpret_cast<HGDIOBJ>(SendMessageW(control, WM_GETFONT, 0, 0)), sizeof font, &font);
+    return font.lfHeight;
+}
+
+// The module's windows are per-monitor aware while the host's thread stays as it was; moved to a
+// monitor of half as many dots per inch again, a dialog is laid out anew: the window where Windows
+// puts it, its controls and font scaled, and every text still fitting.
+TEST(DialogLayout, AMonitorOfAnotherResolutionLaysTheDialogOutAgain) {
+    ASSERT_TRUE(Product::Get().Loaded());
+    ForgetSelection(u"Comms");
+    const int hostAwareness = Awareness(nullptr);
+    int dialogAwareness = -1;
+    std::set<std::string> problems;
+    RunRequest(SampleText("comms_request.xml"), L"Configure  Telnet over TCP", [&](Driver& d, HWND dialog) {
+        dialogAwareness = Awareness(dialog);
+        const UINT dpi = static_cast<UINT>(ScreenDpi()) * 3 / 2;
+        HWND ok = GetDlgItem(dialog, IDOK);
+        RECT button{}, window{};
+        GetWindowRect(ok, &button);
+        GetWindowRect(dialog, &window);
+        const LONG font = FontHeight(ok);
+        // Where Windows would put it: larger, but on the screen (which limits a window's size).
+        const RECT suggested{10, 10, 10 + std::min<LONG>((window.right - window.left) * 3 / 2, GetSystemMetrics(SM_CXSCREEN) - 20),
+                             10 + std::min<LONG>((window.bottom - window.top) * 3 / 2, GetSystemMetrics(SM_CYSCREEN) - 20)};
+        SendMessageW(dialog, 0x02E0 /* WM_DPICHANGED */, MAKEWPARAM(dpi, dpi), reinterpret_cast<LPARAM>(&suggested));
+        d.Settle();
+        RECT moved{}, movedButton{};
+        GetWindowRect(dialog, &moved);
+        GetWindowRect(ok, &movedButton);
+        EXPECT_TRUE(EqualRect(&moved, &suggested));
+        EXPECT_NEAR(movedButton.right - movedButton.left, (button.right - button.left) * 3 / 2, 1);
+        EXPECT_NEAR(movedButton.bottom - movedButton.top, (button.bottom - button.top) * 3 / 2, 1);
+        EXPECT_NEAR(FontHeight(ok), font * 3 / 2, 1);
+        Inspect(dialog, problems);
+        d.Close(dialog, IDCANCEL);
+    });
+    EXPECT_EQ(dialogAwareness, 2);
+    EXPECT_EQ(Awareness(nullptr), hostAwareness);
     EXPECT_EQ(std::vector<std::string>(problems.begin(), problems.end()), std::vector<std::string>{});
 }
 
