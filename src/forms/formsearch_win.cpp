@@ -25,7 +25,7 @@ void AddSearchRow(HWND dialog) {
                                   edit ? edit : tree);
     AddDialogControl(dialog,
                      {IDC_CUSTOMISED_ONLY, L"BUTTON", Translate(formtexts::kCustomisedOnly),
-                      WS_VISIBLE | WS_TABSTOP | BS_AUTOCHECKBOX, 0, 64, 10},
+                      WS_VISIBLE | WS_TABSTOP | BS_AUTOCHECKBOX, 0, 72, 10},
                      count ? count : tree);
     SetCueBanner(dialog, IDC_SEARCH_EDIT, Translate(formtexts::kSearchCue));
 }

@@ -11,7 +11,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <set>
 #include <span>
 
@@ -87,7 +86,13 @@ int TextRoom(HWND control, bool& wraps) {
         return client.right;
     }
     if (kind != L"Button") return 0;
-    const int edges = 2 * GetSystemMetrics(SM_CXEDGE);
+    // The system's measures are the screen's; a control moved to another resolution draws its own.
+    using TDpiForWindow = UINT(WINAPI*)(HWND);
+    static const auto dpiForWindow = reinterpret_cast<TDpiForWindow>(
+        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"user32.dll"), "GetDpiForWindow")));
+    const int dpi = dpiForWindow ? static_cast<int>(dpiForWindow(control)) : ScreenDpi();
+    const auto measure = [&](int metric) { return MulDiv(GetSystemMetrics(metric), dpi, ScreenDpi()); };
+    const int edges = 2 * measure(SM_CXEDGE);
     wraps = (style & BS_MULTILINE) != 0;
     switch (style & BS_TYPEMASK) {
     case BS_PUSHBUTTON:
@@ -98,7 +103,7 @@ int TextRoom(HWND control, bool& wraps) {
     case BS_AUTO3STATE:
     case BS_RADIOBUTTON:
     case BS_AUTORADIOBUTTON:
-        return client.right - ((style & BS_PUSHLIKE) ? edges : GetSystemMetrics(SM_CXMENUCHECK) + edges);
+        return client.right - ((style & BS_PUSHLIKE) ? edges : measure(SM_CXMENUCHECK) + edges);
     default: return 0;  // group boxes, owner-drawn buttons
     }
 }
@@ -248,8 +253,9 @@ LONG FontHeight(HWND control) {
 }
 
 // The module's windows are per-monitor aware while the host's thread stays as it was; moved to a
-// monitor of half as many dots per inch again, a dialog is laid out anew: the window where Windows
-// puts it, its controls and font scaled, and every text still fitting.
+// monitor of another resolution (120 dots per inch, or 96 from a higher one, so that it still fits
+// the screen), a dialog is laid out anew: the window where Windows puts it, its controls and font
+// scaled, and every text still fitting.
 TEST(DialogLayout, AMonitorOfAnotherResolutionLaysTheDialogOutAgain) {
     ASSERT_TRUE(Product::Get().Loaded());
     ForgetSelection(u"Comms");
@@ -258,24 +264,23 @@ TEST(DialogLayout, AMonitorOfAnotherResolutionLaysTheDialogOutAgain) {
     std::set<std::string> problems;
     RunRequest(SampleText("comms_request.xml"), L"Configure  Telnet over TCP", [&](Driver& d, HWND dialog) {
         dialogAwareness = Awareness(dialog);
-        const UINT dpi = static_cast<UINT>(ScreenDpi()) * 3 / 2;
+        const int from = ScreenDpi(), to = from > 96 ? 96 : 120;
+        const auto scaled = [&](LONG length) { return MulDiv(length, to, from); };
         HWND ok = GetDlgItem(dialog, IDOK);
         RECT button{}, window{};
         GetWindowRect(ok, &button);
         GetWindowRect(dialog, &window);
         const LONG font = FontHeight(ok);
-        // Where Windows would put it: larger, but on the screen (which limits a window's size).
-        const RECT suggested{10, 10, 10 + std::min<LONG>((window.right - window.left) * 3 / 2, GetSystemMetrics(SM_CXSCREEN) - 20),
-                             10 + std::min<LONG>((window.bottom - window.top) * 3 / 2, GetSystemMetrics(SM_CYSCREEN) - 20)};
-        SendMessageW(dialog, 0x02E0 /* WM_DPICHANGED */, MAKEWPARAM(dpi, dpi), reinterpret_cast<LPARAM>(&suggested));
+        const RECT suggested{10, 10, 10 + scaled(window.right - window.left), 10 + scaled(window.bottom - window.top)};
+        SendMessageW(dialog, 0x02E0 /* WM_DPICHANGED */, MAKEWPARAM(to, to), reinterpret_cast<LPARAM>(&suggested));
         d.Settle();
         RECT moved{}, movedButton{};
         GetWindowRect(dialog, &moved);
         GetWindowRect(ok, &movedButton);
         EXPECT_TRUE(EqualRect(&moved, &suggested));
-        EXPECT_NEAR(movedButton.right - movedButton.left, (button.right - button.left) * 3 / 2, 1);
-        EXPECT_NEAR(movedButton.bottom - movedButton.top, (button.bottom - button.top) * 3 / 2, 1);
-        EXPECT_NEAR(FontHeight(ok), font * 3 / 2, 1);
+        EXPECT_NEAR(movedButton.right - movedButton.left, scaled(button.right - button.left), 1);
+        EXPECT_NEAR(movedButton.bottom - movedButton.top, scaled(button.bottom - button.top), 1);
+        EXPECT_NEAR(FontHeight(ok), scaled(font), 1);
         Inspect(dialog, problems);
         d.Close(dialog, IDCANCEL);
     });
