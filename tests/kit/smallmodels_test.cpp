@@ -1,10 +1,7 @@
-#include "kit/geometry.h"
 #include "kit/samplemodel.h"
 #include "kit/scrollrule.h"
 
 #include <gtest/gtest.h>
-
-#include <cstdint>
 
 namespace qrl {
 namespace {
@@ -42,21 +39,6 @@ TEST(SampleModel, BlinkColourAndDecorations) {
     EXPECT_EQ(lines[1], (std::vector<TPoint>{{4, 7}, {14, 7}}));
     EXPECT_EQ(lines[2], (std::vector<TPoint>{{3, 3}, {15, 3}, {15, 11}, {3, 11}, {3, 3}}));
     EXPECT_EQ(SampleDecorations(kAttrOverline, 10, 8, 3)[0], (std::vector<TPoint>{{4, 3}, {14, 3}}));
-}
-
-// A dialog's rectangles at another resolution: nearest pixel, halves away from zero on both sides of
-// the client area's origin (a scrolled layout has negative tops), touching edges still touching.
-TEST(Geometry, ScalesToTheNearestPixelAlikeAboveAndBelowTheOrigin) {
-    struct Case {
-        std::int32_t value, from, to, scaled;
-    };
-    for (const Case& c : {Case{7, 96, 144, 11}, {-7, 96, 144, -11}, {5, 144, 96, 3}, {-5, 144, 96, -3},
-                          {481, 96, 144, 722}, {722, 144, 96, 481}, {10, 0, 144, 10}, {INT32_MAX, 96, 192, INT32_MAX},
-                          {INT32_MIN, 96, 192, INT32_MIN}})
-        EXPECT_EQ(ScaleLength(c.value, c.from, c.to), c.scaled) << c.value << " " << c.from << "->" << c.to;
-    const TRect left{-3, -7, 7, 5}, right{7, -7, 15, 5};
-    EXPECT_EQ(ScaleRect(left, 96, 144).right, ScaleRect(right, 96, 144).left);
-    EXPECT_EQ(ScaleRect(left, 96, 144), (TRect{-5, -11, 11, 8}));
 }
 
 }  // namespace

@@ -61,7 +61,9 @@ const char kUsage[] =
     "  --select TEXT      before the first press, select the tree item whose text starts with TEXT\n"
     "  --choose ID=ROW    before the first picture, choose row ROW of the first dialog's drop-down ID\n"
     "  --settle MS        wait this long after a dialog shows before picturing it (default 600)\n"
-    "  --timeout MS       press Cancel in a dialog still open after this long (default never)\n";
+    "  --timeout MS       press Cancel in a dialog still open after this long (default never)\n"
+    "  --check-layout     print each dialog's texts wider than their controls and controls outside it;\n"
+    "                     the exit code is then 3 when there are any\n";
 
 // Text files come as UTF-16 (marked, or recognisable by its zero bytes) or UTF-8.
 bool readText(const std::wstring& path, std::u16string& text) {
@@ -222,6 +224,7 @@ int run(int argc, wchar_t** argv) {
             shots.chooseRow = *rest == L'=' ? static_cast<int>(std::wcstol(rest + 1, nullptr, 10)) : 0;
         }
         else if (arg == L"--settle") shots.settleMs = std::wcstoul(value().c_str(), nullptr, 10);
+        else if (arg == L"--check-layout") shots.checkLayout = true;
         else if (arg == L"--timeout") shots.timeoutMs = std::wcstoul(value().c_str(), nullptr, 10);
         else if (!arg.empty() && arg[0] == L'-') {
             std::fprintf(stderr, "qrl4host: unknown option %ls\n%s", arg.c_str(), kUsage);
@@ -269,7 +272,7 @@ int run(int argc, wchar_t** argv) {
         std::fflush(stdout);
         DestroyWindow(linkWindow);
         FreeLibrary(module);
-        return 0;
+        return qrl4host::LayoutProblemCount() ? 3 : 0;
     }
     if (addLink) request = withLink(request, linkWindow);
     if (openWait) openWaitEntry(nullptr, 0);
@@ -298,7 +301,7 @@ int run(int argc, wchar_t** argv) {
     std::fflush(stdout);
     DestroyWindow(linkWindow);
     FreeLibrary(module);
-    return 0;
+    return qrl4host::LayoutProblemCount() ? 3 : 0;
 }
 
 }  // namespace

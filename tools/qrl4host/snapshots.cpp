@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "hostwindow.h"
+#include "layoutcheck.h"
 #include "pngwrite.h"
 
 namespace qrl4host {
@@ -24,6 +25,7 @@ struct TWatch {
     std::vector<TSeenDialog> seen;
     std::size_t nextPress = 0;
     int pictureCount = 0;
+    int layoutProblems = 0;
     UINT_PTR timer = 0;
 };
 TWatch g_watch;
@@ -117,6 +119,12 @@ bool capture(HWND window, uint32_t& width, uint32_t& height, std::vector<uint8_t
 
 void picture(TSeenDialog& dialog) {
     dialog.pictured = true;
+    if (g_watch.options.checkLayout) {
+        for (const std::wstring& problem : LayoutProblems(dialog.window)) {
+            PrintText("layout", reinterpret_cast<const char16_t*>(problem.c_str()));
+            ++g_watch.layoutProblems;
+        }
+    }
     if (g_watch.options.directory.empty()) return;
     uint32_t width = 0, height = 0;
     std::vector<uint8_t> rgb;
@@ -219,5 +227,7 @@ void StopSnapshots() {
     if (g_watch.timer) KillTimer(nullptr, g_watch.timer);
     g_watch.timer = 0;
 }
+
+int LayoutProblemCount() { return g_watch.layoutProblems; }
 
 }  // namespace qrl4host

@@ -18,10 +18,13 @@ struct TSnapshotOptions {
     int chooseRow = 0;          // ...gets this row, as a user's pick does; 0 as the id: none
     DWORD settleMs = 600;       // a dialog is pictured this long after it first shows
     DWORD timeoutMs = 0;        // a dialog still open this long after it showed gets Cancel; 0: never
+    bool checkLayout = false;   // print each dialog's cut texts and stray controls when it has settled
 };
 
 // Starts the watch (a thread timer; the module's modal loops dispatch it). Call once.
 void StartSnapshots(const TSnapshotOptions& options);
 void StopSnapshots();
+// The cut texts and stray controls found so far (with checkLayout).
+int LayoutProblemCount();
 
 }  // namespace qrl4host
