@@ -39,7 +39,8 @@ void MoveToAnotherMonitor(Driver& d, HWND dialog, Problems& problems) {
 }
 
 // A button opening the dialog titled so (visited with the popup of its `inner` button), or a step.
-struct Step { int button; const wchar_t* title = nullptr; int inner = 0; };
+// A button that asks for a file first gets the test folder's key map file in the dialog titled `file`.
+struct Step { int button; const wchar_t* title = nullptr; int inner = 0; const wchar_t* file = nullptr; };
 constexpr int kAnotherMonitor = -1, kSelect = -2;
 
 void Visit(Driver& d, HWND dialog, const std::vector<Step>& path, Problems& problems) {
@@ -54,6 +55,8 @@ void Visit(Driver& d, HWND dialog, const std::vector<Step>& path, Problems& prob
             continue;
         }
         Driver::Click(dialog, step.button);
+        if (step.file) d.AnswerFileDialog(step.file, TempDir() + L"layout-keymap.xml");
+        if (!step.title) continue;
         HWND next = d.WaitForDialog(step.title);
         Inspect(next, problems);
         if (step.inner) Driver::Click(next, step.inner);
@@ -87,7 +90,9 @@ TEST(DialogLayout, EveryTextFitsItsControlAndEveryControlItsDialog) {
           {IDC_MACRO_ASSIST, L"Macro Assistant"}}},
         {classic, L"Keyboard Configuration",
          {{IDC_ADVANCED, L"Advanced Keyboard Configuration"}, {IDC_LIST_BYEMUL, L"Select a Physical Key", IDC_ADD_PKEY}}},
-        {keymap, L"Configure Keyboard", {{ID_KEYBOARDS, L"Keyboard Selection"}, {IDC_KEYMAP_CHECK, L"Key Map Check"}}},
+        {keymap, L"Configure Keyboard", {{ID_KEYBOARDS, L"Keyboard Selection"}, {IDC_KEYMAP_CHECK, L"Key Map Check"},
+                                          {IDC_KEYMAP_EXPORT, nullptr, 0, L"Export Key Map"},
+                                          {IDC_KEYMAP_IMPORT, L"Import Key Map", 0, L"Import Key Map"}}},
         {colours, L"Colour Configuration", {{IDC_ATTREDIT, L"Edit Attribute", IDC_PALETTE_CFG}, {IDC_ATTR_ADVANCED, L"Advanced Attribute Configuration"},
                                             {IDC_SCHEME_SAVEAS, L"Save Colour Scheme"}, {IDC_CONTRAST_CHECK, L"Contrast Check"}}},
         {hotspots, L"Configure HotSpots", {{IDC_HS_NEW, L"Configure HotSpot", IDC_HS_MATCH}, {IDC_HS_COLOURS, L"Configure HotSpots Colours"},
@@ -95,6 +100,7 @@ TEST(DialogLayout, EveryTextFitsItsControlAndEveryControlItsDialog) {
         {mouse, L"Configure Mouse", {}},
     };
     Problems problems;
+    DeleteFileW((TempDir() + L"layout-keymap.xml").c_str());  // else saving it asks first
     host.exchangeReplies = {u"<charmap><map start=\"41\" length=\"1\"/></charmap>"};  // the character set's map
     for (const Case& c : cases)
         RunRequest(c.request, c.firstTitle, [&](Driver& d, HWND first) {
