@@ -107,6 +107,15 @@ TEST(DialogLayout, EveryTextFitsItsControlAndEveryControlItsDialog) {
             Visit(d, first, c.path, problems);
             if (IsWindow(first)) d.Close(first, IDCANCEL);
         });
+    // Edit Attribute's small layout, chosen where the normal one does not fit the screen.
+    RECT area{}, pocket{0, 0, 240, 320};
+    SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0);
+    SystemParametersInfoW(SPI_SETWORKAREA, 0, &pocket, 0);
+    RunRequest(colours, L"Colour Configuration", [&](Driver& d, HWND first) {
+        Visit(d, first, {{IDC_ATTREDIT, L"Edit Attribute", IDC_PALETTE_CFG}}, problems);
+        d.Close(first, IDCANCEL);
+    });
+    SystemParametersInfoW(SPI_SETWORKAREA, 0, &area, 0);
     ForgetModuleValue(u"Comms.WindowSize");
     EXPECT_EQ(std::vector<std::wstring>(problems.begin(), problems.end()), std::vector<std::wstring>{});
 }
