@@ -13,6 +13,9 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <set>
 
 namespace qrl::test {
@@ -38,9 +41,17 @@ void MoveToAnotherMonitor(Driver& d, HWND dialog, Problems& problems) {
         problems.insert(Driver::Text(dialog) + L": not laid out again at " + std::to_wstring(to));
 }
 
-// A button opening the dialog titled so (visited with the popup of its `inner` button), or a step.
-// A button that asks for a file first gets the test folder's key map file in the dialog titled `file`.
-struct Step { int button; const wchar_t* title = nullptr; int inner = 0; const wchar_t* file = nullptr; };
+// A button opening the dialog titled so (visited with the popup of its `inner` button and the steps
+// `then`), or a step. A button that asks for a file first gets the test folder's file `fileName` in
+// the dialog titled `file`.
+struct Step {
+    int button;
+    const wchar_t* title = nullptr;
+    int inner = 0;
+    const wchar_t* file = nullptr;
+    const wchar_t* fileName = L"layout-keymap.xml";
+    std::vector<Step> then = {};
+};
 constexpr int kAnotherMonitor = -1, kSelect = -2;
 
 void Visit(Driver& d, HWND dialog, const std::vector<Step>& path, Problems& problems) {
@@ -55,10 +66,10 @@ void Visit(Driver& d, HWND dialog, const std::vector<Step>& path, Problems& prob
             continue;
         }
         Driver::Click(dialog, step.button);
-        if (step.file) d.AnswerFileDialog(step.file, TempDir() + L"layout-keymap.xml");
+        if (step.file) d.AnswerFileDialog(step.file, TempDir() + step.fileName);
         if (!step.title) continue;
         HWND next = d.WaitForDialog(step.title);
-        Inspect(next, problems);
+        Visit(d, next, step.then, problems);
         if (step.inner) Driver::Click(next, step.inner);
         if (HWND popup = step.inner ? d.WaitForPopup(next) : nullptr) {
             Inspect(popup, problems);
@@ -94,13 +105,19 @@ TEST(DialogLayout, EveryTextFitsItsControlAndEveryControlItsDialog) {
                                           {IDC_KEYMAP_EXPORT, nullptr, 0, L"Export Key Map"},
                                           {IDC_KEYMAP_IMPORT, L"Import Key Map", 0, L"Import Key Map"}}},
         {colours, L"Colour Configuration", {{IDC_ATTREDIT, L"Edit Attribute", IDC_PALETTE_CFG}, {IDC_ATTR_ADVANCED, L"Advanced Attribute Configuration"},
-                                            {IDC_SCHEME_SAVEAS, L"Save Colour Scheme"}, {IDC_CONTRAST_CHECK, L"Contrast Check"}}},
+                                            {IDC_SCHEME_SAVEAS, L"Save Colour Scheme"}, {IDC_CONTRAST_CHECK, L"Contrast Check"},
+                                            {IDC_ATTREDIT, L"Edit Attribute", 0, nullptr, nullptr, {{IDC_PALETTE_CFG, L"Configure Palette", 0, nullptr, nullptr,
+                                             {{IDC_PAL_IMPORT, L"Choose a Scheme", 0, L"Import Palette", L"layout-schemes.json"}}}}}}},
         {hotspots, L"Configure HotSpots", {{IDC_HS_NEW, L"Configure HotSpot", IDC_HS_MATCH}, {IDC_HS_COLOURS, L"Configure HotSpots Colours"},
                                            {IDC_HS_SAVEAS, L"Save HotSpot Set"}}},
         {mouse, L"Configure Mouse", {}},
     };
     Problems problems;
     DeleteFileW((TempDir() + L"layout-keymap.xml").c_str());  // else saving it asks first
+    std::ifstream sample(QRL_SOURCE_DIR "/samples/palettes/harbour.json", std::ios::binary);
+    const std::string scheme{std::istreambuf_iterator<char>(sample), {}};
+    std::ofstream(std::filesystem::path(TempDir() + L"layout-schemes.json"), std::ios::binary)
+        << "{\"schemes\": [" << scheme << ", " << scheme << "]}";
     host.exchangeReplies = {u"<charmap><map start=\"41\" length=\"1\"/></charmap>"};  // the character set's map
     for (const Case& c : cases)
         RunRequest(c.request, c.firstTitle, [&](Driver& d, HWND first) {
