@@ -37,6 +37,8 @@ install(FILES ${PROJECT_SOURCE_DIR}/cmake/qrl4cfgConfig.cmake ${CMAKE_BINARY_DIR
         DESTINATION lib/cmake/qrl4cfg)
 
 install(FILES ${PROJECT_SOURCE_DIR}/docs/package-readme.txt DESTINATION share/qrl4cfg RENAME README)
+install(CODE "set(QRL_EMULATOR \"${CMAKE_CROSSCOMPILING_EMULATOR}\")\nset(QRL_BUILD_DIR \"${CMAKE_BINARY_DIR}\")")
+install(SCRIPT ${PROJECT_SOURCE_DIR}/cmake/languagetemplate.cmake)
 file(GLOB sample_files ${PROJECT_SOURCE_DIR}/samples/*.*)
 install(FILES ${sample_files} DESTINATION share/qrl4cfg/samples)
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/samples/palettes ${PROJECT_SOURCE_DIR}/samples/lang DESTINATION share/qrl4cfg/samples)
