@@ -1,6 +1,7 @@
 #include <windows.h>
 
 #include "kit/basedialog.h"
+#include "kit/commoncontrols.h"
 #include "kit/pleasewait.h"
 #include "app/hostlink_win.h"
 #include "app/module_win.h"
@@ -22,6 +23,7 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID reserved
             // A window whose class goes would otherwise call into the unloaded module.
             qrl::DestroyPleaseWait();
             qrl::UnregisterModuleClasses(instance);
+            qrl::ReleaseCommonControlsContext();
             qrl::SetProcessHostChannel(nullptr);
             qrl::SetModuleInstance(nullptr);
             // Freed by the host rather than the process ending: give the runtime's buffers back.

@@ -12,6 +12,7 @@
 #include "qrl4cfg.h"
 
 #include "forms/formdef.h"
+#include "kit/commoncontrols.h"
 #include "kit/dpi.h"
 #include "kit/pleasewait.h"
 #include "forms/runform.h"
@@ -74,6 +75,7 @@ std::u16string_view requestText(const wchar_t* request) {
 // The run behind both entry points, logged under the entry's name when the request asks for it.
 int runLogged(std::u16string_view entry, wchar_t* request, HWND parent, wchar_t* reply, uint64_t capacity,
               uint32_t* status) {
+    TCommonControlsScope commonControls;
     TDpiAwarenessScope perMonitor;
     INITCOMMONCONTROLSEX controls{sizeof controls, ICC_TAB_CLASSES};
     InitCommonControlsEx(&controls);
@@ -116,6 +118,7 @@ int fnInit(uint64_t word) {
 
 int fnOpenWait(HWND parent, unsigned char flags) {
     try {
+        qrl::TCommonControlsScope commonControls;
         qrl::TDpiAwarenessScope perMonitor;
         if (flags & 1)
             qrl::ClosePleaseWait();
@@ -129,6 +132,7 @@ int fnOpenWait(HWND parent, unsigned char flags) {
 int fnMacroAssist(HWND parent, wchar_t* text, uint32_t capacity, const wchar_t* keyNames, HWND hostWindow,
                   int mode) {
     try {
+        qrl::TCommonControlsScope commonControls;
         qrl::TDpiAwarenessScope perMonitor;
         INITCOMMONCONTROLSEX controls{sizeof controls, ICC_STANDARD_CLASSES};
         InitCommonControlsEx(&controls);

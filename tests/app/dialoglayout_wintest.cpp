@@ -1,5 +1,7 @@
-// Every dialog at this program's resolution (96 dots per inch, 144 in a prefix made so): each English
-// text fits its control (the host program's check), also after the settings dialog moved monitor.
+// Every dialog at this program's resolution (96 dots per inch, 144 in a prefix made so): per-monitor
+// aware while this host's thread stays as it was, on common controls 6 in this host without a manifest,
+// each English text fitting its control (the host program's check), also after the settings dialog
+// moved monitor.
 #include "charmap/charmap_rc.h"
 #include "colours/colours_rc.h"
 #include "formsetup.h"
@@ -79,6 +81,14 @@ void Visit(Driver& d, HWND dialog, const std::vector<Step>& path, Problems& prob
     }
 }
 
+// 0 unaware, 1 system, 2 per monitor: of `window`, or of this thread for null.
+int Awareness(HWND window) {
+    const auto call = [](const char* name) { return reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"user32.dll"), name)); };
+    HANDLE context = window ? reinterpret_cast<HANDLE(WINAPI*)(HWND)>(call("GetWindowDpiAwarenessContext"))(window)
+                            : reinterpret_cast<HANDLE(WINAPI*)()>(call("GetThreadDpiAwarenessContext"))();
+    return reinterpret_cast<int(WINAPI*)(HANDLE)>(call("GetAwarenessFromDpiAwarenessContext"))(context);
+}
+
 TEST(DialogLayout, EveryTextFitsItsControlAndEveryControlItsDialog) {
     ASSERT_TRUE(Product::Get().Loaded());
     wchar_t wanted[8] = {};
@@ -119,8 +129,14 @@ TEST(DialogLayout, EveryTextFitsItsControlAndEveryControlItsDialog) {
     std::ofstream(std::filesystem::path(TempDir() + L"layout-schemes.json"), std::ios::binary)
         << "{\"schemes\": [" << scheme << ", " << scheme << "]}";
     host.exchangeReplies = {u"<charmap><map start=\"41\" length=\"1\"/></charmap>"};  // the character set's map
+    const int hostAwareness = Awareness(nullptr);
+    std::set<int> dialogAwareness;
+    Problems cues;
     for (const Case& c : cases)
         RunRequest(c.request, c.firstTitle, [&](Driver& d, HWND first) {
+            dialogAwareness.insert(Awareness(first));
+            wchar_t cue[64] = {};  // version 5's edit doesn't know the message
+            if (SendDlgItemMessageW(first, IDC_SEARCH_EDIT, EM_GETCUEBANNER, reinterpret_cast<WPARAM>(cue), 64)) cues.insert(cue);
             Visit(d, first, c.path, problems);
             if (IsWindow(first)) d.Close(first, IDCANCEL);
         });
@@ -134,6 +150,9 @@ TEST(DialogLayout, EveryTextFitsItsControlAndEveryControlItsDialog) {
     });
     SystemParametersInfoW(SPI_SETWORKAREA, 0, &area, 0);
     ForgetModuleValue(u"Comms.WindowSize");
+    EXPECT_EQ(dialogAwareness, std::set<int>{2});
+    EXPECT_EQ(Awareness(nullptr), hostAwareness);
+    EXPECT_EQ(cues, Problems{L"Search settings (Ctrl+F)"});
     EXPECT_EQ(std::vector<std::wstring>(problems.begin(), problems.end()), std::vector<std::wstring>{});
 }
 
