@@ -4,6 +4,8 @@
 
 #include <windows.h>
 
+#include <gtest/gtest.h>
+
 #include <cstdint>
 #include <initializer_list>
 #include <string>
@@ -51,6 +53,12 @@ private:
     RunConfig2WFn runConfig2W_ = nullptr;
     OpenWaitFn openWait_ = nullptr;
     MacroAssistFn macroAssist_ = nullptr;
+};
+
+// A test of the DLL: it stops at once when the DLL is not beside the tests.
+class ProductTest : public ::testing::Test {
+protected:
+    void SetUp() override { ASSERT_TRUE(Product::Get().Loaded()) << "qrl4cfg.dll not found beside the tests"; }
 };
 
 // A hidden window of the calling thread that plays the host's side of the link.

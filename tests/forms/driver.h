@@ -31,6 +31,13 @@ public:
     void WaitGone(HWND window, int timeoutMs = 15000);
 
     static std::wstring Text(HWND window);
+    // A control of a dialog: its text, whether it shows, takes input or is checked, and the selected
+    // row of a list box or combo box.
+    static std::wstring Text(HWND dialog, int id) { return Text(GetDlgItem(dialog, id)); }
+    static bool Shown(HWND dialog, int id) { return IsWindowVisible(GetDlgItem(dialog, id)) != FALSE; }
+    static bool Enabled(HWND dialog, int id) { return IsWindowEnabled(GetDlgItem(dialog, id)) != FALSE; }
+    static bool Checked(HWND dialog, int id) { return IsDlgButtonChecked(dialog, id) == BST_CHECKED; }
+    static int Selection(HWND dialog, int id);
     // Texts of the static controls of a message box, joined by "\n".
     static std::wstring MessageText(HWND box);
     // Answers the message box that `owner` shows with `button`; returns its title and text as

@@ -30,6 +30,7 @@ std::wstring ClassOf(HWND window) {
 }
 
 bool IsDialog(HWND window) { return ClassOf(window) == L"#32770"; }
+bool IsCombo(HWND window) { return _wcsicmp(ClassOf(window).c_str(), L"ComboBox") == 0; }
 
 template <class Predicate>
 HWND WaitFor(DWORD thread, int timeoutMs, Predicate found) {
@@ -141,7 +142,7 @@ std::wstring Driver::Answer(HWND owner, int button) {
 
 std::vector<std::wstring> Driver::ListRows(HWND dialog, int id) {
     HWND list = GetDlgItem(dialog, id);
-    const bool combo = _wcsicmp(ClassOf(list).c_str(), L"ComboBox") == 0;
+    const bool combo = IsCombo(list);
     std::vector<std::wstring> rows;
     const int count = static_cast<int>(SendMessageW(list, combo ? CB_GETCOUNT : LB_GETCOUNT, 0, 0));
     for (int i = 0; i < count; ++i) {
@@ -152,6 +153,11 @@ std::vector<std::wstring> Driver::ListRows(HWND dialog, int id) {
         rows.push_back(text);
     }
     return rows;
+}
+
+int Driver::Selection(HWND dialog, int id) {
+    const UINT message = IsCombo(GetDlgItem(dialog, id)) ? CB_GETCURSEL : LB_GETCURSEL;
+    return static_cast<int>(SendDlgItemMessageW(dialog, id, message, 0, 0));
 }
 
 std::wstring Driver::MessageText(HWND box) {

@@ -44,14 +44,38 @@ RunResult RunRequest(const std::u16string& request, const std::wstring& title,
     return result;
 }
 
+void SelectElement(Driver& d, HWND form, const std::wstring& prefix, int settleMs) {
+    HWND tree = GetDlgItem(form, IDC_TREE);
+    Driver::SelectTreeItem(tree, Driver::FindTreeItem(tree, prefix));
+    d.Settle(settleMs);
+}
+
+std::wstring ElementLabel(HWND form, const std::wstring& prefix) {
+    HWND tree = GetDlgItem(form, IDC_TREE);
+    return Driver::TreeItemText(tree, Driver::FindTreeItem(tree, prefix));
+}
+
+std::wstring SelectedLabel(HWND form) {
+    HWND tree = GetDlgItem(form, IDC_TREE);
+    return Driver::TreeItemText(tree, Driver::SelectedTreeItem(tree));
+}
+
 RunResult RunOnElement(const std::u16string& request, const std::wstring& element,
                        const std::function<void(Driver&, HWND)>& script, int settleMs, const std::wstring& title) {
     return RunRequest(request, title, [&](Driver& d, HWND form) {
-        HWND tree = GetDlgItem(form, IDC_TREE);
-        Driver::SelectTreeItem(tree, Driver::FindTreeItem(tree, element));
-        d.Settle(settleMs);
+        SelectElement(d, form, element, settleMs);
         script(d, form);
         if (IsWindow(form)) d.Close(form);
+    }, settleMs);
+}
+
+RunResult RunEditor(const std::u16string& request, const std::wstring& element, const std::wstring& title,
+                    const std::function<void(Driver&, HWND)>& script, int settleMs) {
+    return RunOnElement(request, element, [&](Driver& d, HWND form) {
+        Driver::Click(form, IDC_SPECIAL_EDIT);
+        HWND editor = d.WaitForDialog(title, 15000, settleMs);
+        script(d, editor);
+        d.WaitGone(editor);
     }, settleMs);
 }
 

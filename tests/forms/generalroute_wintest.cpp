@@ -19,22 +19,10 @@ using Rows = std::vector<std::wstring>;
 
 const std::wstring kCommsTitle = L"Configure  Telnet over TCP";
 
-HWND Tree(HWND dialog) { return GetDlgItem(dialog, IDC_TREE); }
-void Select(Driver& d, HWND dialog, const std::wstring& prefix) {
-    Driver::SelectTreeItem(Tree(dialog), Driver::FindTreeItem(Tree(dialog), prefix));
-    d.Settle();
-}
-std::wstring Label(HWND dialog, const std::wstring& prefix) {
-    return Driver::TreeItemText(Tree(dialog), Driver::FindTreeItem(Tree(dialog), prefix));
-}
-std::wstring Selected(HWND dialog) { return Driver::TreeItemText(Tree(dialog), Driver::SelectedTreeItem(Tree(dialog))); }
-bool Shown(HWND dialog, int id) { return IsWindowVisible(GetDlgItem(dialog, id)) != FALSE; }
-std::wstring EditText(HWND dialog) { return Driver::Text(GetDlgItem(dialog, IDC_VALUE_EDIT)); }
-
-class GeneralRoute : public ::testing::Test {
+class GeneralRoute : public ProductTest {
 protected:
     void SetUp() override {
-        ASSERT_TRUE(Product::Get().Loaded()) << "qrl4cfg.dll not found beside the tests";
+        ProductTest::SetUp();
         ForgetSelection(u"Comms");
         ForgetSelection(u"Emul");
     }
@@ -57,41 +45,41 @@ protected:
 
 TEST_F(GeneralRoute, EachEditorWorksAndOkRepliesWithTheChangedValuesOnly) {
     const RunResult r = Run(Request(), [&](Driver& d, HWND dlg) {
-        Select(d, dlg, L"Host name");
+        SelectElement(d, dlg, L"Host name");
         Driver::Type(GetDlgItem(dlg, IDC_VALUE_EDIT), L"beta");
         d.Settle();
-        EXPECT_EQ(Label(dlg, L"Host name"), L"Host name (beta)");
-        Select(d, dlg, L"Port");
+        EXPECT_EQ(ElementLabel(dlg, L"Host name"), L"Host name (beta)");
+        SelectElement(d, dlg, L"Port");
         Driver::Type(GetDlgItem(dlg, IDC_VALUE_EDIT), L"2323");
-        Select(d, dlg, L"Send keep-alives");
-        EXPECT_TRUE(Shown(dlg, IDC_VALUE_CHECK) && !Shown(dlg, IDC_VALUE_LABEL) && !Shown(dlg, IDC_VALUE_EDIT));
+        SelectElement(d, dlg, L"Send keep-alives");
+        EXPECT_TRUE(Driver::Shown(dlg, IDC_VALUE_CHECK) && !Driver::Shown(dlg, IDC_VALUE_LABEL) && !Driver::Shown(dlg, IDC_VALUE_EDIT));
         Driver::Tick(dlg, IDC_VALUE_CHECK);
         d.Settle();
-        Select(d, dlg, L"Proxy type");
+        SelectElement(d, dlg, L"Proxy type");
         Driver::Choose(dlg, IDC_VALUE_COMBO, 2);
         // The window side of the editors; which editor each type gets is checked natively.
-        Select(d, dlg, L"Password");
+        SelectElement(d, dlg, L"Password");
         EXPECT_EQ(SendDlgItemMessageW(dlg, IDC_VALUE_EDIT, EM_GETPASSWORDCHAR, 0, 0), L'*');
-        Select(d, dlg, L"Read-only note");
+        SelectElement(d, dlg, L"Read-only note");
         EXPECT_FALSE(IsWindowEnabled(GetDlgItem(dlg, IDC_VALUE_EDIT)));
-        Select(d, dlg, L"Screen font");
+        SelectElement(d, dlg, L"Screen font");
         EXPECT_EQ(Driver::Text(GetDlgItem(dlg, IDC_FONT_TEXT)), L"Courier New");
-        Select(d, dlg, L"Printer");
+        SelectElement(d, dlg, L"Printer");
         EXPECT_EQ(Driver::Text(GetDlgItem(dlg, IDC_PRINTER_TEXT)), L"Default printer");
-        Select(d, dlg, L"Escape character");
+        SelectElement(d, dlg, L"Escape character");
         Driver::Choose(dlg, IDC_VALUE_COMBO, 65);
-        Select(d, dlg, L"Retries");
+        SelectElement(d, dlg, L"Retries");
         Driver::Choose(dlg, IDC_VALUE_COMBO, 2);
-        Select(d, dlg, L"Cursor colour");
+        SelectElement(d, dlg, L"Cursor colour");
         Driver::Click(dlg, IDC_COLOUR_EDIT);
         HWND colour = d.WaitForPopup(dlg);
         SetWindowTextW(GetDlgItem(colour, 707), L"128");  // green
         d.Settle();
         d.Close(colour);
         d.Settle();
-        EXPECT_EQ(Label(dlg, L"Cursor colour"), L"Cursor colour (RGB=0080ff)");
+        EXPECT_EQ(ElementLabel(dlg, L"Cursor colour"), L"Cursor colour (RGB=0080ff)");
         // Deleting a language asks the host and updates the list.
-        Select(d, dlg, L"Language (");
+        SelectElement(d, dlg, L"Language (");
         Driver::Click(dlg, IDC_LANG_DELETE);
         EXPECT_EQ(d.Answer(dlg, IDCANCEL), L"Confirm Delete language|Delete language English?");  // nothing happens
         host.deleteResult = 5;  // the host refuses: nothing changes either
@@ -103,7 +91,7 @@ TEST_F(GeneralRoute, EachEditorWorksAndOkRepliesWithTheChangedValuesOnly) {
         d.Answer(dlg, IDOK);
         EXPECT_EQ(Driver::ListRows(dlg, IDC_VALUE_COMBO), (Rows{L"German", L"French"}));
         EXPECT_EQ(SendDlgItemMessageW(dlg, IDC_VALUE_COMBO, CB_GETCURSEL, 0, 0), 0);
-        Select(d, dlg, L"Host name");
+        SelectElement(d, dlg, L"Host name");
         Driver::Type(GetDlgItem(dlg, IDC_VALUE_EDIT), L"beta");  // typed again: no second item
     });
     EXPECT_EQ(r.status, 0u);
@@ -126,7 +114,7 @@ TEST_F(GeneralRoute, CancelAndConnectEndTheForm) {
     for (const auto& c : cases) {
         SCOPED_TRACE(c.button);
         const RunResult r = Run(Request(), [&](Driver& d, HWND dlg) {
-            Select(d, dlg, L"Host name");
+            SelectElement(d, dlg, L"Host name");
             Driver::Type(GetDlgItem(dlg, IDC_VALUE_EDIT), L"gamma");
             d.Close(dlg, c.button);
         });
@@ -155,7 +143,7 @@ TEST_F(GeneralRoute, ModuleChangeThroughTheSelectionDialog) {
 
 TEST_F(GeneralRoute, ValidationStopsLeavingAndAcceptingABadNumber) {
     const RunResult r = Run(Request(), [&](Driver& d, HWND dlg) {
-        Select(d, dlg, L"Port");
+        SelectElement(d, dlg, L"Port");
         HWND edit = GetDlgItem(dlg, IDC_VALUE_EDIT);
         // Typing is filtered by the number style; a paste gets through.
         Driver::Type(edit, L"12x");
@@ -164,9 +152,9 @@ TEST_F(GeneralRoute, ValidationStopsLeavingAndAcceptingABadNumber) {
         Driver::Paste(edit, L"12x");
         d.Settle();
         // Leaving the field is refused with the message, posted after the notification.
-        Driver::SelectTreeItem(Tree(dlg), Driver::FindTreeItem(Tree(dlg), L"Host name"));
+        SelectElement(d, dlg, L"Host name");
         EXPECT_EQ(d.Answer(dlg, IDOK), L"Validation Error|\"12x\" is not a valid number");
-        EXPECT_EQ(Selected(dlg), L"Port (12x)");
+        EXPECT_EQ(SelectedLabel(dlg), L"Port (12x)");
         Driver::Type(edit, L"99999");
         Driver::Click(dlg, IDOK);
         EXPECT_EQ(d.Answer(dlg, IDOK), L"Validation Error|Value must be between 1 and 65535");
@@ -179,34 +167,34 @@ TEST_F(GeneralRoute, TheSecondRunRecallsTheSelectionOfTheFirst) {
     Run(Request(), [&](Driver& d, HWND dlg) {
         // No value yet: no element is selected and no editor is shown. (The tree view itself
         // selects its first item, the root, when it takes the focus.)
-        EXPECT_EQ(Selected(dlg), L"Telnet over TCP");
-        EXPECT_FALSE(Shown(dlg, IDC_VALUE_EDIT) || Shown(dlg, IDC_VALUE_LABEL));
-        Select(d, dlg, L"Timeout");
+        EXPECT_EQ(SelectedLabel(dlg), L"Telnet over TCP");
+        EXPECT_FALSE(Driver::Shown(dlg, IDC_VALUE_EDIT) || Driver::Shown(dlg, IDC_VALUE_LABEL));
+        SelectElement(d, dlg, L"Timeout");
     });
     Run(Request(), [&](Driver& d, HWND dlg) {
-        EXPECT_EQ(Selected(dlg), L"Timeout (seconds) (30)");
-        EXPECT_EQ(EditText(dlg), L"30");
+        EXPECT_EQ(SelectedLabel(dlg), L"Timeout (seconds) (30)");
+        EXPECT_EQ(Driver::Text(dlg, IDC_VALUE_EDIT), L"30");
         d.Close(dlg, IDCANCEL);  // Cancel stores the selection too
     });
     // The module change stores nothing: the next run still starts on Timeout.
     Run(Request(), [&](Driver& d, HWND dlg) {
-        Select(d, dlg, L"Port");
+        SelectElement(d, dlg, L"Port");
         Driver::Click(dlg, IDC_MODULE_SELECT);
         Driver::Click(d.WaitForDialog(L"Module Selection"), IDOK);
         d.WaitGone(dlg);
     });
-    Run(Request(), [&](Driver&, HWND dlg) { EXPECT_EQ(Selected(dlg), L"Timeout (seconds) (30)"); });
+    Run(Request(), [&](Driver&, HWND dlg) { EXPECT_EQ(SelectedLabel(dlg), L"Timeout (seconds) (30)"); });
 }
 
 TEST_F(GeneralRoute, FontChooserWritesTheFontStream) {
     std::wstring shown;
     const RunResult r = Run(Request(), [&](Driver& d, HWND dlg) {
-        Select(d, dlg, L"Screen font");
+        SelectElement(d, dlg, L"Screen font");
         Driver::Click(dlg, IDC_FONT_EDIT);
         d.Close(d.WaitForPopup(dlg));
         d.Settle();
         shown = Driver::Text(GetDlgItem(dlg, IDC_FONT_TEXT));
-        EXPECT_EQ(Label(dlg, L"Screen font"), L"Screen font (" + shown + L")");
+        EXPECT_EQ(ElementLabel(dlg, L"Screen font"), L"Screen font (" + shown + L")");
     });
     // What the dialog returns depends on the fonts present; the value must be a whole stream whose
     // face name (between two apostrophes) is the one shown, and the only item of the reply.
@@ -243,12 +231,12 @@ TEST_F(FileEditors, BrowseAndImportTakeTheChosenFiles) {
     folder.write("source/id_rsa", "secret");
     host.authDirectory = (root / L"auth").u16string();
     const RunResult r = Run(Request(), [&](Driver& d, HWND dlg) {
-        Select(d, dlg, L"Log file");
+        SelectElement(d, dlg, L"Log file");
         Driver::Click(dlg, IDC_FILE_BROWSE);
         d.AnswerFileDialog(L"Browse", path);
         d.Settle();
-        EXPECT_EQ(EditText(dlg), path);
-        Select(d, dlg, L"SSH key file");
+        EXPECT_EQ(Driver::Text(dlg, IDC_VALUE_EDIT), path);
+        SelectElement(d, dlg, L"SSH key file");
         EXPECT_EQ(Driver::ListRows(dlg, IDC_VALUE_COMBO), (Rows{L"existing_key"}));
         for (int round = 0; round < 2; ++round) {
             Driver::Click(dlg, IDC_SSH_IMPORT);
@@ -267,7 +255,7 @@ TEST_F(GeneralRoute, TextsComeFromTheLanguageFolderAndConnectedSessionsKeepTheir
     Rows texts;
     Run(Request(u"LangId=\"\" LangDir=\"\"", u"LangId=\"deu\" LangDir=\"" + langDir + u"\""), [&](Driver& d, HWND dlg) {
         for (int id : {IDOK, IDCANCEL, IDC_CONNECT, IDC_MODULE_SELECT}) texts.push_back(Driver::Text(GetDlgItem(dlg, id)));
-        for (const wchar_t* item : {L"Verbindung", L"Rechnername", L"Vermittlerart"}) texts.push_back(Label(dlg, item));
+        for (const wchar_t* item : {L"Verbindung", L"Rechnername", L"Vermittlerart"}) texts.push_back(ElementLabel(dlg, item));
         Driver::Click(dlg, IDC_MODULE_SELECT);
         HWND select = d.WaitForPopup(dlg);
         texts.push_back(Driver::Text(select));

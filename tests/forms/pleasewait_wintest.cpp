@@ -1,10 +1,7 @@
-// The please-wait window through fnOpenWait, and the framework's base classes and helpers.
+// The please-wait window through fnOpenWait, and the framework's object dialogs.
 #include "formsetup.h"
 #include "kit/basedialog.h"
 #include "forms/forms_rc.h"
-#include "forms/formdef.h"
-#include "app/module_win.h"
-#include "forms/runform.h"
 
 #include <gtest/gtest.h>
 
@@ -112,29 +109,6 @@ TEST(BaseDialog, AttachesFoundControlsAndEndsOnOkAndCancel) {
     ProbeDialog broken(Product::Get().Module(), nullptr, 4242);
     EXPECT_NE(broken.DoModal(), IDOK);
     EXPECT_EQ(broken.inits, 0);
-}
-
-TEST(BaseDialog, HelpersOnARunningForm) {
-    EnsureFormClasses();
-    auto session = LoadSession(u"<Config><DTD><Element Name='B' Type='bool' Default='1'/></DTD>"
-                               u"<Interface StartForm='f'><Form Name='f' Title='Helpers' Width='120' Height='60' "
-                               u"Font='MS Shell Dlg' FontSize='8'><CheckBox Element='B' Caption='Flag' Width='60' Height='10'/>"
-                               u"<Edit Top='14' Width='60' Height='12'/></Form></Interface></Config>");
-    Drive([&] { RunForm(*session, FindForm(*session, u"f"), nullptr, FormEditors()); }, [&](Driver& d) {
-        HWND dlg = d.WaitForDialog(L"Helpers");
-        EXPECT_TRUE(IsDlgButtonChecked(dlg, 5000) == BST_CHECKED);
-        EnableCheck(dlg, 5000, false);
-        EXPECT_FALSE(IsDlgButtonChecked(dlg, 5000) == BST_CHECKED);  // a disabled check box is never left checked
-        EXPECT_FALSE(IsWindowEnabled(GetDlgItem(dlg, 5000)));
-        EnableControl(dlg, 4711, false);  // no such control: skipped
-        ShowControl(dlg, 5001, false);
-        EXPECT_FALSE(IsWindowVisible(GetDlgItem(dlg, 5001)));
-        SetControlNumber(dlg, 5001, -42);
-        EXPECT_EQ(GetControlText(dlg, 5001), u"-42");
-        EXPECT_EQ(TopLevelOf(GetDlgItem(dlg, 5001)), dlg);
-        PostMessageW(dlg, WM_CLOSE, 0, 0);
-        d.WaitGone(dlg);
-    });
 }
 
 }  // namespace

@@ -25,8 +25,6 @@ std::u16string Emul(const HostWindow* host = nullptr) {
     return text;
 }
 
-bool Checked(HWND dialog, int id) { return IsDlgButtonChecked(dialog, id) == BST_CHECKED; }
-
 // Runs form `name` of `session` through the form engine with `script` driving it.
 int RunFormDriven(TConfigSession& session, const std::u16string& name, const std::wstring& title,
               const std::function<void(Driver&, HWND)>& script) {
@@ -40,10 +38,10 @@ int RunFormDriven(TConfigSession& session, const std::u16string& name, const std
 TEST(RequestForms, StartFormShowsCollectsAndNests) {
     ASSERT_TRUE(Product::Get().Loaded());
     const RunResult r = RunRequest(Emul(), L"VT Settings", [&](Driver& d, HWND dlg) {
-        EXPECT_TRUE(Checked(dlg, kBlock));
-        EXPECT_FALSE(Checked(dlg, kUnderline));
-        EXPECT_TRUE(Checked(dlg, kWrap));
-        EXPECT_TRUE(Checked(dlg, kBell));  // NoBell is 0, shown inverted
+        EXPECT_TRUE(Driver::Checked(dlg, kBlock));
+        EXPECT_FALSE(Driver::Checked(dlg, kUnderline));
+        EXPECT_TRUE(Driver::Checked(dlg, kWrap));
+        EXPECT_TRUE(Driver::Checked(dlg, kBell));  // NoBell is 0, shown inverted
         EXPECT_EQ(SendDlgItemMessageW(dlg, kTerminal, CB_GETCURSEL, 0, 0), 1);
         EXPECT_EQ(SendDlgItemMessageW(dlg, kColumns, CB_GETCOUNT, 0, 0), 53);  // 80 to 132
         EXPECT_EQ(SendDlgItemMessageW(dlg, kColumns, CB_GETCURSEL, 0, 0), 0);

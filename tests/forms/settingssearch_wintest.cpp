@@ -12,8 +12,6 @@ using Rows = std::vector<std::wstring>;
 const std::wstring kTitle = L"Configure  Telnet over TCP";
 
 HWND Tree(HWND dialog) { return GetDlgItem(dialog, IDC_TREE); }
-std::wstring Selected(HWND dialog) { return Driver::TreeItemText(Tree(dialog), Driver::SelectedTreeItem(Tree(dialog))); }
-std::wstring Text(HWND dialog, int id) { return Driver::Text(GetDlgItem(dialog, id)); }
 
 // Every item of the tree in order, indented by depth; "+" marks an open group, "*" a bold item.
 Rows TreeRows(HWND dialog) {
@@ -35,10 +33,6 @@ Rows TreeRows(HWND dialog) {
 }
 
 void ForgetSize() { ForgetModuleValue(u"Comms.WindowSize"); }
-void Select(Driver& d, HWND dialog, const wchar_t* prefix) {
-    Driver::SelectTreeItem(Tree(dialog), Driver::FindTreeItem(Tree(dialog), prefix));
-    d.Settle();
-}
 
 SIZE SizeOf(HWND window) {
     RECT r{};
@@ -71,19 +65,19 @@ TEST_F(SettingsSearch, NarrowsTheTreeStepsThroughMatchesAndEscEmptiesIt) {
         // Retries sits under Proxy (its own group is hidden), so the group's name finds it too.
         EXPECT_EQ(TreeRows(dlg), (Rows{L"Telnet over TCP +", L" Connection +", L"  Proxy +", L"   Proxy host ()",
                                        L"   Proxy type (None)", L"   Retries (Once)"}));
-        EXPECT_EQ(Text(dlg, IDC_SEARCH_COUNT), L"3 of 22");
-        Rows seen{Selected(dlg)};
+        EXPECT_EQ(Driver::Text(dlg, IDC_SEARCH_COUNT), L"3 of 22");
+        Rows seen{SelectedLabel(dlg)};
         for (auto [key, modifiers] : {std::pair{VK_RETURN, 0u}, {VK_F3, 0u}, {VK_F3, 0u}, {VK_F3, unsigned{Driver::kShift}}}) {
             d.PressKey(search, key, modifiers);
-            seen.push_back(Selected(dlg));
+            seen.push_back(SelectedLabel(dlg));
         }
         EXPECT_EQ(seen, (Rows{L"Proxy host ()", L"Proxy type (None)", L"Retries (Once)", L"Proxy host ()", L"Retries (Once)"}));
         Driver::Choose(dlg, IDC_VALUE_COMBO, 2);
         EXPECT_EQ(d.Focus(), search);
         // Esc empties the search: the whole tree again, groups as they were, the selection kept.
         d.PressKey(search, VK_ESCAPE);
-        EXPECT_EQ(Text(dlg, IDC_SEARCH_EDIT) + Text(dlg, IDC_SEARCH_COUNT), L"");
-        EXPECT_EQ(Selected(dlg), L"Retries (Always)");
+        EXPECT_EQ(Driver::Text(dlg, IDC_SEARCH_EDIT) + Driver::Text(dlg, IDC_SEARCH_COUNT), L"");
+        EXPECT_EQ(SelectedLabel(dlg), L"Retries (Always)");
         const Rows rows = TreeRows(dlg);
         EXPECT_EQ(rows.size(), 29u);
         EXPECT_EQ(rows[1], L" *Connection +");  // Retries changed below it
@@ -106,7 +100,7 @@ TEST_F(SettingsSearch, NarrowsTheTreeStepsThroughMatchesAndEscEmptiesIt) {
 
 TEST_F(SettingsSearch, ChangedItemsStandInBoldAndCustomisedOnlyKeepsTheNonDefaults) {
     const RunResult r = Run([&](Driver& d, HWND dlg) {
-        Select(d, dlg, L"Host name");
+        SelectElement(d, dlg, L"Host name");
         HWND edit = GetDlgItem(dlg, IDC_VALUE_EDIT);
         Driver::Type(edit, L"beta");
         d.Settle();
@@ -124,7 +118,7 @@ TEST_F(SettingsSearch, ChangedItemsStandInBoldAndCustomisedOnlyKeepsTheNonDefaul
         EXPECT_EQ(top(8).back(), L"  Host code page ");
         Driver::Tick(dlg, IDC_CUSTOMISED_ONLY);
         EXPECT_EQ(TreeRows(dlg).size(), 29u);
-        Select(d, dlg, L"Port");
+        SelectElement(d, dlg, L"Port");
         Driver::Type(edit, L"2323");
     });
     EXPECT_EQ(Utf8(r.reply), ReplyText({{u"Port", u"2323"}}));
@@ -150,28 +144,28 @@ TEST_F(SettingsSearch, ResetTakesTheDefaultForAnElementOrAWholeGroup) {
         HWND tree = Tree(dlg);
         HWND reset = GetDlgItem(dlg, IDC_RESET_VALUE);
         EXPECT_EQ(Driver::Text(reset), L"Reset");
-        Select(d, dlg, L"Port");
+        SelectElement(d, dlg, L"Port");
         EXPECT_FALSE(IsWindowEnabled(reset));  // 23 is its default
-        Select(d, dlg, L"Host name");
+        SelectElement(d, dlg, L"Host name");
         ASSERT_TRUE(IsWindowEnabled(reset));
         Driver::Click(reset);
         d.Settle();
-        EXPECT_EQ(Text(dlg, IDC_VALUE_EDIT), L"localhost");
-        EXPECT_EQ(Selected(dlg), L"Host name (localhost)");
+        EXPECT_EQ(Driver::Text(dlg, IDC_VALUE_EDIT), L"localhost");
+        EXPECT_EQ(SelectedLabel(dlg), L"Host name (localhost)");
         EXPECT_FALSE(IsWindowEnabled(reset));
-        Select(d, dlg, L"Proxy type");
+        SelectElement(d, dlg, L"Proxy type");
         Driver::Choose(dlg, IDC_VALUE_COMBO, 2);
-        Select(d, dlg, L"Timeout");
+        SelectElement(d, dlg, L"Timeout");
         Driver::Type(GetDlgItem(dlg, IDC_VALUE_EDIT), L"45");
         // The element's menu from the keyboard, then the group's: both back to their defaults.
         d.PressKey(tree, VK_APPS);
         EXPECT_EQ(PickFirstMenuItem(d), L"Reset to default");
-        EXPECT_EQ(Text(dlg, IDC_VALUE_EDIT), L"30");
-        Select(d, dlg, L"Connection");
+        EXPECT_EQ(Driver::Text(dlg, IDC_VALUE_EDIT), L"30");
+        SelectElement(d, dlg, L"Connection");
         d.PressKey(tree, VK_F10, Driver::kShift);
         EXPECT_EQ(PickFirstMenuItem(d), L"Reset group to defaults...");
         EXPECT_EQ(d.Answer(dlg, IDYES), L"Quorl|Reset 1 settings in Connection to their defaults?");
-        EXPECT_EQ(Driver::TreeItemText(tree, Driver::FindTreeItem(tree, L"Proxy type")), L"Proxy type (None)");
+        EXPECT_EQ(ElementLabel(dlg, L"Proxy type"), L"Proxy type (None)");
     });
     EXPECT_EQ(Utf8(r.reply), ReplyText({{u"Host", u"localhost"}}));
 }
@@ -179,23 +173,23 @@ TEST_F(SettingsSearch, ResetTakesTheDefaultForAnElementOrAWholeGroup) {
 TEST_F(SettingsSearch, UndoAndRedoWalkBackAndForthAcrossElements) {
     const RunResult r = Run([&](Driver& d, HWND dlg) {
         HWND tree = Tree(dlg);
-        Select(d, dlg, L"Port");
+        SelectElement(d, dlg, L"Port");
         Driver::Type(GetDlgItem(dlg, IDC_VALUE_EDIT), L"2323");  // four keystrokes, one change
-        Select(d, dlg, L"Send keep-alives");
+        SelectElement(d, dlg, L"Send keep-alives");
         Driver::Tick(dlg, IDC_VALUE_CHECK);
-        Select(d, dlg, L"Proxy type");
+        SelectElement(d, dlg, L"Proxy type");
         Driver::Choose(dlg, IDC_VALUE_COMBO, 2);
-        Select(d, dlg, L"Host name");
+        SelectElement(d, dlg, L"Host name");
         Rows seen;
         for (int i = 0; i < 3; ++i) {
             d.PressKey(tree, 'Z', Driver::kCtrl);
-            seen.push_back(Selected(dlg));
+            seen.push_back(SelectedLabel(dlg));
         }
         EXPECT_EQ(seen, (Rows{L"Proxy type (None)", L"Send keep-alives (on)", L"Port (23)"}));
-        EXPECT_EQ(Text(dlg, IDC_VALUE_EDIT), L"23");
+        EXPECT_EQ(Driver::Text(dlg, IDC_VALUE_EDIT), L"23");
         d.PressKey(tree, 'Y', Driver::kCtrl);
         d.PressKey(tree, 'Y', Driver::kCtrl);
-        EXPECT_EQ(Selected(dlg), L"Send keep-alives (off)");
+        EXPECT_EQ(SelectedLabel(dlg), L"Send keep-alives (off)");
         EXPECT_EQ(IsDlgButtonChecked(dlg, IDC_VALUE_CHECK), BST_UNCHECKED);
     });
     EXPECT_EQ(Utf8(r.reply), ReplyText({{u"Port", u"2323"}, {u"KeepAlive", u"0"}}));
