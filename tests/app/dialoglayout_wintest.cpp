@@ -1,7 +1,7 @@
 // Every dialog at this program's resolution (96 dots per inch, 144 in a prefix made so): per-monitor
 // aware while this host's thread stays as it was, on common controls 6 in this host without a manifest,
 // each English text fitting its control (the host program's check), also after the settings dialog
-// moved monitor.
+// moved monitor; and the buttons most dialogs share read their keys' defaults.
 #include "charmap/charmap_rc.h"
 #include "colours/colours_rc.h"
 #include "formsetup.h"
@@ -15,22 +15,45 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <map>
 #include <set>
 
 namespace qrl::test {
 namespace {
 
-using Problems = std::set<std::wstring>;
+using Titles = std::set<std::wstring>;
 
-void Inspect(HWND dialog, Problems& problems) {
-    for (const std::wstring& problem : qrl4host::LayoutProblems(dialog)) problems.insert(problem);
+// The texts of OK, Cancel and Help ("" where a dialog has none), and the dialogs that show them.
+const std::map<std::wstring, Titles> kSharedButtons = {
+    {L"&Ok|&Cancel|&Help", {L"Keyboard Configuration", L"Advanced Keyboard Configuration", L"Select a Physical Key",
+                            L"Configure Keyboard", L"Keyboard Selection", L"Colour Configuration", L"Edit Attribute",
+                            L"Configure Palette", L"Advanced Attribute Configuration", L"Save Colour Scheme",
+                            L"T653X Colour Mapping Defaults", L"Edit Character Set", L"Add New language", L"SSL Certificate"}},
+    {L"&Ok|&Cancel|", {L"Configure  Telnet over TCP", L"Module Selection", L"IBM5250 Attribute Configuration",
+                       L"Choose a Scheme"}},
+    {L"Ctrl|&Cancel|&Help", {L"Select a Physical Key"}},  // the list by emulation key; its popup is shared
+};
+
+struct Findings {
+    std::set<std::wstring> problems;
+    std::map<std::wstring, Titles> buttons;  // as kSharedButtons, for the dialogs it names
+};
+
+void Inspect(HWND dialog, Findings& found) {
+    for (const std::wstring& problem : qrl4host::LayoutProblems(dialog)) found.problems.insert(problem);
+    const std::wstring title = Driver::Text(dialog);
+    if (std::none_of(kSharedButtons.begin(), kSharedButtons.end(), [&](const auto& g) { return g.second.count(title); }))
+        return;
+    found.buttons[Driver::Text(dialog, IDOK) + L"|" + Driver::Text(dialog, IDCANCEL) + L"|" + Driver::Text(dialog, IDHELP)]
+        .insert(title);
 }
 
 // As Windows tells a dialog moved to a monitor of 120 dots per inch (96 from above): it goes there, scaled.
-void MoveToAnotherMonitor(Driver& d, HWND dialog, Problems& problems) {
+void MoveToAnotherMonitor(Driver& d, HWND dialog, Findings& found) {
     const int from = static_cast<int>(WindowDpi(dialog)), to = from > 96 ? 96 : 120;
     RECT button = ControlRect(GetDlgItem(dialog, IDOK)), window{};
     GetWindowRect(dialog, &window);
@@ -40,7 +63,7 @@ void MoveToAnotherMonitor(Driver& d, HWND dialog, Problems& problems) {
     const int width = MulDiv(button.right - button.left, to, from);
     button = ControlRect(GetDlgItem(dialog, IDOK));
     if (!GetWindowRect(dialog, &window) || !EqualRect(&window, &told) || std::abs(button.right - button.left - width) > 1)
-        problems.insert(Driver::Text(dialog) + L": not laid out again at " + std::to_wstring(to));
+        found.problems.insert(Driver::Text(dialog) + L": not laid out again at " + std::to_wstring(to));
 }
 
 // A button opening the dialog titled so (visited with the popup of its `inner` button and the steps
@@ -56,25 +79,25 @@ struct Step {
 };
 constexpr int kAnotherMonitor = -1, kSelect = -2;
 
-void Visit(Driver& d, HWND dialog, const std::vector<Step>& path, Problems& problems) {
-    Inspect(dialog, problems);
+void Visit(Driver& d, HWND dialog, const std::vector<Step>& path, Findings& found) {
+    Inspect(dialog, found);
     for (const Step& step : path) {
         if (HWND tree = GetDlgItem(dialog, IDC_TREE); step.button == kSelect)
             Driver::SelectTreeItem(tree, Driver::FindTreeItem(tree, step.title));
-        if (step.button == kAnotherMonitor) MoveToAnotherMonitor(d, dialog, problems);
+        if (step.button == kAnotherMonitor) MoveToAnotherMonitor(d, dialog, found);
         d.Settle();
         if (step.button < 0) {
-            Inspect(dialog, problems);
+            Inspect(dialog, found);
             continue;
         }
         Driver::Click(dialog, step.button);
         if (step.file) d.AnswerFileDialog(step.file, TempDir() + step.fileName);
         if (!step.title) continue;
         HWND next = d.WaitForDialog(step.title);
-        Visit(d, next, step.then, problems);
+        Visit(d, next, step.then, found);
         if (step.inner) Driver::Click(next, step.inner);
         if (HWND popup = step.inner ? d.WaitForPopup(next) : nullptr) {
-            Inspect(popup, problems);
+            Inspect(popup, found);
             d.Close(popup, IDCANCEL);
         }
         d.Close(next, IDCANCEL);
@@ -122,7 +145,7 @@ TEST(DialogLayout, EveryTextFitsItsControlAndEveryControlItsDialog) {
                                            {IDC_HS_SAVEAS, L"Save HotSpot Set"}}},
         {mouse, L"Configure Mouse", {}},
     };
-    Problems problems;
+    Findings found;
     DeleteFileW((TempDir() + L"layout-keymap.xml").c_str());  // else saving it asks first
     std::ifstream sample(QRL_SOURCE_DIR "/samples/palettes/harbour.json", std::ios::binary);
     const std::string scheme{std::istreambuf_iterator<char>(sample), {}};
@@ -137,7 +160,7 @@ TEST(DialogLayout, EveryTextFitsItsControlAndEveryControlItsDialog) {
             dialogAwareness.insert(Awareness(first));
             wchar_t cue[64] = {};  // version 5's edit doesn't know the message
             if (SendDlgItemMessageW(first, IDC_SEARCH_EDIT, EM_GETCUEBANNER, reinterpret_cast<WPARAM>(cue), 64)) cues.insert(cue);
-            Visit(d, first, c.path, problems);
+            Visit(d, first, c.path, found);
             if (IsWindow(first)) d.Close(first, IDCANCEL);
         });
     // Edit Attribute's small layout, chosen where the normal one does not fit the screen.
@@ -145,7 +168,7 @@ TEST(DialogLayout, EveryTextFitsItsControlAndEveryControlItsDialog) {
     SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0);
     SystemParametersInfoW(SPI_SETWORKAREA, 0, &pocket, 0);
     RunRequest(colours, L"Colour Configuration", [&](Driver& d, HWND first) {
-        Visit(d, first, {{IDC_ATTREDIT, L"Edit Attribute", IDC_PALETTE_CFG}}, problems);
+        Visit(d, first, {{IDC_ATTREDIT, L"Edit Attribute", IDC_PALETTE_CFG}}, found);
         d.Close(first, IDCANCEL);
     });
     SystemParametersInfoW(SPI_SETWORKAREA, 0, &area, 0);
@@ -153,7 +176,8 @@ TEST(DialogLayout, EveryTextFitsItsControlAndEveryControlItsDialog) {
     EXPECT_EQ(dialogAwareness, std::set<int>{2});
     EXPECT_EQ(Awareness(nullptr), hostAwareness);
     EXPECT_EQ(cues, Problems{L"Search settings (Ctrl+F)"});
-    EXPECT_EQ(std::vector<std::wstring>(problems.begin(), problems.end()), std::vector<std::wstring>{});
+    EXPECT_EQ(std::vector<std::wstring>(found.problems.begin(), found.problems.end()), std::vector<std::wstring>{});
+    EXPECT_EQ(found.buttons, kSharedButtons);
 }
 
 }  // namespace

@@ -1,15 +1,12 @@
 // The dialog kit's guarantees, which every dialog of the module relies on: the texts of a dialog's
 // table, exceptions kept out of the dialog manager, the end of the object's tie to its window, the
-// custom control's state living exactly as long as its window, the texts of the buttons most dialogs
-// share, and nothing of the module left running in a window once the DLL is unloaded.
-#include "charmap/charmap_rc.h"
-#include "colours/colours_rc.h"
+// custom control's state living exactly as long as its window, and nothing of the module left
+// running in a window once the DLL is unloaded. (The shared buttons' texts: the layout walk's.)
 #include "formsetup.h"
 #include "kit/controlkit.h"
 #include "kit/dialogkit.h"
 #include "kit/listrows.h"
 #include "forms/forms_rc.h"
-#include "keyboard/keyboard_rc.h"
 
 #include <gtest/gtest.h>
 
@@ -81,81 +78,6 @@ TEST(DialogKit, FormEndsOnAClickOfItsOkIdNotOnAnEditsChanges) {
             d.Close(dlg, IDCANCEL);
         });
     EXPECT_EQ(r.code, 1);
-}
-
-// A way to a dialog, one button at a time: the button of the dialog before and the title of the
-// dialog it opens; no title: the one it opens on top of that dialog.
-struct Step {
-    int button;
-    const wchar_t* title;
-};
-
-// Opens the dialogs of `path` one after the other, reads the buttons of the last, and cancels them all.
-void ReadButtons(Driver& d, HWND dialog, std::span<const Step> path, std::vector<std::wstring>& texts) {
-    if (path.empty()) {
-        for (int id : {IDOK, IDCANCEL, IDHELP}) texts.push_back(Driver::Text(GetDlgItem(dialog, id)));
-        return;
-    }
-    Driver::Click(dialog, path.front().button);
-    HWND next = path.front().title ? d.WaitForDialog(path.front().title) : d.WaitForPopup(dialog);
-    ReadButtons(d, next, path.subspan(1), texts);
-    d.Close(next, IDCANCEL);
-}
-
-// Every dialog whose buttons read as the shared keys' defaults, reached from a route's first dialog or
-// from an element of the built-in form.
-TEST(DialogKit, SharedButtonsReadTheirKeysDefaults) {
-    ASSERT_TRUE(Product::Get().Loaded());
-    ForgetSelection(u"Emul");
-    const std::vector<std::wstring> shared{L"&Ok", L"&Cancel", L"&Help"};
-    struct Case {
-        const char* sample;  // a route's sample request; null: the general request below
-        std::wstring start;  // the title of the route's first dialog, or the element to select
-        std::vector<Step> path;
-        std::vector<std::wstring> texts;
-    };
-    const wchar_t* kClassic = L"Keyboard Configuration";
-    const wchar_t* kColours = L"Colour Configuration";
-    const Step byEmulationKey{IDC_LIST_BYEMUL, L"Select a Physical Key"};
-    const Step editAttribute{IDC_ATTREDIT, L"Edit Attribute"};
-    const Case cases[] = {
-        {"classic_keymap_request.xml", kClassic, {}, shared},
-        {"classic_keymap_request.xml", kClassic, {{IDC_ADVANCED, L"Advanced Keyboard Configuration"}}, shared},
-        {"classic_keymap_request.xml", kClassic, {byEmulationKey}, {L"Ctrl", L"&Cancel", L"&Help"}},
-        {"classic_keymap_request.xml", kClassic, {byEmulationKey, {IDC_ADD_PKEY, nullptr}}, shared},
-        {"colourmap_request.xml", kColours, {}, shared},
-        {"colourmap_request.xml", kColours, {editAttribute}, shared},
-        {"colourmap_request.xml", kColours, {editAttribute, {IDC_PALETTE_CFG, nullptr}}, shared},
-        {"colourmap_request.xml", kColours, {{IDC_ATTR_ADVANCED, L"Advanced Attribute Configuration"}}, shared},
-        {"colourmap_request.xml", kColours, {{IDC_SCHEME_SAVEAS, L"Save Colour Scheme"}}, shared},
-        {nullptr, L"Attribute colours", {{IDC_SPECIAL_EDIT, L"IBM5250 Attribute Configuration"}},
-         {L"&Ok", L"&Cancel", L""}},  // no Help
-        {nullptr, L"Host codes", {{IDC_SPECIAL_EDIT, L"Edit Character Set"}}, shared},
-        {nullptr, L"Host codes", {{IDC_SPECIAL_EDIT, L"Edit Character Set"}, {IDC_CHARSET_EDIT, nullptr}}, shared},
-        {nullptr, L"Language", {{IDC_LANG_ADD, L"Add New language"}}, shared},
-        {nullptr, L"Client certificate", {{IDC_SPECIAL_EDIT, L"SSL Certificate"}}, shared},
-    };
-    HostWindow host;
-    const std::u16string general =
-        u"<Config ModuleType=\"Emul\"><DTD><Element Name=\"HostCodes\" Type=\"charset\" descr=\"Host codes\"/>"
-        u"<Element Name=\"LanguageName\" Type=\"stringset\" strings=\"English\" descr=\"Language\"/>"
-        u"<Element Name=\"Map5250\" Type=\"5250colrs\" descr=\"Attribute colours\"/>"
-        u"<Element Name=\"ClientCert\" Type=\"sslcertificate\" descr=\"Client certificate\"/></DTD><Data>"
-        u"<Item Element=\"HostCodes\" Value=\"cp037\"/><Item Element=\"LanguageName\" Value=\"English\"/></Data>" +
-        host.LinkElement() + u"</Config>";
-    for (const Case& c : cases) {
-        std::vector<std::wstring> texts;
-        const auto script = [&](Driver& d, HWND first) {
-            ReadButtons(d, first, c.path, texts);
-            if (c.sample && IsWindow(first)) d.Close(first, IDCANCEL);  // a form closes itself
-        };
-        host.exchangeReplies = {u"<charmap><map start=\"41\" length=\"1\"/></charmap>"};
-        if (c.sample)
-            RunRequest(SampleText(c.sample), c.start, script);
-        else
-            RunOnElement(general, c.start, script);
-        EXPECT_EQ(texts, c.texts) << "row " << &c - cases;
-    }
 }
 
 // A control that counts its live states, throws while painting, and reports clicks to its parent.
