@@ -5,7 +5,6 @@
 #include "colours/ibm5250colourmap.h"
 #include "colours/tandemcolourmap.h"
 #include "formsetup.h"
-#include "forms/forms_rc.h"
 
 #include <gtest/gtest.h>
 
@@ -25,7 +24,6 @@ std::u16string Request(const HostWindow& host, std::u16string_view mode, std::u1
 int Selection(HWND dlg, int id, UINT message = CB_GETCURSEL) {
     return static_cast<int>(SendDlgItemMessageW(dlg, id, message, 0, 0));
 }
-bool Checked(HWND dlg, int id) { return IsDlgButtonChecked(dlg, id) == BST_CHECKED; }
 
 void ChooseRow(Driver& d, HWND dlg, int row) {
     Driver::SelectRow(dlg, IDC_TANDEM_ATTRIBUTES, row);
@@ -41,12 +39,7 @@ protected:
     // Opens the editor of `element` with the form's "Edit..." button and lets `script` work it.
     RunResult Run(std::u16string_view mode, std::u16string_view tandemValue, const std::wstring& element,
                   const std::wstring& title, const std::function<void(Driver&, HWND)>& script) {
-        return RunOnElement(Request(host, mode, tandemValue), element, [&](Driver& d, HWND form) {
-            Driver::Click(form, IDC_SPECIAL_EDIT);
-            HWND editor = d.WaitForDialog(title);
-            script(d, editor);
-            d.WaitGone(editor);
-        });
+        return RunEditor(Request(host, mode, tandemValue), element, title, script);
     }
     HostWindow host;
 };
@@ -70,7 +63,7 @@ TEST_F(ColourMapEditors, Ibm5250ColourTerminalEditsTheColourPart) {
         Driver::Tick(dlg, IDC_5250_REVERSE);
         Driver::Click(dlg, IDC_5250_REVERT);
         d.Settle();
-        EXPECT_TRUE(Checked(dlg, IDC_5250_REVERSE));
+        EXPECT_TRUE(Driver::Checked(dlg, IDC_5250_REVERSE));
         EXPECT_EQ(Driver::Text(GetDlgItem(dlg, IDC_5250_CONTRAST)), L"Contrast 4.4:1 \u2013 hard to read");
         Driver::Click(dlg, IDOK);
     });
@@ -97,7 +90,7 @@ TEST_F(ColourMapEditors, Ibm5250MonochromeKeepsTheColours) {
 TEST_F(ColourMapEditors, TandemPairsResetAndTheFlagsThatAreNotRead) {
     const RunResult r = Run(u"", u"1;", L"Tandem colours", L"T653X Colour Mapping Defaults", [&](Driver& d, HWND dlg) {
         EXPECT_EQ(Selection(dlg, IDC_TANDEM_ATTRIBUTES, LB_GETCOUNT), 24);
-        EXPECT_FALSE(Checked(dlg, IDC_TANDEM_DISABLE));
+        EXPECT_FALSE(Driver::Checked(dlg, IDC_TANDEM_DISABLE));
         ChooseRow(d, dlg, 8);
         Driver::Choose(dlg, IDC_TANDEM_BACKGROUND, 8);  // the first "White": stores 15
         Driver::Choose(dlg, IDC_TANDEM_FOREGROUND, 2);

@@ -25,10 +25,8 @@ std::string Record(const std::u16string& description) {
 
 Rows ListRows(HWND dlg) { return Driver::ListRows(dlg, IDC_HS_LIST); }
 Rows SetRows(HWND dlg) { return Driver::ListRows(dlg, IDC_HS_SET); }
-int ListSelection(HWND dlg) { return static_cast<int>(SendDlgItemMessageW(dlg, IDC_HS_LIST, LB_GETCURSEL, 0, 0)); }
-bool Enabled(HWND dlg, int id) { return IsWindowEnabled(GetDlgItem(dlg, id)) != FALSE; }
 bool ListButtonsEnabled(HWND dlg) {
-    return Enabled(dlg, IDC_HS_EDIT) && Enabled(dlg, IDC_HS_DELETE) && Enabled(dlg, IDC_HS_COPY);
+    return Driver::Enabled(dlg, IDC_HS_EDIT) && Driver::Enabled(dlg, IDC_HS_DELETE) && Driver::Enabled(dlg, IDC_HS_COPY);
 }
 
 void SelectRow(Driver& d, HWND dlg, int row) {
@@ -87,13 +85,13 @@ TEST_F(HotSpotRoute, AnEditedHotSpotIsSortedInAndItsSectionRewrittenOnOk) {
                 Driver::Click(match, IDOK);
             });
             Driver::Tick(edit, IDC_HS_PERMANENT);
-            EXPECT_FALSE(Enabled(edit, IDC_HS_MATCH));
+            EXPECT_FALSE(Driver::Enabled(edit, IDC_HS_MATCH));
             Driver::Type(GetDlgItem(edit, IDC_HS_LEFT), L"3");
             Driver::Type(GetDlgItem(edit, IDC_HS_RIGHT), L"9");
             Driver::Click(edit, IDOK);
         });
         EXPECT_EQ(ListRows(dlg), (Rows{L"Aardvark", L"Alpha"}));
-        EXPECT_EQ(ListSelection(dlg), 0);  // the edited one, wherever the sort put it
+        EXPECT_EQ(Driver::Selection(dlg, IDC_HS_LIST), 0);  // the edited one, wherever the sort put it
         d.Close(dlg);
     });
     EXPECT_EQ(r.code, 0);
@@ -140,7 +138,7 @@ TEST_F(HotSpotRoute, AFileWithoutSetsGetsOneBySaveAs) {
     WriteFile("");
     Run([&](Driver& d, HWND dlg) {
         EXPECT_EQ(SetRows(dlg), (Rows{L"No HotSpot sections were found"}));
-        EXPECT_TRUE(Enabled(dlg, IDC_HS_SAVE));
+        EXPECT_TRUE(Driver::Enabled(dlg, IDC_HS_SAVE));
         EXPECT_FALSE(ListButtonsEnabled(dlg));
         // Which row each list button leaves selected is the model's; here each reaches it.
         d.InDialog(dlg, IDC_HS_NEW, L"Configure HotSpot", [](HWND edit) { Driver::Click(edit, IDOK); });
@@ -160,7 +158,7 @@ TEST_F(HotSpotRoute, AFileWithoutSetsGetsOneBySaveAs) {
         SelectRow(d, dlg, 0);
         Driver::Click(dlg, IDC_HS_DELETE);
         d.Settle();
-        EXPECT_EQ(ListSelection(dlg), -1);
+        EXPECT_EQ(Driver::Selection(dlg, IDC_HS_LIST), -1);
         EXPECT_FALSE(ListButtonsEnabled(dlg));
         d.Close(dlg, IDCANCEL);
     });
@@ -170,7 +168,7 @@ TEST_F(HotSpotRoute, AFileWithoutSetsGetsOneBySaveAs) {
 TEST_F(HotSpotRoute, TheSetsColoursFromTheBarsOrTheEmulation) {
     Run([&](Driver& d, HWND dlg) {
         d.InDialog(dlg, IDC_HS_COLOURS, L"Configure HotSpots Colours", [&](HWND colours) {
-            EXPECT_FALSE(Enabled(colours, IDC_HS_FG_RED));  // no FGndColour: the emulation's
+            EXPECT_FALSE(Driver::Enabled(colours, IDC_HS_FG_RED));  // no FGndColour: the emulation's
             EXPECT_EQ(GetScrollPos(GetDlgItem(colours, IDC_HS_BG_RED), SB_CTL), 192);
             Driver::Tick(colours, IDC_HS_FG_EMULATION);
             SendMessageW(colours, WM_HSCROLL, MAKEWPARAM(SB_THUMBPOSITION, 200),

@@ -48,26 +48,7 @@ void PressEm(HWND dlg, int32_t code) {
 }
 
 std::wstring Status(HWND dlg) { return Driver::Text(GetDlgItem(dlg, IDC_GK_STATUS)); }
-bool Enabled(HWND dlg, int id) { return IsWindowEnabled(GetDlgItem(dlg, id)) != FALSE; }
-bool Shown(HWND dlg, int id) { return IsWindowVisible(GetDlgItem(dlg, id)) != FALSE; }
-
-class GraphicKeymap : public ::testing::Test {
-protected:
-    void SetUp() override { ASSERT_TRUE(Product::Get().Loaded()); }
-};
-
-// OK as it opened gives every list back as it came; Cancel drops a Remove.
-TEST_F(GraphicKeymap, OkUnchangedGivesTheWholeReplyAndCancelDropsARemove) {
-    const RunResult unchanged = RunRequest(Request(kKdfPath), kTitle, [](Driver& d, HWND dlg) { d.Close(dlg); });
-    EXPECT_EQ(unchanged.reply, Reply(kSampleMap, Text(u"369", u"logoff"), Text(u"626", u"signon")));
-    const RunResult cancelled = RunRequest(Request(kKdfPath), kTitle, [&](Driver& d, HWND dlg) {
-        PressPc(dlg, 13);
-        Driver::Click(dlg, ID_MAPREMOVE);
-        d.Close(dlg, IDCANCEL);
-    });
-    EXPECT_EQ(cancelled.code, 2);
-    EXPECT_EQ(cancelled.reply, u"");
-}
+using GraphicKeymap = ProductTest;
 
 // A PC key shows its emulation key; a press on the emulation picture picks a new target, Map binds it.
 // Remove drops the shown key's mapping.
@@ -76,10 +57,10 @@ TEST_F(GraphicKeymap, PcKeyRemappedToAnotherEmulationKeyAndAnotherRemoved) {
         EXPECT_EQ(Status(dlg), L"Select a key to show its mapping");
         PressPc(dlg, 112);
         EXPECT_EQ(Status(dlg), L"PC 'F1' is mapped to Emulation 'F1'");
-        EXPECT_TRUE(Enabled(dlg, ID_MAPREMOVE));
+        EXPECT_TRUE(Driver::Enabled(dlg, ID_MAPREMOVE));
         PressEm(dlg, 146);
         EXPECT_EQ(Status(dlg), L"Press 'Map' to map PC 'F1' to Emulation 'Reset'");
-        EXPECT_TRUE(Enabled(dlg, ID_MAPSET));
+        EXPECT_TRUE(Driver::Enabled(dlg, ID_MAPSET));
         Driver::Click(dlg, ID_MAPSET);
         d.Settle();
         EXPECT_EQ(Status(dlg), L"PC 'F1' is mapped to Emulation 'Reset'");
@@ -100,7 +81,7 @@ TEST_F(GraphicKeymap, ShiftedKeyShowsItsStringAndMapsANewOne) {
         PressPc(dlg, 0x10);
         PressPc(dlg, 113);
         EXPECT_EQ(Status(dlg), L"PC 'Sh+F2' is mapped to string 'logoff'");
-        EXPECT_TRUE(Shown(dlg, IDC_GK_STRING) && IsDlgButtonChecked(dlg, ID_EMSTRING) == BST_CHECKED);
+        EXPECT_TRUE(Driver::Shown(dlg, IDC_GK_STRING) && IsDlgButtonChecked(dlg, ID_EMSTRING) == BST_CHECKED);
         Driver::Type(GetDlgItem(dlg, IDC_GK_STRING), L"");
         Driver::Click(dlg, ID_MAPSET);
         EXPECT_EQ(d.Answer(dlg, IDOK), L"Quorl|The string must not be blank.");
@@ -141,8 +122,8 @@ TEST_F(GraphicKeymap, WithoutUsableKeyboardFilesBothSidesAreListsAndStillMap) {
     const TempFolder folder;
     folder.write("IBM5250.kdf", "\x70\x22\x67");
     const RunResult r = RunRequest(Request(folder.path().u16string()), kTitle, [&](Driver& d, HWND dlg) {
-        EXPECT_TRUE(Shown(dlg, IDC_GK_PCLIST) && Shown(dlg, IDC_GK_EMLIST) && !Shown(dlg, IDC_PC_PICTURE) &&
-                    !Enabled(dlg, ID_PCLIST) && !Enabled(dlg, ID_EMLIST));
+        EXPECT_TRUE(Driver::Shown(dlg, IDC_GK_PCLIST) && Driver::Shown(dlg, IDC_GK_EMLIST) &&
+                    !Driver::Shown(dlg, IDC_PC_PICTURE) && !Driver::Enabled(dlg, ID_PCLIST) && !Driver::Enabled(dlg, ID_EMLIST));
         Driver::SelectRow(dlg, IDC_GK_EMLIST, 2);
         EXPECT_EQ(Status(dlg), L"Emulation 'Reset' is not mapped");
         Driver::SelectRow(dlg, IDC_GK_PCLIST, 2);
@@ -218,7 +199,7 @@ TEST_F(GraphicKeymap, CheckListsFindingsRemovesDuplicatesAndGoesToAKey) {
         std::vector<std::wstring> left = findings;
         left.erase(left.begin() + 1);
         EXPECT_EQ(Driver::ListRows(check, IDC_CHECK_LIST), left);
-        EXPECT_FALSE(Enabled(check, IDC_CHECK_DEDUPLICATE));
+        EXPECT_FALSE(Driver::Enabled(check, IDC_CHECK_DEDUPLICATE));
         Driver::SelectRow(check, IDC_CHECK_LIST, 2);
         d.Close(check, IDC_CHECK_GOTO);
         EXPECT_EQ(Status(dlg), L"PC 'F3' is mapped to an unknown key");

@@ -40,7 +40,6 @@ void Press(HWND dlg, int id) {
     SendMessageW(dlg, WM_COMMAND, MAKEWPARAM(id, BN_CLICKED), reinterpret_cast<LPARAM>(GetDlgItem(dlg, id)));
 }
 
-bool Shown(HWND dlg, int id) { return IsWindowVisible(GetDlgItem(dlg, id)) != FALSE; }
 bool NumbersOnly(HWND dlg, int id) { return (GetWindowLongW(GetDlgItem(dlg, id), GWL_STYLE) & ES_NUMBER) != 0; }
 int Rows(HWND dlg, int id, UINT countMessage) { return static_cast<int>(SendDlgItemMessageW(dlg, id, countMessage, 0, 0)); }
 
@@ -50,8 +49,8 @@ TEST(MacroAssistant, TypedKeyNameWarnsAndOkWritesTheText) {
         EXPECT_EQ(Rows(dlg, IDC_TOKEN_TYPE, CB_GETCOUNT), 3);
         EXPECT_EQ(Rows(dlg, IDC_TOKEN_LIST, LB_GETCOUNT), 3);
         SelectToken(d, dlg, 2);
-        EXPECT_TRUE(Shown(dlg, IDC_EMKEY_LIST));
-        EXPECT_FALSE(Shown(dlg, IDC_TEXT_EDIT));
+        EXPECT_TRUE(Driver::Shown(dlg, IDC_EMKEY_LIST));
+        EXPECT_FALSE(Driver::Shown(dlg, IDC_TEXT_EDIT));
         Driver::Type(FindWindowExW(GetDlgItem(dlg, IDC_EMKEY_LIST), nullptr, L"Edit", nullptr), L"PF9");
         d.Settle();
         EXPECT_EQ(Driver::Text(GetDlgItem(dlg, IDC_EMKEY_WARNING)), L"warning: key 'PF9' is not defined in this emulation");
@@ -72,7 +71,7 @@ TEST(MacroAssistant, BuildsAMacroTokenByToken) {
         Press(dlg, IDC_INSERT_AFTER);
         Driver::Choose(dlg, IDC_TOKEN_TYPE, 3);  // Function
         Driver::Choose(dlg, IDC_FUNC_LIST, 50);  // Pause
-        EXPECT_TRUE(Shown(dlg, IDC_PARAM1) && NumbersOnly(dlg, IDC_PARAM1) && !Shown(dlg, IDC_PARAM2));
+        EXPECT_TRUE(Driver::Shown(dlg, IDC_PARAM1) && NumbersOnly(dlg, IDC_PARAM1) && !Driver::Shown(dlg, IDC_PARAM2));
         Driver::Type(GetDlgItem(dlg, IDC_PARAM1), L"12");
         Press(dlg, IDC_INSERT_BEFORE);
         Driver::Type(GetDlgItem(dlg, IDC_TEXT_EDIT), L"go");
@@ -90,7 +89,7 @@ TEST(MacroAssistant, BuildsAMacroTokenByToken) {
         Driver::Choose(dlg, IDC_TOKEN_TYPE, 3);
         Driver::Choose(dlg, IDC_FUNC_LIST, 63);  // SetProp
         d.Settle();
-        EXPECT_TRUE(Shown(dlg, IDC_PARAM2) && !Shown(dlg, IDC_PARAM3) && !NumbersOnly(dlg, IDC_PARAM1));
+        EXPECT_TRUE(Driver::Shown(dlg, IDC_PARAM2) && !Driver::Shown(dlg, IDC_PARAM3) && !NumbersOnly(dlg, IDC_PARAM1));
         EXPECT_EQ(Driver::Text(GetDlgItem(dlg, IDC_PARAM_PROMPT2)), L"Value");
         Driver::Type(GetDlgItem(dlg, IDC_PARAM2), L"on");
         d.Settle();

@@ -2,9 +2,8 @@
 // "My" store and into a PEM file, chosen, and the value in the reply compared exactly. The
 // property's text, the password's scrambling and the choice rules are checked natively.
 #include "forms/formsetup.h"
-#include "forms/forms_rc.h"
 #include "properties/properties_rc.h"
-#include "platform/tempfolder.h"
+#include "text/textutil.h"
 #include "properties/sslcertificate.h"
 
 #include <windows.h>
@@ -16,30 +15,17 @@
 namespace qrl::test {
 namespace {
 
-// A self-signed certificate made for these tests (valid for a hundred years).
-const char kPem[] =
-    "-----BEGIN CERTIFICATE-----\n"
-    "MIICRjCCAa+gAwIBAgIUfAnMEhlEM3RW8/YYyrC1Y4xzETYwDQYJKoZIhvcNAQEL\n"
-    "BQAwNDEaMBgGA1UEAwwRUXVvcmwgVGVzdCBDbGllbnQxFjAUBgNVBAoMDUV4YW1w\n"
-    "bGUgV29ya3MwIBcNMjYxMTI1MDAwMTE0WhgPMjEyNjExMDEwMDAxMTRaMDQxGjAY\n"
-    "BgNVBAMMEVF1b3JsIFRlc3QgQ2xpZW50MRYwFAYDVQQKDA1FeGFtcGxlIFdvcmtz\n"
-    "MIGfMA0GCSqGSIb3DQEBAQUAA4GNADCBiQKBgQDBCtykMSy2WOfKZhX8gs8p8tPw\n"
-    "J/mcfk0aPd4IImGYdZ6nIuw25uJGsApqhEn2Q1wjjnwAVlIMMTOAJwAAL1FNPCWR\n"
-    "RrXk2bnmu7CrXJxyYnmktH4qzWkse11AEz+rZEFJBCh+uym8z/RWzMU9QXJ/agJo\n"
-    "9jxnVaBmbKnrpv3AlwIDAQABo1MwUTAdBgNVHQ4EFgQUwZoemEaVQe1Q05kwGJUd\n"
-    "G9mHwGAwHwYDVR0jBBgwFoAUwZoemEaVQe1Q05kwGJUdG9mHwGAwDwYDVR0TAQH/\n"
-    "BAUwAwEB/zANBgkqhkiG9w0BAQsFAAOBgQC4JKgLogfXruGOrHRns+r1Ik9gLw5A\n"
-    "AikxuvQtZm0mUeheOGVmudTdhR6Fy7V4ax/dXm+3zDb4lpuwK66jGybzkwO6EK/O\n"
-    "MXE/nOx/5FdKrwkztfo1yxFLGsOpuaVnjKQYgHa1Z5eLDBQPaYHkyE97uxAye58K\n"
-    "7zS2zM/DUa2v0w==\n"
-    "-----END CERTIFICATE-----\n";
+// The sample certificate, self-signed for the tests (valid for a hundred years).
+const std::u16string kPemPath = toU16(QRL_SOURCE_DIR "/samples/client_certificate.pem");
 const std::u16string kSubject = u"CN=Quorl Test Client, O=Example Works";
 
 std::string Der() {
+    const std::string pem = Utf8(SampleText("client_certificate.pem"));
     DWORD size = 0;
-    CryptStringToBinaryA(kPem, 0, CRYPT_STRING_BASE64HEADER, nullptr, &size, nullptr, nullptr);
+    CryptStringToBinaryA(pem.c_str(), 0, CRYPT_STRING_BASE64HEADER, nullptr, &size, nullptr, nullptr);
     std::string der(size, '\0');
-    CryptStringToBinaryA(kPem, 0, CRYPT_STRING_BASE64HEADER, reinterpret_cast<BYTE*>(der.data()), &size, nullptr, nullptr);
+    CryptStringToBinaryA(pem.c_str(), 0, CRYPT_STRING_BASE64HEADER, reinterpret_cast<BYTE*>(der.data()), &size, nullptr,
+                         nullptr);
     return der;
 }
 
@@ -55,7 +41,6 @@ protected:
                                                      static_cast<DWORD>(der.size()), CERT_STORE_ADD_REPLACE_EXISTING,
                                                      &added_));
         ASSERT_TRUE(CertControlStore(my_, 0, CERT_STORE_CTRL_COMMIT, nullptr));  // seen by other handles
-        folder_.write("client.pem", kPem);
     }
     void TearDown() override {
         if (added_) CertDeleteCertificateFromStore(added_);  // frees the context too
@@ -68,19 +53,12 @@ protected:
             u"<Config ModuleType=\"Emul\"><DTD><Element Name=\"ClientCert\" Type=\"sslcertificate\" "
             u"descr=\"Client certificate\"/></DTD><Data><Item Element=\"ClientCert\" Value=\"" + value +
             u"\"/></Data></Config>";
-        return RunOnElement(request, L"Client certificate", [&](Driver& d, HWND form) {
-            Driver::Click(form, IDC_SPECIAL_EDIT);
-            HWND dlg = d.WaitForDialog(L"SSL Certificate");
-            script(d, dlg);
-            d.WaitGone(dlg);
-        });
+        return RunEditor(request, L"Client certificate", L"SSL Certificate", script);
     }
     std::string Reply(const std::u16string& value) const { return ReplyText({{u"ClientCert", value}}); }
-    std::u16string PemPath() const { return folder_.file("client.pem"); }
 
     HCERTSTORE my_ = nullptr;
     PCCERT_CONTEXT added_ = nullptr;
-    TempFolder folder_;
 };
 
 TEST_F(SslCertificate, TheSystemStoresCertificateIsChosenByItsShortName) {
@@ -97,13 +75,13 @@ TEST_F(SslCertificate, TheSystemStoresCertificateIsChosenByItsShortName) {
 }
 
 TEST_F(SslCertificate, APemFileWithAPasswordAndTheNoneType) {
-    const RunResult pem = Run(u"Type=PEM|Store=" + PemPath() + u"|", [](Driver&, HWND dlg) {
+    const RunResult pem = Run(u"Type=PEM|Store=" + kPemPath + u"|", [](Driver&, HWND dlg) {
         Driver::Type(GetDlgItem(dlg, IDC_SSL_PASSWORD), L"s3cret");
         Driver::Click(dlg, IDOK);
     });
-    EXPECT_EQ(Utf8(pem.reply), Reply(u"Type=PEM|Store=" + PemPath() + u"|StorePassword=" + ScramblePassword(u"s3cret") +
+    EXPECT_EQ(Utf8(pem.reply), Reply(u"Type=PEM|Store=" + kPemPath + u"|StorePassword=" + ScramblePassword(u"s3cret") +
                                      u"|Subject=" + kSubject + u"|"));
-    const RunResult none = Run(u"Type=PEM|Store=" + PemPath() + u"|", [](Driver&, HWND dlg) {
+    const RunResult none = Run(u"Type=PEM|Store=" + kPemPath + u"|", [](Driver&, HWND dlg) {
         Driver::Choose(dlg, IDC_SSL_STORE_TYPE, 0);
         Driver::Click(dlg, IDOK);  // no question for the none type
     });
@@ -111,7 +89,7 @@ TEST_F(SslCertificate, APemFileWithAPasswordAndTheNoneType) {
 }
 
 TEST_F(SslCertificate, NoCertificateAsksBeforeItIsAccepted) {
-    const RunResult r = Run(u"Type=DER|Store=" + PemPath() + u".missing|", [&](Driver& d, HWND dlg) {
+    const RunResult r = Run(u"Type=DER|Store=" + kPemPath + u".missing|", [&](Driver& d, HWND dlg) {
         EXPECT_EQ(SendDlgItemMessageW(dlg, IDC_SSL_CERTIFICATE, CB_GETCOUNT, 0, 0), 0);
         Driver::Click(dlg, IDOK);
         EXPECT_EQ(d.Answer(dlg, IDCANCEL), L"Quorl4|No certificate has been selected. Are you sure?");  // it stays
