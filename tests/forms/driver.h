@@ -100,6 +100,27 @@ private:
 void Drive(const std::function<void()>& dialogCall, const std::function<void(Driver&)>& script);
 
 
+// A visible popup window of this thread standing in for a control's parent or a window's owner:
+// it notes each WM_COMMAND and each message from WM_USER on, and goes with the object.
+class ParentWindow {
+public:
+    struct Message {
+        UINT message;
+        WPARAM wParam;
+        LPARAM lParam;
+    };
+    explicit ParentWindow(int x = 0, int y = 0, int width = 700, int height = 260);
+    ~ParentWindow() { DestroyWindow(window_); }
+    ParentWindow(const ParentWindow&) = delete;
+    ParentWindow& operator=(const ParentWindow&) = delete;
+    HWND Handle() const { return window_; }
+    std::vector<Message> messages;
+
+private:
+    static LRESULT CALLBACK Proc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    HWND window_ = nullptr;
+};
+
 // A folder for the test's files.
 std::wstring TempDir();
 

@@ -314,6 +314,27 @@ void Drive(const std::function<void()>& dialogCall, const std::function<void(Dri
     for (const std::string& f : failures) ADD_FAILURE() << f;
 }
 
+ParentWindow::ParentWindow(int x, int y, int width, int height) {
+    static const bool registered = [] {
+        WNDCLASSW wc{};
+        wc.lpfnWndProc = Proc;
+        wc.hInstance = GetModuleHandleW(nullptr);
+        wc.lpszClassName = L"QrlTestParent";
+        return RegisterClassW(&wc) != 0;
+    }();
+    (void)registered;
+    window_ = CreateWindowExW(0, L"QrlTestParent", L"parent", WS_POPUP | WS_VISIBLE, x, y, width, height, nullptr,
+                              nullptr, GetModuleHandleW(nullptr), nullptr);
+    SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+}
+
+LRESULT CALLBACK ParentWindow::Proc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    auto* self = reinterpret_cast<ParentWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    if (!self || (message != WM_COMMAND && message < WM_USER)) return DefWindowProcW(window, message, wParam, lParam);
+    self->messages.push_back({message, wParam, lParam});
+    return 0;
+}
+
 std::wstring TempDir() {
     wchar_t temp[MAX_PATH] = {};
     GetTempPathW(MAX_PATH, temp);

@@ -5,7 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <memory>
 
 namespace qrl::test {
 namespace {
@@ -22,25 +21,18 @@ void Pump() {
     }
 }
 
-// A plain window to own the wait window, on this thread.
-using Owner = std::unique_ptr<std::remove_pointer_t<HWND>, decltype(&DestroyWindow)>;
-Owner MakeOwner() {
-    return {CreateWindowExW(0, L"STATIC", L"owner", WS_POPUP, 100, 100, 400, 300, nullptr, nullptr, nullptr, nullptr),
-            &DestroyWindow};
-}
-
 TEST(PleaseWait, OpensOnceClosesByPostAndByTheFirstDialog) {
     Product& product = Product::Get();
     ASSERT_TRUE(product.Loaded());
-    const Owner owner = MakeOwner();
-    EXPECT_EQ(product.OpenWait(owner.get(), 1), 0);  // close with no window: nothing
-    EXPECT_EQ(product.OpenWait(owner.get(), 0), 0);
-    EXPECT_EQ(product.OpenWait(owner.get(), 2), 0);  // bit 0 clear: opens, but one is open already
+    const ParentWindow owner(100, 100, 400, 300);
+    EXPECT_EQ(product.OpenWait(owner.Handle(), 1), 0);  // close with no window: nothing
+    EXPECT_EQ(product.OpenWait(owner.Handle(), 0), 0);
+    EXPECT_EQ(product.OpenWait(owner.Handle(), 2), 0);  // bit 0 clear: opens, but one is open already
     std::vector<HWND> windows = WaitWindows();
     ASSERT_EQ(windows.size(), 1u);
     EXPECT_EQ(Driver::Text(windows[0]), L"Please wait");
     EXPECT_TRUE(IsWindowVisible(windows[0]));
-    EXPECT_EQ(GetWindow(windows[0], GW_OWNER), owner.get());
+    EXPECT_EQ(GetWindow(windows[0], GW_OWNER), owner.Handle());
     RECT r{};
     GetWindowRect(windows[0], &r);
     EXPECT_EQ(r.right - r.left, 180);
@@ -49,15 +41,15 @@ TEST(PleaseWait, OpensOnceClosesByPostAndByTheFirstDialog) {
     EXPECT_EQ(r.top, 100 + (300 - 50) / 2);
 
     // Closing posts WM_CLOSE: the window goes when messages next run.
-    EXPECT_EQ(product.OpenWait(owner.get(), 1), 0);
+    EXPECT_EQ(product.OpenWait(owner.Handle(), 1), 0);
     EXPECT_EQ(WaitWindows().size(), 1u);
     Pump();
     EXPECT_TRUE(WaitWindows().empty());
 
     // The first dialog of a run ends the wait by itself.
-    product.OpenWait(owner.get(), 0);
+    product.OpenWait(owner.Handle(), 0);
     ASSERT_EQ(WaitWindows().size(), 1u);
-    Drive([&] { product.RunConfig2W(u"<Config ModuleType='Comms'/>", owner.get()); }, [&](Driver& d) {
+    Drive([&] { product.RunConfig2W(u"<Config ModuleType='Comms'/>", owner.Handle()); }, [&](Driver& d) {
         HWND dlg = d.WaitForDialog(L"Configure  ");
         EXPECT_TRUE(WaitWindows(d.DialogThread()).empty());
         d.Close(dlg, IDCANCEL);
