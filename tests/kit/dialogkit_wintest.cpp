@@ -98,33 +98,12 @@ public:
     static constexpr int kClicked = 77;
 };
 
-struct ParentLog {
-    WPARAM lastCommand = 0;
-    LPARAM lastSender = 0;
-};
-
-LRESULT CALLBACK ParentProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == WM_COMMAND) {
-        auto* log = reinterpret_cast<ParentLog*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-        log->lastCommand = wParam;
-        log->lastSender = lParam;
-        return 0;
-    }
-    return DefWindowProcW(window, message, wParam, lParam);
-}
-
 TEST(ControlKit, StateLivesAsLongAsTheWindowAndFailuresStayInside) {
     HINSTANCE instance = GetModuleHandleW(nullptr);
     ASSERT_TRUE(RegisterControlClass<ProbeCtl>(instance, L"kitprobectl"));
-    const WNDCLASSW parentClass{0, ParentProc, 0, 0, instance, nullptr, nullptr, nullptr, nullptr, L"kitprobeparent"};
-    ASSERT_TRUE(RegisterClassW(&parentClass));
-
-    ParentLog log;
-    HWND parent = CreateWindowExW(0, L"kitprobeparent", L"", WS_POPUP, 0, 0, 200, 100, nullptr, nullptr, instance, nullptr);
-    ASSERT_NE(parent, nullptr);
-    SetWindowLongPtrW(parent, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(&log));
+    ParentWindow parent;
     for (int i = 0; i < 50; ++i) {
-        HWND control = CreateWindowExW(0, L"kitprobectl", L"", WS_CHILD | WS_VISIBLE, 0, 0, 50, 20, parent,
+        HWND control = CreateWindowExW(0, L"kitprobectl", L"", WS_CHILD | WS_VISIBLE, 0, 0, 50, 20, parent.Handle(),
                                        reinterpret_cast<HMENU>(static_cast<INT_PTR>(300 + i)), instance, nullptr);
         ASSERT_NE(control, nullptr);
         EXPECT_EQ(g_liveStates, 1);
@@ -132,14 +111,13 @@ TEST(ControlKit, StateLivesAsLongAsTheWindowAndFailuresStayInside) {
         UpdateWindow(control);  // the paint throws: caught, and the area counts as painted
         EXPECT_FALSE(GetUpdateRect(control, nullptr, FALSE));
         SendMessageW(control, WM_LBUTTONUP, 0, 0);
-        EXPECT_EQ(log.lastCommand, MAKEWPARAM(300 + i, ProbeCtl::kClicked));
-        EXPECT_EQ(log.lastSender, reinterpret_cast<LPARAM>(control));
+        ASSERT_FALSE(parent.messages.empty());
+        EXPECT_EQ(parent.messages.back().wParam, MAKEWPARAM(300 + i, ProbeCtl::kClicked));
+        EXPECT_EQ(parent.messages.back().lParam, reinterpret_cast<LPARAM>(control));
         DestroyWindow(control);
         EXPECT_EQ(g_liveStates, 0);
     }
-    DestroyWindow(parent);
     UnregisterClassW(L"kitprobectl", instance);
-    UnregisterClassW(L"kitprobeparent", instance);
 }
 
 // A copy of the DLL, so that FreeLibrary really unloads it while the test's own copy stays.
@@ -151,25 +129,24 @@ TEST(DialogKit, UnloadingTheModuleTakesItsPleaseWaitWindowAlong) {
     using OpenWaitFn = int (*)(HWND, unsigned char);
     auto openWait = reinterpret_cast<OpenWaitFn>(reinterpret_cast<void*>(GetProcAddress(module, "fnOpenWait")));
     ASSERT_NE(openWait, nullptr);
-    HWND owner = CreateWindowExW(0, L"STATIC", L"owner", WS_POPUP, 0, 0, 300, 200, nullptr, nullptr, nullptr, nullptr);
-    openWait(owner, 0);
+    const ParentWindow owner;
+    openWait(owner.Handle(), 0);
     HWND wait = nullptr;
     for (HWND w : ThreadWindowsOfClass(GetCurrentThreadId(), L"PleaseWaitWin"))
-        if (GetWindow(w, GW_OWNER) == owner) wait = w;
+        if (GetWindow(w, GW_OWNER) == owner.Handle()) wait = w;
     ASSERT_NE(wait, nullptr);
     FreeLibrary(module);
     EXPECT_FALSE(IsWindow(wait));
     // Whatever else is queued for this thread still runs without reaching the unloaded module.
     MSG msg;
     while (PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&msg);
-    DestroyWindow(owner);
     DeleteFileW(copy.c_str());
 }
 
 // A list changed only where its rows differ must end with the rows asked for, whatever run changed.
 TEST(DialogKit, ListsChangedRunByRunEndWithTheRowsAskedFor) {
-    HWND parent = CreateWindowExW(0, L"STATIC", L"parent", WS_POPUP, 0, 0, 300, 200, nullptr, nullptr, nullptr, nullptr);
-    HWND shown = CreateWindowExW(0, L"LISTBOX", L"", WS_CHILD | WS_VISIBLE, 0, 0, 100, 100, parent, nullptr, nullptr, nullptr);
+    const ParentWindow parent;
+    HWND shown = CreateWindowExW(0, L"LISTBOX", L"", WS_CHILD | WS_VISIBLE, 0, 0, 100, 100, parent.Handle(), nullptr, nullptr, nullptr);
     TShownRows rows;
     for (const std::vector<std::u16string>& wanted : {std::vector<std::u16string>{u"a", u"b", u"c", u"d"},
                                                        {u"a", u"c", u"d"}, {u"a", u"x", u"y", u"d"}, {}}) {
@@ -182,7 +159,6 @@ TEST(DialogKit, ListsChangedRunByRunEndWithTheRowsAskedFor) {
         }
         EXPECT_EQ(got, wanted);
     }
-    DestroyWindow(parent);
 }
 
 }  // namespace
