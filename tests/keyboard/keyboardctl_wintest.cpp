@@ -2,6 +2,7 @@
 // empty layouts, marks and modifier states. Ordinary presses, latching Shift and the lists are
 // driven through Configure Keyboard; what a key looks like, the scale and the key search are
 // checked natively.
+#include "forms/driver.h"
 #include "keyboard/graphickeymap.h"
 #include "keyboard/keyboardctl.h"
 #include "keypress.h"
@@ -14,21 +15,6 @@
 
 namespace qrl::test {
 namespace {
-
-struct Press {
-    UINT message;
-    WPARAM id;
-    LPARAM key;
-};
-std::vector<Press> g_presses;
-
-LRESULT CALLBACK ParentProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == kKeyPressedLeft || message == kKeyPressedRight) {
-        g_presses.push_back({message, wParam, lParam});
-        return 0;
-    }
-    return DefWindowProcW(window, message, wParam, lParam);
-}
 
 std::unique_ptr<GKbKeyboard> SampleKeyboard() {
     auto keyboard = std::make_unique<GKbKeyboard>();
@@ -43,26 +29,15 @@ GKbKey* KeyOf(GKbLayout& layout, std::int32_t code) {
 
 class KeyboardPicture : public ::testing::Test {
 protected:
-    static void SetUpTestSuite() {
-        HINSTANCE instance = GetModuleHandleW(nullptr);
-        RegisterKeyboardClass(instance);
-        const WNDCLASSW parent{0, ParentProc, 0, 0, instance, nullptr, nullptr, nullptr, nullptr, L"kbtestparent"};
-        RegisterClassW(&parent);
-    }
+    static void SetUpTestSuite() { RegisterKeyboardClass(GetModuleHandleW(nullptr)); }
     void SetUp() override {
         keyboard_ = SampleKeyboard();
         ASSERT_NE(keyboard_, nullptr);
-        parent_ = CreateWindowExW(0, L"kbtestparent", L"", WS_POPUP | WS_VISIBLE, 0, 0, 700, 260, nullptr, nullptr,
-                                  nullptr, nullptr);
-        control_ = CreateWindowExW(0, kKeyboardClass, L"", WS_CHILD | WS_VISIBLE, 0, 0, 600, 200, parent_,
+        control_ = CreateWindowExW(0, kKeyboardClass, L"", WS_CHILD | WS_VISIBLE, 0, 0, 600, 200, parent_.Handle(),
                                    reinterpret_cast<HMENU>(1500), GetModuleHandleW(nullptr), nullptr);
         ASSERT_NE(control_, nullptr);
         picture_ = KeyboardOf(control_);
         ASSERT_NE(picture_, nullptr);
-        g_presses.clear();
-    }
-    void TearDown() override {
-        DestroyWindow(parent_);  // the control with it; the layout stays the test's
     }
     GKbLayout& Layout() { return keyboard_->layout(0); }
     void Paint() const {
@@ -76,13 +51,13 @@ protected:
     }
 
     std::unique_ptr<GKbKeyboard> keyboard_;
-    HWND parent_ = nullptr;
+    ParentWindow parent_;  // goes first, and the control with it; the layout stays the test's
     HWND control_ = nullptr;
     KeyboardCtl* picture_ = nullptr;
 };
 
 TEST_F(KeyboardPicture, InactiveKeysResizesEmptyLayoutsAndMarks) {
-    EXPECT_EQ(KeyboardOf(parent_), nullptr);  // not a picture
+    EXPECT_EQ(KeyboardOf(parent_.Handle()), nullptr);  // not a picture
     picture_->setLayout(&Layout());
     Paint();
     GKbKey* a = KeyOf(Layout(), 0x41);
@@ -91,9 +66,9 @@ TEST_F(KeyboardPicture, InactiveKeysResizesEmptyLayoutsAndMarks) {
     a->Shifts[0].Inactive = true;  // an inactive key takes no press, with either button
     Click(*a, WM_LBUTTONDOWN);
     Click(*a, WM_RBUTTONDOWN);
-    ASSERT_EQ(g_presses.size(), 1u);
-    EXPECT_EQ(g_presses[0].message, kKeyPressedRight);
-    EXPECT_EQ(g_presses[0].key, reinterpret_cast<LPARAM>(a));
+    ASSERT_EQ(parent_.messages.size(), 1u);
+    EXPECT_EQ(parent_.messages[0].message, kKeyPressedRight);
+    EXPECT_EQ(parent_.messages[0].lParam, reinterpret_cast<LPARAM>(a));
 
     // A resize keeps the scale of the first paint.
     const KbRect before = a->Rect;
@@ -118,9 +93,9 @@ TEST_F(KeyboardPicture, InactiveKeysResizesEmptyLayoutsAndMarks) {
     picture_->setLayout(&empty);
     Paint();
     EXPECT_TRUE(empty.Scaled);
-    g_presses.clear();
+    parent_.messages.clear();
     Click(*a, WM_LBUTTONDOWN);
-    EXPECT_TRUE(g_presses.empty());
+    EXPECT_TRUE(parent_.messages.empty());
 }
 
 TEST(KeyNameList, SelectsByIdAndReadsBack) {
