@@ -78,10 +78,7 @@ void PickScheme(HWND dlg, int row) {
 std::wstring SchemeShown(HWND dlg) { return Driver::Text(GetDlgItem(dlg, IDC_SCHEME)); }
 bool RemoveEnabled(HWND dlg) { return IsWindowEnabled(GetDlgItem(dlg, IDC_SCHEME_REMOVE)) != FALSE; }
 
-class ColourRoute : public ::testing::Test {
-protected:
-    void SetUp() override { ASSERT_TRUE(Product::Get().Loaded()); }
-};
+using ColourRoute = ProductTest;
 
 TEST_F(ColourRoute, OpensOnTheSchemeInForceAndOkSendsNoUnchangedScheme) {
     const RunResult r = RunColours([&](Driver& d, HWND dlg) {

@@ -3,7 +3,6 @@
 // blink timers, the palette's font, the sliders); each emulation colour map editor opened from the
 // form (the 5250 editor's blink timer and example drawing, the Tandem editor's sample).
 #include "colours/colours_rc.h"
-#include "forms/forms_rc.h"
 #include "forms/formsetup.h"
 #include "forms/soak.h"
 
@@ -19,9 +18,7 @@ const std::u16string kRequest =
 
 // Opens the editor of `element` from the form, lets `edit` change something, accepts both.
 bool EditOnce(const std::wstring& element, const std::wstring& title, const std::function<void(HWND)>& edit) {
-    const RunResult r = RunOnElement(kRequest, element, [&](Driver& d, HWND form) {
-        Driver::Click(form, IDC_SPECIAL_EDIT);
-        HWND editor = d.WaitForDialog(title, 15000, 0);
+    const RunResult r = RunEditor(kRequest, element, title, [&](Driver& d, HWND editor) {
         edit(editor);
         d.Settle(0);
         d.Close(editor);

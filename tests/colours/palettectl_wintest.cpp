@@ -2,6 +2,7 @@
 // selections carried in the notification of a press. Geometry and click rules are checked natively.
 #include "colours/palettectl.h"
 #include "colours/palettemodel.h"
+#include "forms/driver.h"
 
 #include <windows.h>
 
@@ -12,44 +13,29 @@
 namespace qrl::test {
 namespace {
 
-std::vector<LPARAM> g_notified;
-
-LRESULT CALLBACK ParentProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == WM_COMMAND && LOWORD(wParam) == 77) {
-        g_notified.push_back(lParam);
-        return 0;
-    }
-    return DefWindowProcW(window, message, wParam, lParam);
-}
-
 class PaletteControl : public ::testing::Test {
 protected:
-    static void SetUpTestSuite() {
-        HINSTANCE instance = GetModuleHandleW(nullptr);
-        RegisterPaletteClass(instance);
-        WNDCLASSW parent{};
-        parent.lpfnWndProc = ParentProc;
-        parent.hInstance = instance;
-        parent.lpszClassName = L"palettetestparent";
-        RegisterClassW(&parent);
-    }
+    static void SetUpTestSuite() { RegisterPaletteClass(GetModuleHandleW(nullptr)); }
     void SetUp() override {
-        g_notified.clear();
-        parent_ = CreateWindowW(L"palettetestparent", L"", WS_OVERLAPPEDWINDOW, 0, 0, 400, 200, nullptr, nullptr,
-                                GetModuleHandleW(nullptr), nullptr);
         // 161 wide: cells of 20, the first row from 0 to 160.
-        palette_ = CreateWindowW(kPaletteClass, L"", WS_CHILD | WS_VISIBLE, 0, 0, 161, 40, parent_,
+        palette_ = CreateWindowW(kPaletteClass, L"", WS_CHILD | WS_VISIBLE, 0, 0, 161, 40, parent_.Handle(),
                                  reinterpret_cast<HMENU>(77), GetModuleHandleW(nullptr), nullptr);
         ASSERT_NE(palette_, nullptr);
     }
-    void TearDown() override { DestroyWindow(parent_); }
 
     LRESULT Send(UINT message, WPARAM wParam = 0) const { return SendMessageW(palette_, message, wParam, 0); }
     void Press(UINT button, int cell) const {
         SendMessageW(palette_, button, 0, MAKELPARAM((cell % 8) * 20 + 5, (cell / 8) * 20 + 5));
     }
+    // The selections each notification of the palette carried.
+    std::vector<LPARAM> Notified() const {
+        std::vector<LPARAM> carried;
+        for (const ParentWindow::Message& m : parent_.messages)
+            if (m.message == WM_COMMAND && LOWORD(m.wParam) == 77) carried.push_back(m.lParam);
+        return carried;
+    }
 
-    HWND parent_ = nullptr;
+    ParentWindow parent_;
     HWND palette_ = nullptr;
 };
 
@@ -60,7 +46,7 @@ TEST_F(PaletteControl, TwoSelectionsTravelInTheNotification) {
     EXPECT_EQ(Send(kPaletteGetSecond), 9);
     Press(WM_LBUTTONDOWN, 10);
     Press(WM_RBUTTONDOWN, 4);
-    EXPECT_EQ(g_notified, (std::vector<LPARAM>{MAKELPARAM(10, 9), MAKELPARAM(10, 4)}));
+    EXPECT_EQ(Notified(), (std::vector<LPARAM>{MAKELPARAM(10, 9), MAKELPARAM(10, 4)}));
 }
 
 TEST_F(PaletteControl, SingleModeSetsBothAndIgnoresTheRightButtonAndADisabledControl) {
@@ -71,7 +57,7 @@ TEST_F(PaletteControl, SingleModeSetsBothAndIgnoresTheRightButtonAndADisabledCon
     Press(WM_LBUTTONDOWN, 12);
     EnableWindow(palette_, FALSE);
     Press(WM_LBUTTONDOWN, 1);
-    EXPECT_EQ(g_notified, std::vector<LPARAM>{MAKELPARAM(12, 12)});
+    EXPECT_EQ(Notified(), std::vector<LPARAM>{MAKELPARAM(12, 12)});
     EXPECT_EQ(Send(kPaletteGetFirst), 12);
 }
 
