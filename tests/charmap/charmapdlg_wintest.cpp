@@ -87,9 +87,7 @@ TEST_F(CharacterSets, AnEntryEditedIsKeptAcrossOpeningsAndSentOnOk) {
 // character, also as the byte changes.
 TEST_F(CharacterSets, AHostByteShowsItsCharacter) {
     host.exchangeReplies = {u"<charmap flags=\"8\"><map start=\"41\" length=\"1\"/></charmap>"};
-    Run(u"English", L"Host codes", [&](Driver& d, HWND form) {
-        Driver::Click(form, IDC_SPECIAL_EDIT);
-        HWND table = d.WaitForDialog(L"Edit Character Set");
+    RunEditor(Request(host, u"English"), L"Host codes", L"Edit Character Set", [&](Driver& d, HWND table) {
         Driver::Click(table, IDC_CHARSET_EDIT);
         HWND entry = d.WaitForPopup(table);
         EXPECT_EQ(Driver::Text(GetDlgItem(entry, IDC_ENTRY_HEX_LABEL)), L"EBDCID value");
