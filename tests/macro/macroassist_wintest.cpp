@@ -43,8 +43,11 @@ void Press(HWND dlg, int id) {
 bool NumbersOnly(HWND dlg, int id) { return (GetWindowLongW(GetDlgItem(dlg, id), GWL_STYLE) & ES_NUMBER) != 0; }
 int Rows(HWND dlg, int id, UINT countMessage) { return static_cast<int>(SendDlgItemMessageW(dlg, id, countMessage, 0, 0)); }
 
-TEST(MacroAssistant, TypedKeyNameWarnsAndOkWritesTheText) {
-    ASSERT_TRUE(Product::Get().Loaded());
+using MacroAssistant = ProductTest;
+
+// Help asks the host window for the macro topic.
+TEST_F(MacroAssistant, TypedKeyNameWarnsHelpAsksTheHostAndOkWritesTheText) {
+    HostWindow host(1081);
     const Assisted r = RunAssistant(u"ab\\n{Enter}", 3, [&](Driver& d, HWND dlg) {
         EXPECT_EQ(Rows(dlg, IDC_TOKEN_TYPE, CB_GETCOUNT), 3);
         EXPECT_EQ(Rows(dlg, IDC_TOKEN_LIST, LB_GETCOUNT), 3);
@@ -55,15 +58,18 @@ TEST(MacroAssistant, TypedKeyNameWarnsAndOkWritesTheText) {
         d.Settle();
         EXPECT_EQ(Driver::Text(GetDlgItem(dlg, IDC_EMKEY_WARNING)), L"warning: key 'PF9' is not defined in this emulation");
         EXPECT_EQ(Driver::Text(GetDlgItem(dlg, IDC_MACRO_TEXT)), L"ab\\n{PF9}");
+        SendMessageW(dlg, WM_COMMAND, MAKEWPARAM(IDC_MACRO_HELP, BN_CLICKED), 0);
         d.Close(dlg);
-    });
+    }, 256, host.Handle());
     EXPECT_EQ(r.code, 0);
     EXPECT_EQ(r.text, u"ab\\n{PF9}");
+    ASSERT_EQ(host.calls.size(), 1u);
+    EXPECT_EQ(host.calls[0].code, 2094u);
+    EXPECT_EQ(host.calls[0].text, u"macro.index");
 }
 
 // A macro built from nothing with the list buttons and the panels, as a user who knows no syntax would.
-TEST(MacroAssistant, BuildsAMacroTokenByToken) {
-    ASSERT_TRUE(Product::Get().Loaded());
+TEST_F(MacroAssistant, BuildsAMacroTokenByToken) {
     const Assisted r = RunAssistant(u"", 7, [&](Driver& d, HWND dlg) {
         Press(dlg, IDC_INSERT_AFTER);
         Driver::Choose(dlg, IDC_TOKEN_TYPE, 1);  // Character
@@ -100,8 +106,7 @@ TEST(MacroAssistant, BuildsAMacroTokenByToken) {
 }
 
 // A text that does not parse shows what parsed; OK still returns the text as typed, if it fits.
-TEST(MacroAssistant, ResultCodesAndTextsThatDoNotParse) {
-    ASSERT_TRUE(Product::Get().Loaded());
+TEST_F(MacroAssistant, ResultCodesAndTextsThatDoNotParse) {
     const auto typeAndAccept = [&](Driver& d, HWND dlg) {
         Driver::Type(GetDlgItem(dlg, IDC_MACRO_TEXT), L"ab{%break}cd");
         d.Settle();
@@ -140,21 +145,8 @@ TEST(MacroAssistant, ResultCodesAndTextsThatDoNotParse) {
     EXPECT_EQ(cancelled.text, u"x");
 }
 
-TEST(MacroAssistant, HelpAsksTheHostWindowForTheMacroTopic) {
-    ASSERT_TRUE(Product::Get().Loaded());
-    HostWindow host(1081);
-    RunAssistant(u"", 7, [](Driver& d, HWND dlg) {
-        SendMessageW(dlg, WM_COMMAND, MAKEWPARAM(IDC_MACRO_HELP, BN_CLICKED), 0);
-        d.Close(dlg, IDCANCEL);
-    }, 256, host.Handle());
-    ASSERT_EQ(host.calls.size(), 1u);
-    EXPECT_EQ(host.calls[0].code, 2094u);
-    EXPECT_EQ(host.calls[0].text, u"macro.index");
-}
-
 // The Assist button of the built-in form edits the value at the element's level and keeps the result.
-TEST(MacroAssistant, FormAssistButtonTakesTheResultIntoTheValue) {
-    ASSERT_TRUE(Product::Get().Loaded());
+TEST_F(MacroAssistant, FormAssistButtonTakesTheResultIntoTheValue) {
     ForgetSelection(u"Comms");
     const std::wstring ini = TempDir() + L"qrl_macroassist.ini";
     WritePrivateProfileStringW(L"qrl4cfg", L"MacroAssist", L"1", ini.c_str());
