@@ -38,10 +38,7 @@ int RunWithoutStatus(std::u16string request, std::u16string* reply = nullptr) {
     return code;
 }
 
-class Exports : public ::testing::Test {
-protected:
-    void SetUp() override { ASSERT_TRUE(Product::Get().Loaded()) << "qrl4cfg.dll not found"; }
-};
+using Exports = ProductTest;
 
 TEST_F(Exports, NamesAndSmallEntries) {
     for (const char* name : {"fnRunConfig2W", "fnInit", "fnOpenWait", kRunConfigW, kAssign})
