@@ -75,17 +75,15 @@ void PickScheme(HWND dlg, int row) {
                  reinterpret_cast<LPARAM>(GetDlgItem(dlg, IDC_SCHEME)));
 }
 
-std::wstring SchemeShown(HWND dlg) { return Driver::Text(GetDlgItem(dlg, IDC_SCHEME)); }
-bool RemoveEnabled(HWND dlg) { return IsWindowEnabled(GetDlgItem(dlg, IDC_SCHEME_REMOVE)) != FALSE; }
 
 using ColourRoute = ProductTest;
 
 TEST_F(ColourRoute, OpensOnTheSchemeInForceAndOkSendsNoUnchangedScheme) {
     const RunResult r = RunColours([&](Driver& d, HWND dlg) {
         EXPECT_EQ(Driver::ListRows(dlg, IDC_SCHEME), (std::vector<std::wstring>{L"Classic", L"Night"}));
-        EXPECT_EQ(SchemeShown(dlg), L"Night");
+        EXPECT_EQ(Driver::Text(dlg, IDC_SCHEME), L"Night");
         EXPECT_EQ(Driver::Text(GetDlgItem(dlg, IDC_ATTRCONTRAST)), L"Contrast 16.0:1");  // white on dark blue
-        EXPECT_TRUE(RemoveEnabled(dlg));
+        EXPECT_TRUE(Driver::Enabled(dlg, IDC_SCHEME_REMOVE));
         EXPECT_EQ(Driver::ListRows(dlg, IDC_ATTRLIST),
                   (std::vector<std::wstring>{L"Normal", L"Blink", L"Reverse", L"Reverse+Blink"}));
         Driver::Tick(dlg, ID_ALL);
@@ -108,8 +106,8 @@ TEST_F(ColourRoute, EditForksTheSchemeAndSaveAsNamesIt) {
             Driver::Tick(edit, IDC_FEATURE_FIRST + 1);  // Underline
             Driver::Click(edit, IDOK);
         });
-        EXPECT_EQ(SchemeShown(dlg), L"(custom)");
-        EXPECT_FALSE(RemoveEnabled(dlg));
+        EXPECT_EQ(Driver::Text(dlg, IDC_SCHEME), L"(custom)");
+        EXPECT_FALSE(Driver::Enabled(dlg, IDC_SCHEME_REMOVE));
         d.InDialog(dlg, IDC_SCHEME_SAVEAS, L"Save Colour Scheme", [&](HWND save) {
             EXPECT_EQ(Driver::Text(GetDlgItem(save, IDC_SCHEME_NAME)), L"Night");
             Driver::Type(GetDlgItem(save, IDC_SCHEME_NAME), L"Mine");
@@ -154,15 +152,15 @@ TEST_F(ColourRoute, LosingCustomChangesAsksAndCancelSendsNothing) {
         });
         PickScheme(dlg, 0);
         EXPECT_EQ(d.Answer(dlg, IDNO), L"Quorl|Lose changes to custom scheme?");
-        EXPECT_EQ(SchemeShown(dlg), L"(custom)");
+        EXPECT_EQ(Driver::Text(dlg, IDC_SCHEME), L"(custom)");
         PickScheme(dlg, 0);
         d.Answer(dlg, IDYES);
-        EXPECT_EQ(SchemeShown(dlg), L"Classic");
+        EXPECT_EQ(Driver::Text(dlg, IDC_SCHEME), L"Classic");
         d.InDialog(dlg, IDC_ATTR_ADVANCED, L"Advanced Attribute Configuration", [&](HWND advanced) {
             EXPECT_EQ(IsDlgButtonChecked(advanced, IDC_DISABLE_BLINK_CFG), BST_CHECKED);  // inverted
             Driver::Click(advanced, IDOK);
         });
-        EXPECT_EQ(SchemeShown(dlg), L"(custom)");
+        EXPECT_EQ(Driver::Text(dlg, IDC_SCHEME), L"(custom)");
         d.Close(dlg, IDCANCEL);
     });
     EXPECT_EQ(r.code, 2);
@@ -264,7 +262,6 @@ const std::u16string kReadableRedRequest = ReplaceFirst(
     u"<ColourScheme Element=\"Night\"><palette index=\"0\" value=\"0 7f0000 7f00 7f7f00 7f 7f007f 7f7f c0c0c0 "
     u"7f7f7f ff0000 ff00 ffff00 ff 8080ff c0 ffffff\"/>");
 
-std::wstring Figure(HWND dialog, int id) { return Driver::Text(GetDlgItem(dialog, id)); }
 bool Warns(HWND dialog, int id) {  // the figure in the warning colour, as WM_CTLCOLORSTATIC answers
     HDC dc = CreateCompatibleDC(nullptr);
     SendMessageW(dialog, WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(dc), reinterpret_cast<LPARAM>(GetDlgItem(dialog, id)));
@@ -286,7 +283,7 @@ std::wstring TestFile(const std::wstring& name, const std::string& bytes = {}) {
     std::ofstream(std::filesystem::path(path), std::ios::binary) << (bytes.empty() ? SampleBytes(name) : bytes);
     return path;
 }
-std::wstring EntryShown(HWND p) { return Figure(p, IDC_PAL_RED) + L"," + Figure(p, IDC_PAL_GREEN) + L"," + Figure(p, IDC_PAL_BLUE); }
+std::wstring EntryShown(HWND p) { return Driver::Text(p, IDC_PAL_RED) + L"," + Driver::Text(p, IDC_PAL_GREEN) + L"," + Driver::Text(p, IDC_PAL_BLUE); }
 
 // Night's white on dark blue as each vision sees it; the preview leaves no trace in the reply.
 TEST_F(ColourRoute, PreviewFiguresTheContrastAsEachVisionSeesItAndSendsNothing) {
@@ -295,7 +292,7 @@ TEST_F(ColourRoute, PreviewFiguresTheContrastAsEachVisionSeesItAndSendsNothing) 
         for (int p = 0; p < 5; ++p) {
             Driver::Choose(dlg, IDC_PREVIEW, p);
             d.Settle();
-            EXPECT_EQ(Figure(dlg, IDC_ATTRCONTRAST), L"Contrast " + figures[p] + L":1") << p;
+            EXPECT_EQ(Driver::Text(dlg, IDC_ATTRCONTRAST), L"Contrast " + figures[p] + L":1") << p;
         }
         d.Close(dlg);
     });
@@ -312,12 +309,12 @@ TEST_F(ColourRoute, CheckGoesToTheHardCombinationAndFixContrastPicksTheNearestRe
                           std::vector<std::wstring>{L"Reverse: 1.4:1 (Yellow on Red)"});
                 Driver::Click(check, IDOK);
             });
-            EXPECT_EQ(Figure(dlg, IDC_ATTRCONTRAST), L"Contrast 1.4:1 \u2013 hard to read");  // Reverse's
+            EXPECT_EQ(Driver::Text(dlg, IDC_ATTRCONTRAST), L"Contrast 1.4:1 \u2013 hard to read");  // Reverse's
             EXPECT_TRUE(Warns(dlg, IDC_ATTRCONTRAST));
             d.InDialog(dlg, IDC_ATTREDIT, L"Edit Attribute", [&](HWND edit) {
                 Driver::Click(edit, IDC_FIX_CONTRAST);
                 d.Settle();
-                EXPECT_EQ(Figure(edit, IDC_ATTR_CHANGE_CONTRAST), L"Contrast 4.7:1");
+                EXPECT_EQ(Driver::Text(edit, IDC_ATTR_CHANGE_CONTRAST), L"Contrast 4.7:1");
                 EXPECT_FALSE(Warns(edit, IDC_ATTR_CHANGE_CONTRAST));
                 Driver::Click(edit, IDOK);
             });
