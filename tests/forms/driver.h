@@ -56,8 +56,9 @@ public:
     static void Type(HWND edit, const std::wstring& text);
     // Replaces the edit's text as a paste does (EM_REPLACESEL), past any ES_NUMBER filter.
     static void Paste(HWND edit, const std::wstring& text);
-    // Chooses a row of a drop-down and tells the dialog, as a user's pick does.
-    static void Choose(HWND dialog, int comboId, int row);
+    // Chooses a row of a drop-down and tells the dialog, as a user's pick does; posted where the pick
+    // may ask a question, which would block us.
+    static void Choose(HWND dialog, int comboId, int row, bool posted = false);
     // Selects a row of a list box and tells the dialog, as a user's click does.
     static void SelectRow(HWND dialog, int listId, int row);
     // Double-clicks a row of a list box with the mouse (posted: what it opens or ends may block).

@@ -217,10 +217,14 @@ void Driver::Paste(HWND edit, const std::wstring& text) {
     SendMessageW(edit, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(text.c_str()));
 }
 
-void Driver::Choose(HWND dialog, int comboId, int row) {
+void Driver::Choose(HWND dialog, int comboId, int row, bool posted) {
     HWND combo = GetDlgItem(dialog, comboId);
     SendMessageW(combo, CB_SETCURSEL, static_cast<WPARAM>(row), 0);
-    SendMessageW(dialog, WM_COMMAND, MAKEWPARAM(comboId, CBN_SELCHANGE), reinterpret_cast<LPARAM>(combo));
+    const WPARAM command = MAKEWPARAM(comboId, CBN_SELCHANGE);
+    if (posted)
+        PostMessageW(dialog, WM_COMMAND, command, reinterpret_cast<LPARAM>(combo));
+    else
+        SendMessageW(dialog, WM_COMMAND, command, reinterpret_cast<LPARAM>(combo));
 }
 
 void Driver::SelectRow(HWND dialog, int listId, int row) {
