@@ -68,13 +68,6 @@ void PressCell(HWND dlg, int cell, bool right) {
     SendMessageW(palette, right ? WM_RBUTTONDOWN : WM_LBUTTONDOWN, 0, MAKELPARAM(c.left + 1, c.top + 1));
 }
 
-// A scheme picked in the combo; posted, as the pick may ask a question.
-void PickScheme(HWND dlg, int row) {
-    SendDlgItemMessageW(dlg, IDC_SCHEME, CB_SETCURSEL, static_cast<WPARAM>(row), 0);
-    PostMessageW(dlg, WM_COMMAND, MAKEWPARAM(IDC_SCHEME, CBN_SELCHANGE),
-                 reinterpret_cast<LPARAM>(GetDlgItem(dlg, IDC_SCHEME)));
-}
-
 
 using ColourRoute = ProductTest;
 
@@ -150,10 +143,10 @@ TEST_F(ColourRoute, LosingCustomChangesAsksAndCancelSendsNothing) {
             Driver::Tick(edit, IDC_FEATURE_FIRST);
             Driver::Click(edit, IDCANCEL);
         });
-        PickScheme(dlg, 0);
+        Driver::Choose(dlg, IDC_SCHEME, 0, true);  // the pick asks
         EXPECT_EQ(d.Answer(dlg, IDNO), L"Quorl|Lose changes to custom scheme?");
         EXPECT_EQ(Driver::Text(dlg, IDC_SCHEME), L"(custom)");
-        PickScheme(dlg, 0);
+        Driver::Choose(dlg, IDC_SCHEME, 0, true);  // the pick asks
         d.Answer(dlg, IDYES);
         EXPECT_EQ(Driver::Text(dlg, IDC_SCHEME), L"Classic");
         d.InDialog(dlg, IDC_ATTR_ADVANCED, L"Advanced Attribute Configuration", [&](HWND advanced) {
