@@ -34,13 +34,6 @@ void SelectRow(Driver& d, HWND dlg, int row) {
     d.Settle();
 }
 
-// Chooses a set; the notification is posted, since it may open the save question.
-void ChooseSet(HWND dlg, int row) {
-    HWND combo = GetDlgItem(dlg, IDC_HS_SET);
-    SendMessageW(combo, CB_SETCURSEL, static_cast<WPARAM>(row), 0);
-    PostMessageW(dlg, WM_COMMAND, MAKEWPARAM(IDC_HS_SET, CBN_SELCHANGE), reinterpret_cast<LPARAM>(combo));
-}
-
 // Each test has a folder of its own: the ini cache trusts a file it has read for a few seconds.
 class HotSpotRoute : public ::testing::Test {
 protected:
@@ -116,15 +109,15 @@ TEST_F(HotSpotRoute, OkWithoutChangesWritesNothing) {
 TEST_F(HotSpotRoute, ChangingTheSetAsksToSaveTheChangedOne) {
     const RunResult r = Run([&](Driver& d, HWND dlg) {
         Driver::Tick(dlg, IDC_HS_ENABLE);
-        ChooseSet(dlg, 1);
+        Driver::Choose(dlg, IDC_HS_SET, 1, true);
         EXPECT_EQ(d.Answer(dlg, IDCANCEL), L"Configure HotSpots|Save changes to HotSpot set 'IBM5250'?");
         EXPECT_EQ(ListRows(dlg), (Rows{L"Alpha", L"Zeta"}));
         EXPECT_EQ(Driver::Text(GetDlgItem(dlg, IDC_HS_SET)), L"Other");
-        ChooseSet(dlg, 1);
+        Driver::Choose(dlg, IDC_HS_SET, 1, true);
         d.Answer(dlg, IDYES);
         EXPECT_EQ(ListRows(dlg), (Rows{L"Beta"}));
         Driver::Tick(dlg, IDC_HS_ENABLE);  // Other changed, then left with No: nothing written
-        ChooseSet(dlg, 0);
+        Driver::Choose(dlg, IDC_HS_SET, 0, true);
         d.Answer(dlg, IDNO);
         EXPECT_EQ(ListRows(dlg), (Rows{L"Alpha", L"Zeta"}));
         d.Close(dlg, IDCANCEL);
