@@ -154,7 +154,7 @@ TEST(DialogLayout, EveryTextFitsItsControlAndEveryControlItsDialog) {
     host.exchangeReplies = {u"<charmap><map start=\"41\" length=\"1\"/></charmap>"};  // the character set's map
     const int hostAwareness = Awareness(nullptr);
     std::set<int> dialogAwareness;
-    Problems cues;
+    std::set<std::wstring> cues;
     for (const Case& c : cases)
         RunRequest(c.request, c.firstTitle, [&](Driver& d, HWND first) {
             dialogAwareness.insert(Awareness(first));
@@ -175,7 +175,7 @@ TEST(DialogLayout, EveryTextFitsItsControlAndEveryControlItsDialog) {
     ForgetModuleValue(u"Comms.WindowSize");
     EXPECT_EQ(dialogAwareness, std::set<int>{2});
     EXPECT_EQ(Awareness(nullptr), hostAwareness);
-    EXPECT_EQ(cues, Problems{L"Search settings (Ctrl+F)"});
+    EXPECT_EQ(cues, std::set<std::wstring>{L"Search settings (Ctrl+F)"});
     EXPECT_EQ(std::vector<std::wstring>(found.problems.begin(), found.problems.end()), std::vector<std::wstring>{});
     EXPECT_EQ(found.buttons, kSharedButtons);
 }
