@@ -18,6 +18,7 @@
 #include <vector>
 
 #include "../../tools/genrequest/generate.h"
+#include "hotspots/hotspots_rc.h"
 #include "keyboard/keyboard_rc.h"
 #include "macro/macro_rc.h"
 #include "text/textutil.h"
@@ -245,11 +246,28 @@ std::vector<Case> Cases() {
     const auto macro = [](std::u16string text) {
         return [text](const Module& m) { m.RunMacro(text); };
     };
-    // The delete button on the hundredth token.
-    const Step deleteToken = [](DWORD thread, HWND dialog) {
+    // A list button on the hundredth token (a Text token).
+    const auto tokenButton = [](int button) -> Step {
+        return [button](DWORD thread, HWND dialog) {
+            SendDlgItemMessageW(dialog, IDC_TOKEN_LIST, LB_SETCURSEL, 100, 0);
+            SendMessageW(dialog, WM_COMMAND, MAKEWPARAM(IDC_TOKEN_LIST, LBN_SELCHANGE), 0);
+            return TimedCommand(thread, dialog, button, BN_CLICKED);
+        };
+    };
+    // One character typed into the hundredth token's text.
+    const Step changeToken = [](DWORD thread, HWND dialog) {
         SendDlgItemMessageW(dialog, IDC_TOKEN_LIST, LB_SETCURSEL, 100, 0);
         SendMessageW(dialog, WM_COMMAND, MAKEWPARAM(IDC_TOKEN_LIST, LBN_SELCHANGE), 0);
-        return TimedCommand(thread, dialog, IDC_DELETE_TOKEN, BN_CLICKED);
+        const Clock start = Now();
+        SetDlgItemTextW(dialog, IDC_TEXT_EDIT, L"Hello!");
+        WaitPainted(thread);
+        return Milliseconds(start, Now());
+    };
+    // The delete button on the hundredth hotspot.
+    const Step deleteHotSpot = [](DWORD thread, HWND dialog) {
+        SendDlgItemMessageW(dialog, IDC_HS_LIST, LB_SETCURSEL, 100, 0);
+        SendMessageW(dialog, WM_COMMAND, MAKEWPARAM(IDC_HS_LIST, LBN_SELCHANGE), 0);
+        return TimedCommand(thread, dialog, IDC_HS_DELETE, BN_CLICKED);
     };
     // The "by emulation key" dialog: the emulation key with every entry chosen.
     const Step chooseEmulationKey = [](DWORD thread, HWND first) {
@@ -271,9 +289,13 @@ std::vector<Case> Cases() {
         {"Configure Keyboard, 5,000 mappings", request(KeyMapRequest(false, 5000, false)), nullptr},
         {"classic key map, 5,000 mappings", request(KeyMapRequest(true, 5000, false)), nullptr},
         {"Configure HotSpots, 1,000 hotspots", request(HotSpotRequest(1000)), nullptr},
+        {"Configure HotSpots, 10,000 hotspots", request(HotSpotRequest(10000)), nullptr},
         {"Macro Assistant, 100 KB macro", macro(MacroText(100000 / 6)), nullptr},
         {"Colour Configuration, 50 schemes", request(ColourRequest(50)), nullptr},
-        {"edit: Macro Assistant delete, 30,000 tokens", macro(MacroText(30000)), deleteToken},
+        {"edit: Macro Assistant delete, 30,000 tokens", macro(MacroText(30000)), tokenButton(IDC_DELETE_TOKEN)},
+        {"edit: Macro Assistant insert, 30,000 tokens", macro(MacroText(30000)), tokenButton(IDC_INSERT_AFTER)},
+        {"edit: Macro Assistant change, 30,000 tokens", macro(MacroText(30000)), changeToken},
+        {"edit: Configure HotSpots, 10,000 hotspots", request(HotSpotRequest(10000)), deleteHotSpot},
         {"edit: classic key map by emulation key, 8,000 rows", request(KeyMapRequest(true, 8000, true)),
          chooseEmulationKey},
     };
