@@ -4,6 +4,8 @@
 
 #include <windows.h>
 
+#include "kit/rowchange.h"
+
 #include <span>
 #include <string>
 #include <vector>
@@ -30,6 +32,10 @@ void FillListRows(HWND list, std::span<const std::u16string> rows);
 class TShownRows {
 public:
     void Show(HWND list, std::vector<std::u16string> rows);
+    // A change the caller already knows: `change.removed` rows from `change.first` give way to
+    // `rows` (change.inserted of them), without building and comparing every row. False, and
+    // nothing done, when the list no longer shows what was last shown here; Show then.
+    bool Change(HWND list, const TRowChange& change, const std::vector<std::u16string>& rows);
     void Forget() { shown_.clear(); }
 
 private:

@@ -12,6 +12,15 @@ void ReserveRows(HWND list, std::size_t count, std::size_t chars) {
     SendMessageW(list, LB_INITSTORAGE, count, static_cast<LPARAM>(count * (chars + 1) * sizeof(wchar_t)));
 }
 
+// Deletes the run of rows the change removes and inserts `rows` in its place.
+void ReplaceRows(HWND list, const TRowChange& change, std::span<const std::u16string> rows) {
+    if (change.removed == 0 && rows.empty()) return;
+    TRedrawOff quiet(list);
+    for (std::size_t i = 0; i < change.removed; ++i) SendMessageW(list, LB_DELETESTRING, change.first, 0);
+    for (std::size_t i = 0; i < rows.size(); ++i)
+        SendMessageW(list, LB_INSERTSTRING, change.first + i, reinterpret_cast<LPARAM>(W(rows[i])));
+}
+
 }  // namespace
 
 // For a window that leaves WM_SETREDRAW to the default procedure, turning drawing back on sets its
@@ -42,12 +51,20 @@ void TShownRows::Show(HWND list, std::vector<std::u16string> rows) {
         return;
     }
     const TRowChange change = ChangedRun(shown_, rows);
-    if (change.removed == 0 && change.inserted == 0) return;
-    TRedrawOff quiet(list);
-    for (std::size_t i = 0; i < change.removed; ++i) SendMessageW(list, LB_DELETESTRING, change.first, 0);
-    for (std::size_t i = 0; i < change.inserted; ++i)
-        SendMessageW(list, LB_INSERTSTRING, change.first + i, reinterpret_cast<LPARAM>(W(rows[change.first + i])));
+    ReplaceRows(list, change, std::span(rows).subspan(change.first, change.inserted));
     shown_ = std::move(rows);
+}
+
+bool TShownRows::Change(HWND list, const TRowChange& change, const std::vector<std::u16string>& rows) {
+    const std::size_t count = static_cast<std::size_t>(SendMessageW(list, LB_GETCOUNT, 0, 0));
+    const bool fits = count == shown_.size() && change.first <= count && change.removed <= count - change.first &&
+                      change.inserted == rows.size();
+    if (!fits) return false;
+    ReplaceRows(list, change, rows);
+    const auto at = shown_.begin() + static_cast<std::ptrdiff_t>(change.first);
+    shown_.erase(at, at + static_cast<std::ptrdiff_t>(change.removed));
+    shown_.insert(shown_.begin() + static_cast<std::ptrdiff_t>(change.first), rows.begin(), rows.end());
+    return true;
 }
 
 }  // namespace qrl

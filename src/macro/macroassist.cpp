@@ -71,11 +71,25 @@ int TMacroAssist::Count() const {
 
 std::vector<std::u16string> TMacroAssist::Rows() const {
     std::vector<std::u16string> rows;
-    for (int i = 0; i < Count(); ++i) {
-        const MacroToken& token = macro_.Tokens[static_cast<size_t>(i)];
-        rows.push_back(tokenName(token) + u'\t' + token.Source);
-    }
+    rows.reserve(static_cast<size_t>(std::max(0, Count())));
+    for (int i = 0; i < Count(); ++i) rows.push_back(Row(i));
     return rows;
+}
+
+std::u16string TMacroAssist::Row(int index) const {
+    const MacroToken& token = macro_.Tokens[static_cast<size_t>(index)];
+    return tokenName(token) + u'\t' + token.Source;
+}
+
+std::vector<std::u16string> TMacroAssist::RowsOf(const TRowChange& change) const {
+    std::vector<std::u16string> rows;
+    for (size_t i = 0; i < change.inserted; ++i) rows.push_back(Row(static_cast<int>(change.first + i)));
+    return rows;
+}
+
+TRowChange TMacroAssist::CurrentRowChange() const {
+    if (selected_ < 0) return {};
+    return {static_cast<size_t>(selected_), 1, 1};
 }
 
 std::u16string TMacroAssist::Joined() const {
@@ -296,33 +310,41 @@ void TMacroAssist::SetLabel(std::u16string_view text) {
     }
 }
 
-void TMacroAssist::insertAt(int index) {
+TRowChange TMacroAssist::insertAt(int index) {
     MacroToken token;
     token.Type = MacroType::Text;
     macro_.Tokens.insert(macro_.Tokens.begin() + index, std::move(token));
     selected_ = index;
+    return {static_cast<size_t>(index), 0, 1};
 }
 
-void TMacroAssist::InsertBefore() { insertAt(selected_ < 0 ? 0 : selected_); }
+TRowChange TMacroAssist::InsertBefore() { return insertAt(selected_ < 0 ? 0 : selected_); }
 
-void TMacroAssist::InsertAfter() { insertAt(selected_ < 0 ? 0 : selected_ + 1); }
+TRowChange TMacroAssist::InsertAfter() { return insertAt(selected_ < 0 ? 0 : selected_ + 1); }
 
-void TMacroAssist::Delete() {
-    if (selected_ < 0 || selected_ >= Count()) return;
+TRowChange TMacroAssist::Delete() {
+    if (selected_ < 0 || selected_ >= Count()) return {};
+    const TRowChange change{static_cast<size_t>(selected_), 1, 0};
     macro_.Tokens.erase(macro_.Tokens.begin() + selected_);
     selected_ = Count() == 0 ? -1 : std::min(selected_, Count() - 1);
+    return change;
 }
 
-void TMacroAssist::MoveUp() {
-    if (selected_ < 1 || selected_ >= Count()) return;
-    std::swap(macro_.Tokens[static_cast<size_t>(selected_)], macro_.Tokens[static_cast<size_t>(selected_ - 1)]);
+TRowChange TMacroAssist::swapWithNext(int index) {
+    std::swap(macro_.Tokens[static_cast<size_t>(index)], macro_.Tokens[static_cast<size_t>(index + 1)]);
+    return {static_cast<size_t>(index), 2, 2};
+}
+
+TRowChange TMacroAssist::MoveUp() {
+    if (selected_ < 1 || selected_ >= Count()) return {};
     --selected_;
+    return swapWithNext(selected_);
 }
 
-void TMacroAssist::MoveDown() {
-    if (selected_ < 0 || selected_ + 1 >= Count()) return;
-    std::swap(macro_.Tokens[static_cast<size_t>(selected_)], macro_.Tokens[static_cast<size_t>(selected_ + 1)]);
+TRowChange TMacroAssist::MoveDown() {
+    if (selected_ < 0 || selected_ + 1 >= Count()) return {};
     ++selected_;
+    return swapWithNext(selected_ - 1);
 }
 
 }  // namespace qrl

@@ -3,6 +3,7 @@
 // token. The dialog only moves these values in and out of its controls.
 #pragma once
 
+#include "kit/rowchange.h"
 #include "macro/macro.h"
 
 #include <array>
@@ -37,6 +38,9 @@ public:
 
     // The rows of the token list: type name, a tab, the token's text.
     std::vector<std::u16string> Rows() const;
+    std::u16string Row(int index) const;
+    // The rows an edit put into the list: change.inserted of them from change.first.
+    std::vector<std::u16string> RowsOf(const TRowChange& change) const;
     // All tokens' texts, joined without a separator.
     std::u16string Joined() const;
     // Tokens shown in the list: all but the end token.
@@ -68,6 +72,8 @@ public:
     std::u16string ValueText() const;
 
     // ---- Edits of the current token; each does nothing without one ----
+    // The rows such an edit changes: the current token's own, or none without one.
+    TRowChange CurrentRowChange() const;
     void ChooseType(int row);
     void SetText(std::u16string_view text);
     void ChooseCharRow(int row, int byteRow);
@@ -82,16 +88,18 @@ public:
     void SetValue(std::u16string_view text);
     void SetLabel(std::u16string_view text);
 
-    // ---- The list buttons; each leaves the token it acted on selected ----
-    void InsertBefore();
-    void InsertAfter();
-    void Delete();
-    void MoveUp();
-    void MoveDown();
+    // ---- The list buttons; each leaves the token it acted on selected and returns the rows it
+    // changed, so that a list of thousands of tokens changes by a row or two ----
+    TRowChange InsertBefore();
+    TRowChange InsertAfter();
+    TRowChange Delete();
+    TRowChange MoveUp();
+    TRowChange MoveDown();
 
 private:
     MacroToken* current();
-    void insertAt(int index);
+    TRowChange insertAt(int index);
+    TRowChange swapWithNext(int index);
 
     uint32_t mode_;
     std::vector<std::u16string> keyNames_;

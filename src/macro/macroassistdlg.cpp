@@ -89,14 +89,17 @@ private:
     void BuildPanels();
 
     void FillTokenList();
+    // The rows an edit changed, and the selection.
+    void ShowRowChange(const TRowChange& change);
     void JoinText();
     void ShowToken();
     void ShowPanel(MacroPanel panel);
     void LoadFunctionFields();
     void LoadClassicFields();
     void RefreshKeyWarning();
-    // After an edit of the selected token: the list and the text follow it.
-    void Changed();
+    // After an edit: the list and the text follow it.
+    void Changed(const TRowChange& change);
+    void Changed() { Changed(assist_.CurrentRowChange()); }
     bool OnEdit(int id, int code);
     bool OnListButton(int id);
 
@@ -191,6 +194,13 @@ void MacroAssistDlg::FillTokenList() {
     SendMessageW(list, LB_SETCURSEL, static_cast<WPARAM>(assist_.Selected()), 0);
 }
 
+void MacroAssistDlg::ShowRowChange(const TRowChange& change) {
+    TBusyScope busy(listBusy_);
+    HWND list = Item(IDC_TOKEN_LIST);
+    if (!tokenRows_.Change(list, change, assist_.RowsOf(change))) tokenRows_.Show(list, assist_.Rows());
+    SendMessageW(list, LB_SETCURSEL, static_cast<WPARAM>(assist_.Selected()), 0);
+}
+
 void MacroAssistDlg::JoinText() {
     TBusyScope busy(textBusy_);
     SetControlText(Window(), IDC_MACRO_TEXT, assist_.Joined());
@@ -270,8 +280,8 @@ void MacroAssistDlg::RefreshKeyWarning() {
     SetControlText(Window(), IDC_EMKEY_WARNING, assist_.KeyWarning(GetControlText(Window(), IDC_EMKEY_LIST)));
 }
 
-void MacroAssistDlg::Changed() {
-    FillTokenList();
+void MacroAssistDlg::Changed(const TRowChange& change) {
+    ShowRowChange(change);
     JoinText();
 }
 
@@ -340,15 +350,16 @@ bool MacroAssistDlg::OnEdit(int id, int code) {
 }
 
 bool MacroAssistDlg::OnListButton(int id) {
+    TRowChange change;
     switch (id) {
-    case IDC_INSERT_BEFORE: assist_.InsertBefore(); break;
-    case IDC_INSERT_AFTER: assist_.InsertAfter(); break;
-    case IDC_DELETE_TOKEN: assist_.Delete(); break;
-    case IDC_MOVE_UP: assist_.MoveUp(); break;
-    case IDC_MOVE_DOWN: assist_.MoveDown(); break;
+    case IDC_INSERT_BEFORE: change = assist_.InsertBefore(); break;
+    case IDC_INSERT_AFTER: change = assist_.InsertAfter(); break;
+    case IDC_DELETE_TOKEN: change = assist_.Delete(); break;
+    case IDC_MOVE_UP: change = assist_.MoveUp(); break;
+    case IDC_MOVE_DOWN: change = assist_.MoveDown(); break;
     default: return false;
     }
-    Changed();
+    Changed(change);
     ShowToken();
     return true;
 }

@@ -3,6 +3,7 @@
 #include "forms/forms_rc.h"
 #include "forms/formsetup.h"
 #include "macro/macro_rc.h"
+#include "macro/macroassist.h"
 
 #include <gtest/gtest.h>
 
@@ -143,6 +144,47 @@ TEST_F(MacroAssistant, ResultCodesAndTextsThatDoNotParse) {
     });
     EXPECT_EQ(cancelled.code, 1);
     EXPECT_EQ(cancelled.text, u"x");
+}
+
+// Each edit changes only the rows it touched; after each, the list and the text show the model.
+TEST_F(MacroAssistant, ListFollowsEveryEdit) {
+    struct Step { int control; int row; };  // a list button, a token to select, a type to choose, or text
+    const Step steps[] = {{IDC_TOKEN_LIST, 2}, {IDC_INSERT_AFTER, 0}, {IDC_TEXT_EDIT, 0}, {IDC_MOVE_UP, 0},
+                          {IDC_MOVE_DOWN, 0},  {IDC_TOKEN_TYPE, 2},  {IDC_TOKEN_LIST, 5}, {IDC_DELETE_TOKEN, 0},
+                          {IDC_MOVE_UP, 0},    {IDC_INSERT_BEFORE, 0}, {IDC_TOKEN_LIST, 0}, {IDC_DELETE_TOKEN, 0}};
+    const std::u16string text = u"a\\n{Enter}b{.Pause(5)}x";
+    TMacroAssist model(7, {u"Enter", u"PF1"});
+    model.Parse(text);
+    model.Select(0);
+    RunAssistant(text, 7, [&](Driver& d, HWND dlg) {
+        for (const Step& step : steps) {
+            if (step.control == IDC_TOKEN_LIST) {
+                SelectToken(d, dlg, step.row);
+                model.Select(step.row);
+            } else if (step.control == IDC_TOKEN_TYPE) {
+                Driver::Choose(dlg, IDC_TOKEN_TYPE, step.row);
+                model.ChooseType(step.row);
+            } else if (step.control == IDC_TEXT_EDIT) {
+                Driver::Type(GetDlgItem(dlg, IDC_TEXT_EDIT), L"go");
+                model.SetText(u"go");
+            } else {
+                Press(dlg, step.control);
+                const std::map<int, TRowChange (TMacroAssist::*)()> buttons = {
+                    {IDC_INSERT_BEFORE, &TMacroAssist::InsertBefore}, {IDC_INSERT_AFTER, &TMacroAssist::InsertAfter},
+                    {IDC_DELETE_TOKEN, &TMacroAssist::Delete}, {IDC_MOVE_UP, &TMacroAssist::MoveUp},
+                    {IDC_MOVE_DOWN, &TMacroAssist::MoveDown}};
+                (model.*buttons.at(step.control))();
+            }
+            d.Settle();
+            std::vector<std::wstring> rows;
+            for (const std::u16string& row : model.Rows()) rows.emplace_back(row.begin(), row.end());
+            EXPECT_EQ(Driver::ListRows(dlg, IDC_TOKEN_LIST), rows) << "after control " << step.control;
+            EXPECT_EQ(SendDlgItemMessageW(dlg, IDC_TOKEN_LIST, LB_GETCURSEL, 0, 0), model.Selected());
+            const std::u16string joined = model.Joined();
+            EXPECT_EQ(Driver::Text(GetDlgItem(dlg, IDC_MACRO_TEXT)), std::wstring(joined.begin(), joined.end()));
+        }
+        d.Close(dlg, IDCANCEL);
+    });
 }
 
 // The Assist button of the built-in form edits the value at the element's level and keeps the result.
