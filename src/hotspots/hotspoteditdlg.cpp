@@ -73,9 +73,9 @@ constexpr TTextKey kPrePostTexts[] = {
 };
 
 void FillCombo(HWND dialog, int id, std::span<const TTextKey> texts, int selection) {
-    for (const TTextKey& text : texts)
-        SendDlgItemMessageW(dialog, id, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(W(Translate(text))));
-    SendDlgItemMessageW(dialog, id, CB_SETCURSEL, static_cast<WPARAM>(selection), 0);
+    std::vector<std::u16string> rows;
+    for (const TTextKey& text : texts) rows.push_back(Translate(text));
+    FillComboRows(dialog, id, rows, selection);
 }
 
 class MatchStringDlg : public TDialog {

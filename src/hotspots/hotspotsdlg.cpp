@@ -167,6 +167,7 @@ void HotSpotsDlg::RefreshListButtons() {
 
 void HotSpotsDlg::FillSets() {
     HWND combo = GetDlgItem(Window(), IDC_HS_SET);
+    TRedrawOff quiet(combo);
     SendMessageW(combo, CB_RESETCONTENT, 0, 0);
     const std::vector<std::u16string> names = HotSpotSetNames(data_.fullPath);
     for (const std::u16string& name : names)

@@ -84,7 +84,6 @@ private:
     HWND Item(int id) const { return GetDlgItem(Window(), id); }
     int Selection(int id) const;
     void Select(int id, int row) const;
-    void FillCombo(int id, const std::vector<std::u16string>& rows) const;
     void FillLists() const;
     void BuildPanels();
 
@@ -120,32 +119,28 @@ int MacroAssistDlg::Selection(int id) const {
 
 void MacroAssistDlg::Select(int id, int row) const { SendMessageW(Item(id), CB_SETCURSEL, static_cast<WPARAM>(row), 0); }
 
-void MacroAssistDlg::FillCombo(int id, const std::vector<std::u16string>& rows) const {
-    for (const std::u16string& row : rows) SendMessageW(Item(id), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(W(row)));
-}
-
 void MacroAssistDlg::FillLists() const {
     std::vector<std::u16string> rows;
     for (int32_t type : assist_.AllowedTypes()) rows.push_back(tokenTypeName(type));
-    FillCombo(IDC_TOKEN_TYPE, rows);
+    FillComboRows(Window(), IDC_TOKEN_TYPE, rows);
     rows.clear();
     for (const MacroCharRow& row : macroNamedChars()) rows.emplace_back(row.Caption);
-    FillCombo(IDC_CHAR_LIST, rows);
+    FillComboRows(Window(), IDC_CHAR_LIST, rows);
     rows.clear();
     for (uint32_t code = 0; code < 256; ++code) rows.push_back(macroByteCaption(code));
-    FillCombo(IDC_BYTE_LIST, rows);
+    FillComboRows(Window(), IDC_BYTE_LIST, rows);
     rows.clear();
     for (const MacroOperatorRow& row : macroOperators()) rows.emplace_back(row.Text);
-    FillCombo(IDC_OPERATOR_LIST, rows);
-    FillCombo(IDC_IDENT_LIST, {u"r"});
+    FillComboRows(Window(), IDC_OPERATOR_LIST, rows);
+    FillComboRows(Window(), IDC_IDENT_LIST, std::vector<std::u16string>{u"r"});
     rows.clear();
     for (const MacroClassicRow& row : macroClassics())
         rows.push_back(u"\\" + std::u16string(1, row.Letter) + u"  " + row.Name);
-    FillCombo(IDC_CLASSIC_LIST, rows);
+    FillComboRows(Window(), IDC_CLASSIC_LIST, rows);
     rows.clear();
     for (const MacroFunctionRow& row : macroFunctions()) rows.emplace_back(row.Name);
-    FillCombo(IDC_FUNC_LIST, rows);
-    FillCombo(IDC_EMKEY_LIST, assist_.KeyNames());
+    FillComboRows(Window(), IDC_FUNC_LIST, rows);
+    FillComboRows(Window(), IDC_EMKEY_LIST, assist_.KeyNames());
 }
 
 void MacroAssistDlg::BuildPanels() {
