@@ -216,7 +216,8 @@ std::u16string HotSpotRequest(std::size_t count) {
         out << "HS" << i << "=Spot " << i << ",2," << (i % 20 + 1) << ",0,0,0,6,0,Spot,1,0,,,0,0,0,0,{PF3},0,0,0,,,0,0,,,\r\n";
     out.close();
     std::u16string text = ReadSample("hotspots_request.xml");
-    text = Replace(text, u"@SAMPLES@", qrl::utf8ToUtf16(folder));
+    // The sample's comment names the placeholder too: replace the value, not the first mention.
+    text = Replace(text, u"Value=\"@SAMPLES@\"", u"Value=\"" + qrl::utf8ToUtf16(folder) + u"\"");
     return Replace(text, u"hotspots.hsp", u"timing.hsp");
 }
 
