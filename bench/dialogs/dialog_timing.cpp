@@ -209,7 +209,9 @@ std::u16string KeyMapRequest(bool classic, std::size_t mappings, bool allToOneKe
 std::u16string HotSpotRequest(std::size_t count) {
     char folder[MAX_PATH] = {};
     GetTempPathA(MAX_PATH, folder);
-    const std::string file = std::string(folder) + "timing.hsp";
+    // A file per size: every case's request is made before the first runs.
+    const std::string name = "timing" + std::to_string(count) + ".hsp";
+    const std::string file = std::string(folder) + name;
     std::ofstream out(file, std::ios::binary);
     out << "[version]\r\nVersion=2\r\n\r\n[IBM5250]\r\nFGndColour=\r\nBGndColour=192,192,192\r\nOn=1\r\n";
     for (std::size_t i = 1; i <= count; ++i)
@@ -218,7 +220,7 @@ std::u16string HotSpotRequest(std::size_t count) {
     std::u16string text = ReadSample("hotspots_request.xml");
     // The sample's comment names the placeholder too: replace the value, not the first mention.
     text = Replace(text, u"Value=\"@SAMPLES@\"", u"Value=\"" + qrl::utf8ToUtf16(folder) + u"\"");
-    return Replace(text, u"hotspots.hsp", u"timing.hsp");
+    return Replace(text, u"hotspots.hsp", qrl::utf8ToUtf16(name));
 }
 
 std::u16string ColourRequest(std::size_t schemes) {
