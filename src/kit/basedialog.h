@@ -93,6 +93,10 @@ void SetControlNumber(HWND dialog, int id, int value);
 std::u16string GetControlText(HWND dialog, int id);
 std::u16string GetWindowText16(HWND window);
 void SetControlText(HWND dialog, int id, const std::u16string& text);
+// A one-line edit's text, as WM_SETTEXT sets it, repainted only when what it shows changes: a
+// long text is laid out whole at every paint, while an edit far to the right changes nothing
+// in view.
+void SetEditText(HWND edit, const std::u16string& text);
 // A combo box's rows replaced by `rows`, with `selection` selected (-1: none).
 void FillComboRows(HWND dialog, int id, std::span<const std::u16string> rows, int selection = -1);
 int ComboSelection(HWND dialog, int id);  // CB_ERR when nothing is selected

@@ -5,6 +5,8 @@
 #include "kit/pleasewait.h"
 #include "kit/scrollrule.h"
 
+#include <algorithm>
+
 namespace qrl {
 
 // ---- TBaseDialog
@@ -119,6 +121,50 @@ std::u16string GetWindowText16(HWND window) {
 std::u16string GetControlText(HWND dialog, int id) { return GetWindowText16(GetDlgItem(dialog, id)); }
 
 void SetControlText(HWND dialog, int id, const std::u16string& text) { SetDlgItemTextW(dialog, id, W(text)); }
+
+namespace {
+
+// Characters that surely lie beyond the edit's right side when it shows the start of `text`:
+// twice as many as fit, measured with its font.
+std::size_t BeyondView(HWND edit, const std::u16string& text) {
+    RECT client{};
+    GetClientRect(edit, &client);
+    HDC dc = GetDC(edit);
+    const HGDIOBJ old = SelectObject(dc, reinterpret_cast<HGDIOBJ>(SendMessageW(edit, WM_GETFONT, 0, 0)));
+    const int measured = static_cast<int>(std::min<std::size_t>(text.size(), 4096));
+    int fit = measured;
+    SIZE size{};
+    GetTextExtentExPointW(dc, W(text), measured, client.right, &fit, nullptr, &size);
+    SelectObject(dc, old);
+    ReleaseDC(edit, dc);
+    return 2 * static_cast<std::size_t>(std::max(fit, 0)) + 8;
+}
+
+// The edit shows its text from the start and no selection (an edit without the focus hides it).
+bool ShowsStartOnly(HWND edit) {
+    DWORD start = 0, end = 0;
+    SendMessageW(edit, EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
+    return SendMessageW(edit, EM_GETFIRSTVISIBLELINE, 0, 0) == 0 && (start == end || GetFocus() != edit);
+}
+
+}  // namespace
+
+void SetEditText(HWND edit, const std::u16string& text) {
+    const std::u16string shown = GetWindowText16(edit);
+    const std::size_t same = static_cast<std::size_t>(
+        std::mismatch(shown.begin(), shown.end(), text.begin(), text.end()).first - shown.begin());
+    const bool unseen = IsWindowVisible(edit) && !GetUpdateRect(edit, nullptr, FALSE) && ShowsStartOnly(edit) &&
+                        same >= BeyondView(edit, shown);
+    if (!unseen) {
+        SetWindowTextW(edit, W(text));
+        return;
+    }
+    SendMessageW(edit, WM_SETREDRAW, FALSE, 0);
+    SetWindowTextW(edit, W(text));
+    SendMessageW(edit, WM_SETREDRAW, TRUE, 0);
+    // Nothing was waiting to be painted before, and nothing in view has changed.
+    ValidateRect(edit, nullptr);
+}
 
 void FillComboRows(HWND dialog, int id, std::span<const std::u16string> rows, int selection) {
     TRedrawOff quiet(GetDlgItem(dialog, id));

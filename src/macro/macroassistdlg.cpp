@@ -198,7 +198,7 @@ void MacroAssistDlg::ShowRowChange(const TRowChange& change) {
 
 void MacroAssistDlg::JoinText() {
     TBusyScope busy(textBusy_);
-    SetControlText(Window(), IDC_MACRO_TEXT, assist_.Joined());
+    SetEditText(Item(IDC_MACRO_TEXT), assist_.Joined());
 }
 
 void MacroAssistDlg::ShowPanel(MacroPanel panel) {
