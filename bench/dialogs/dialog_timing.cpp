@@ -6,6 +6,7 @@
 // median and the slowest of the warm runs, in milliseconds. CASE runs only the cases whose name
 // contains it.
 #include <windows.h>
+#include <commctrl.h>
 
 #include <algorithm>
 #include <atomic>
@@ -18,6 +19,7 @@
 #include <vector>
 
 #include "../../tools/genrequest/generate.h"
+#include "forms/forms_rc.h"
 #include "hotspots/hotspots_rc.h"
 #include "keyboard/keyboard_rc.h"
 #include "macro/macro_rc.h"
@@ -295,6 +297,22 @@ std::vector<Case> Cases() {
         }
         return slowest;
     };
+    // The second setting of the general route (an integer the request left unreadable), selected,
+    // then a digit typed over it: the value, its label in the tree, its bold, the reset button.
+    const Step typeInSetting = [](DWORD thread, HWND dialog) {
+        HWND tree = GetDlgItem(dialog, IDC_TREE);
+        auto item = reinterpret_cast<LPARAM>(TreeView_GetChild(tree, TreeView_GetRoot(tree)));
+        item = reinterpret_cast<LPARAM>(TreeView_GetNextSibling(tree, reinterpret_cast<HTREEITEM>(item)));
+        if (!item) return -1.0;
+        SendMessageW(tree, TVM_SELECTITEM, TVGN_CARET, item);
+        WaitPainted(thread);
+        HWND edit = GetDlgItem(dialog, IDC_VALUE_EDIT);
+        SendMessageW(edit, EM_SETSEL, 0, -1);
+        const Clock start = Now();
+        SendMessageW(edit, WM_CHAR, L'7', 1);
+        WaitPainted(thread);
+        return Milliseconds(start, Now());
+    };
     return {
         {"general route, 10 elements", request(qrl::gen::MakeRequest(10)), nullptr},
         {"general route, 1,000 elements", request(qrl::gen::MakeRequest(1000)), nullptr},
@@ -311,6 +329,7 @@ std::vector<Case> Cases() {
         {"edit: Configure HotSpots, 10,000 hotspots", request(HotSpotRequest(10000)), deleteHotSpot},
         {"edit: classic key map by emulation key, 8,000 rows", request(KeyMapRequest(true, 8000, true)),
          chooseEmulationKey},
+        {"edit: general route, 10,000 elements", request(qrl::gen::MakeRequest(10000)), typeInSetting},
     };
 }
 
