@@ -13,6 +13,13 @@
 
 namespace qrl {
 
+namespace {
+
+// A timer comes only once every window of the thread has painted.
+constexpr UINT_PTR kAfterPaintTimer = 1;
+
+}  // namespace
+
 INT_PTR TFormRun::OnInit() {
     HWND window = Window();
     form.window = window;
@@ -23,20 +30,22 @@ INT_PTR TFormRun::OnInit() {
     // Frames go behind everything, so that the controls inside them take the clicks.
     for (const TFormItem& item : form.items) {
         if (item.kind != ItemKind::GroupBox) continue;
-        if (HWND frame = GetDlgItem(window, item.controlId))
+        if (HWND frame = Control(item.controlId))
             SetWindowPos(frame, HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     }
     if (form.usesTree) {
-        HideEditors(window);
+        HideEditors(*this);
         CreateSearchControls(window);
         CreateResetButton(window);
+        // The size first: its WM_SIZE lays the form out once, at the size it opens with.
+        MakeSizable(window, *this);
         LayOutBuiltInForm(window, *this);
         if (session.connected) {
             EnableControl(window, IDC_CONNECT, false);
             EnableControl(window, IDC_MODULE_SELECT, false);
         }
         FillTree(window, *this);
-        MakeSizable(window, *this);
+        if (!lateEditors.empty()) SetTimer(window, kAfterPaintTimer, 0, nullptr);
         keys = std::make_unique<TDialogKeys>(window, [this](const MSG& message) {
             return OnFormKey(Window(), *this, message);
         });
@@ -151,6 +160,11 @@ INT_PTR TFormRun::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         MessageBoxW(Window(), W(form.validationMessage), L"Validation Error", MB_ICONWARNING);
         return TRUE;
     case WM_FORM_SETFOCUS: SetFocus(reinterpret_cast<HWND>(lParam)); return TRUE;
+    case WM_TIMER:
+        if (wParam != kAfterPaintTimer) return FALSE;
+        KillTimer(Window(), kAfterPaintTimer);
+        MakeRemainingEditors(Window(), *this);
+        return TRUE;
     case WM_SIZE: OnFormSized(Window(), *this); return FALSE;
     case WM_GETMINMAXINFO:
         if (lParam) LimitFormSize(*this, *reinterpret_cast<MINMAXINFO*>(lParam));

@@ -5,10 +5,12 @@
 #include <windows.h>
 
 #include "forms/changemarks.h"
+#include "forms/dlgtemplate.h"
 #include "forms/editortable.h"
 #include "forms/layout.h"
 #include "forms/settingsfilter.h"
 #include "forms/undostack.h"
+#include "kit/controlindex.h"
 #include "kit/dialogkeys.h"
 #include "kit/dialogkit.h"
 #include "kit/gdiholders.h"
@@ -22,6 +24,13 @@ namespace qrl {
 class TConfigSession;
 class TElementDef;
 struct TFormDef;
+
+// A value control of the built-in form, made from its template item when it first shows: most
+// dialogs show few of them, and each window costs its making, hiding and moving.
+struct TLateEditor {
+    TemplateItem item;
+    HWND window = nullptr;
+};
 
 // A running form dialog: the form, its session, the editors its buttons open, and a busy flag set
 // while the dialog itself changes controls, so that their notifications do nothing.
@@ -51,6 +60,12 @@ public:
     TFont boldTreeFont;  // the tree's font in bold, made on the first bold item drawn
     ControlRects layoutSource;  // the controls as the template made them: every layout starts there
     TWindowSize smallestSize;   // the built-in form's size as it opened; zero for other forms
+    std::vector<TLateEditor> lateEditors;  // in template order; empty for a request's own form
+    ControlRects laidOut;       // where the last layout put the controls
+    TRect laidOutClient{};      // the client rectangle of the last layout
+
+    // The control with this id, or null; looked up once per dialog.
+    HWND Control(int id) const { return controls.Find(Window(), id); }
 
 protected:
     INT_PTR OnInit() override;
@@ -61,6 +76,8 @@ protected:
     void OnDpiChanged(UINT oldDpi, UINT newDpi) override;
 
 private:
+    mutable TControlIndex controls;
+
     void OnOk();
     void OnCancel();
     void OnModuleSelect();
@@ -74,7 +91,8 @@ void ShowValues(HWND dialog, TFormRun& run);
 void CollectValues(HWND dialog, TFormRun& run);
 
 // formtree_win.cpp: the built-in form's tree and layout.
-void LayOutBuiltInForm(HWND dialog, TFormRun& run);
+// Moves the controls to fit the client area; false when it has the size of the last layout.
+bool LayOutBuiltInForm(HWND dialog, TFormRun& run);
 void FillTree(HWND dialog, TFormRun& run);
 void RecallSelection(HWND dialog, TFormRun& run);
 void StoreSelection(TFormRun& run);
@@ -103,7 +121,7 @@ bool OnFormKey(HWND dialog, TFormRun& run, const MSG& message);
 
 // formreset_win.cpp: the reset button and the tree's context menu.
 void CreateResetButton(HWND dialog);
-void UpdateResetButton(HWND dialog, const TFormRun& run);
+void UpdateResetButton(const TFormRun& run);
 void OnResetClicked(HWND dialog, TFormRun& run);
 // `where` is WM_CONTEXTMENU's position: screen coordinates, or -1 from the keyboard.
 void OnTreeContextMenu(HWND dialog, TFormRun& run, LPARAM where);
@@ -120,8 +138,17 @@ void StoreWindowSize(HWND dialog, const TFormRun& run);
 void ReplayChange(HWND dialog, TFormRun& run, bool undo);
 
 // formeditors_win.cpp: the value editors of the built-in form.
+// Takes the value controls out of the built-in form's template, into `aside`.
+TemplateBytes SetEditorsAside(const TemplateBytes& bytes, std::vector<TLateEditor>& aside);
+// The template's rectangle of a value control not made yet; false for any other control.
+bool LateEditorRect(HWND dialog, const TFormRun& run, int id, RECT& rect);
+// A control of the form; null for a value control not made yet, without asking the window manager.
+HWND FormControl(const TFormRun& run, int id);
+// The value controls not made yet, all of them: once the form has painted, so that every control
+// of the form exists (hidden) from then on, as it always has.
+void MakeRemainingEditors(HWND dialog, TFormRun& run);
 void ShowEditor(HWND dialog, TFormRun& run, bool byKeyboard);
-void HideEditors(HWND dialog);
+void HideEditors(const TFormRun& run);
 bool OnEditorCommand(HWND dialog, TFormRun& run, int id, int code);
 
 // The dialog result of a form ends the top dialog (a child page ends its parent).

@@ -1,5 +1,6 @@
 // The built-in form's lower half: the value editor that suits the selected element, and the
 // handlers that write each change into the element at once.
+#include "kit/addedcontrol.h"
 #include "kit/basedialog.h"
 #include "kit/dialogkit.h"
 #include "kit/fieldrules.h"
@@ -41,8 +42,49 @@ std::u16string ColourText(std::uint32_t colour) {
     return toU16(buffer);
 }
 
+TLateEditor* FindLateEditor(TFormRun& run, int id) {
+    for (TLateEditor& late : run.lateEditors)
+        if (late.item.id == id) return &late;
+    return nullptr;
+}
+
+const TLateEditor* FindLateEditor(const TFormRun& run, int id) { return FindLateEditor(const_cast<TFormRun&>(run), id); }
+
+// A made value control goes into the tab order where the template had it: before the next one
+// that exists, or before Reset, which follows them all.
+HWND TabPredecessor(const TFormRun& run, const TLateEditor& late) {
+    HWND next = nullptr;
+    for (auto it = run.lateEditors.begin() + (&late - run.lateEditors.data()) + 1; !next && it != run.lateEditors.end(); ++it)
+        next = it->window;
+    if (!next) next = run.Control(IDC_RESET_VALUE);
+    return next ? GetWindow(next, GW_HWNDPREV) : nullptr;
+}
+
+// Makes the value controls of `ids` that don't exist yet, hidden, where the last layout put them.
+void MakeEditors(HWND dialog, TFormRun& run, const std::vector<int>& ids) {
+    for (int id : ids) {
+        TLateEditor* late = FindLateEditor(run, id);
+        if (!late || late->window) continue;
+        RECT place{};
+        if (auto it = run.laidOut.find(id); it != run.laidOut.end()) {
+            place = RECT{it->second.left, it->second.top, it->second.right, it->second.bottom};
+        } else if (!LateEditorRect(dialog, run, id, place)) {
+            continue;
+        }
+        // The frame's font is the dialog's, or the one the kit put in its place at a new resolution.
+        HWND frame = run.Control(IDC_VALUE_FRAME);
+        const auto font = reinterpret_cast<HFONT>(SendMessageW(frame ? frame : dialog, WM_GETFONT, 0, 0));
+        const TemplateItem& item = late->item;
+        late->window = AddDialogControl(dialog,
+                                        {item.id, W(item.className), item.caption, item.style & ~WS_VISIBLE,
+                                         item.exStyle | WS_EX_NOPARENTNOTIFY, 0, 0},
+                                        TabPredecessor(run, *late), place, font);
+    }
+}
+
 void ApplyEditor(HWND dialog, TFormRun& run, const EditorView& view) {
     const TElementDef& element = *run.form.currentElement;
+    MakeEditors(dialog, run, view.shown);
     SetControlText(dialog, IDC_VALUE_LABEL, view.label);
     if (view.editText) {
         HWND edit = GetDlgItem(dialog, IDC_VALUE_EDIT);
@@ -75,11 +117,13 @@ void ApplyEditor(HWND dialog, TFormRun& run, const EditorView& view) {
 
     // Every control is shown or hidden, so what an earlier element showed goes away again.
     for (int id : kValueControls) {
+        HWND control = FormControl(run, id);
+        if (!control) continue;
         const bool shown = id != IDC_DIR_BROWSE && std::find(view.shown.begin(), view.shown.end(), id) != view.shown.end();
-        ShowControl(dialog, id, shown);
+        ShowWindow(control, shown ? SW_SHOW : SW_HIDE);
         if (!shown) continue;
         const bool guarded = std::find(view.guarded.begin(), view.guarded.end(), id) != view.guarded.end();
-        EnableControl(dialog, id, !(guarded && element.readOnly));
+        EnableWindow(control, !(guarded && element.readOnly));
     }
 }
 
@@ -288,8 +332,45 @@ void OnAddLanguage(HWND dialog, TFormRun& run) {
 
 }  // namespace
 
-void HideEditors(HWND dialog) {
-    for (int id : kValueControls) ShowControl(dialog, id, false);
+void HideEditors(const TFormRun& run) {
+    for (int id : kValueControls)
+        if (HWND control = FormControl(run, id)) ShowWindow(control, SW_HIDE);
+}
+
+TemplateBytes SetEditorsAside(const TemplateBytes& bytes, std::vector<TLateEditor>& aside) {
+    TemplateDialog dialog;
+    std::vector<TemplateItem> items;
+    if (!ReadTemplate(bytes.data(), bytes.size(), dialog, items)) return bytes;
+    std::vector<TemplateItem> kept;
+    for (TemplateItem& item : items) {
+        if (std::find(kValueControls.begin(), kValueControls.end(), item.id) != kValueControls.end())
+            aside.push_back(TLateEditor{std::move(item), nullptr});
+        else
+            kept.push_back(std::move(item));
+    }
+    return WriteTemplate(dialog, kept);
+}
+
+bool LateEditorRect(HWND dialog, const TFormRun& run, int id, RECT& rect) {
+    const TLateEditor* late = FindLateEditor(run, id);
+    if (!late || late->window) return false;
+    // As the dialog manager places a control: origin and size mapped from dialog units apart.
+    RECT origin{late->item.x, late->item.y, 0, 0}, size{0, 0, late->item.cx, late->item.cy};
+    MapDialogRect(dialog, &origin);
+    MapDialogRect(dialog, &size);
+    rect = RECT{origin.left, origin.top, origin.left + size.right, origin.top + size.bottom};
+    return true;
+}
+
+void MakeRemainingEditors(HWND dialog, TFormRun& run) {
+    std::vector<int> ids;
+    for (const TLateEditor& late : run.lateEditors) ids.push_back(late.item.id);
+    MakeEditors(dialog, run, ids);
+}
+
+HWND FormControl(const TFormRun& run, int id) {
+    const TLateEditor* late = FindLateEditor(run, id);
+    return late ? late->window : run.Control(id);
 }
 
 void ShowEditor(HWND dialog, TFormRun& run, bool byKeyboard) {

@@ -79,14 +79,19 @@ std::ptrdiff_t MenuNode(HWND tree, LPARAM where, POINT& at) {
 }  // namespace
 
 void CreateResetButton(HWND dialog) {
+    // Reset follows the value controls in the tab order; they are made later, before it, so it
+    // comes after the search row for now.
+    HWND previous = GetDlgItem(dialog, IDC_LANG_DELETE);
+    for (int id : {IDC_CUSTOMISED_ONLY, IDC_SEARCH_COUNT, IDC_SEARCH_EDIT, IDC_TREE})
+        if (!previous) previous = GetDlgItem(dialog, id);
     AddDialogControl(dialog,
                      {IDC_RESET_VALUE, L"BUTTON", Translate(formtexts::kReset), WS_VISIBLE | WS_TABSTOP | WS_DISABLED, 0, 40, 14},
-                     GetDlgItem(dialog, IDC_LANG_DELETE));
+                     previous);
 }
 
-void UpdateResetButton(HWND dialog, const TFormRun& run) {
+void UpdateResetButton(const TFormRun& run) {
     const TElementDef* element = run.form.currentElement;
-    EnableControl(dialog, IDC_RESET_VALUE, element && CanReset(*element));
+    if (HWND reset = run.Control(IDC_RESET_VALUE)) EnableWindow(reset, element && CanReset(*element));
 }
 
 void OnResetClicked(HWND dialog, TFormRun& run) {

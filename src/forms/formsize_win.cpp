@@ -42,21 +42,21 @@ void MakeSizable(HWND dialog, TFormRun& run) {
     SetWindowLongPtrW(dialog, GWL_STYLE, static_cast<LONG_PTR>(style));
     AdjustWindowRectEx(&client, style, FALSE, static_cast<DWORD>(GetWindowLongPtrW(dialog, GWL_EXSTYLE)));
     run.smallestSize = TWindowSize{client.right - client.left, client.bottom - client.top};
-    Resize(dialog, run.smallestSize, SWP_FRAMECHANGED);
-
+    // One resize to the remembered size, so that the form is laid out once.
+    TWindowSize size = run.smallestSize;
     std::u16string stored;
-    if (!ModuleRegistryKey().ReadString(SizeValueName(run.session.moduleType), 40, stored)) return;
-    const std::optional<TWindowSize> size = ParseWindowSize(stored);
-    if (!size) return;
-    const TWindowSize wanted = ScaleWindowSize(*size, kStoredDpi, ScreenDpi(dialog));
-    Resize(dialog, TWindowSize{std::max(wanted.width, run.smallestSize.width),
-                               std::max(wanted.height, run.smallestSize.height)});
+    if (ModuleRegistryKey().ReadString(SizeValueName(run.session.moduleType), 40, stored)) {
+        if (const std::optional<TWindowSize> wanted = ParseWindowSize(stored)) {
+            const TWindowSize scaled = ScaleWindowSize(*wanted, kStoredDpi, ScreenDpi(dialog));
+            size = TWindowSize{std::max(scaled.width, size.width), std::max(scaled.height, size.height)};
+        }
+    }
+    Resize(dialog, size, SWP_FRAMECHANGED);
 }
 
 void OnFormSized(HWND dialog, TFormRun& run) {
     if (run.smallestSize.width == 0) return;  // not sizable: a request's own form
-    LayOutBuiltInForm(dialog, run);
-    InvalidateRect(dialog, nullptr, TRUE);
+    if (LayOutBuiltInForm(dialog, run)) InvalidateRect(dialog, nullptr, TRUE);
 }
 
 void LimitFormSize(const TFormRun& run, MINMAXINFO& limits) {
@@ -67,6 +67,9 @@ void LimitFormSize(const TFormRun& run, MINMAXINFO& limits) {
 void ScaleFormLayout(TFormRun& run, UINT oldDpi, UINT newDpi) {
     const auto from = static_cast<std::int32_t>(oldDpi), to = static_cast<std::int32_t>(newDpi);
     for (auto& [id, rect] : run.layoutSource) rect = ScaleRect(rect, from, to);
+    // The kit has moved every control; the next layout places them all again.
+    run.laidOut.clear();
+    run.laidOutClient = TRect{};
     if (run.smallestSize.width != 0) run.smallestSize = ScaleWindowSize(run.smallestSize, from, to);
     run.boldTreeFont.Reset();  // made again from the tree's new font
 }

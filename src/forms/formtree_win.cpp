@@ -39,12 +39,17 @@ std::u16string SelectionValueName(const std::u16string& moduleType) { return mod
 
 }  // namespace
 
-void LayOutBuiltInForm(HWND dialog, TFormRun& run) {
+bool LayOutBuiltInForm(HWND dialog, TFormRun& run) {
     if (run.layoutSource.empty()) {
         for (int id : kLaidOutIds) {
-            HWND w = GetDlgItem(dialog, id);
+            RECT r{};
+            if (LateEditorRect(dialog, run, id, r)) {
+                run.layoutSource[id] = ToTRect(r);
+                continue;
+            }
+            HWND w = run.Control(id);
             if (!w) continue;
-            RECT r = ControlRect(w);
+            r = ControlRect(w);
             if (id == IDC_VALUE_COMBO) {
                 // A drop-down's window rectangle is its closed height; keep the height of the opened
                 // list, or moving it would shrink the list to nothing.
@@ -54,12 +59,22 @@ void LayOutBuiltInForm(HWND dialog, TFormRun& run) {
             }
             run.layoutSource[id] = ToTRect(r);
         }
+        run.laidOut = run.layoutSource;
     }
-    RECT client{};
-    GetClientRect(dialog, &client);
-    const ControlRects moved = LayoutBuiltInForm(ToTRect(client), GetSystemMetrics(SM_CXVSCROLL), run.layoutSource);
-    for (const auto& [id, r] : moved)
-        MoveWindow(GetDlgItem(dialog, id), r.left, r.top, r.Width(), r.Height(), TRUE);
+    RECT clientRect{};
+    GetClientRect(dialog, &clientRect);
+    const TRect client = ToTRect(clientRect);
+    if (client == run.laidOutClient) return false;
+    run.laidOutClient = client;
+    const ControlRects moved = LayoutBuiltInForm(client, GetSystemMetrics(SM_CXVSCROLL), run.layoutSource);
+    // Each move is a trip through the window manager: a control already in place stays.
+    for (const auto& [id, r] : moved) {
+        TRect& now = run.laidOut[id];
+        if (now == r) continue;
+        now = r;
+        if (HWND control = FormControl(run, id)) MoveWindow(control, r.left, r.top, r.Width(), r.Height(), TRUE);
+    }
+    return true;
 }
 
 namespace {
@@ -189,7 +204,7 @@ void RefreshTreeItem(HWND dialog, TFormRun& run) {
     TFormDef& form = run.form;
     if (!form.currentElement) return;
     MarkChanges(dialog, run, run.currentIndex);
-    UpdateResetButton(dialog, run);
+    UpdateResetButton(run);
     if (form.currentTreeItem) SetItemText(dialog, form.currentTreeItem, ElementTreeText(*form.currentElement));
 }
 
@@ -266,12 +281,12 @@ void OnTreeSelChanged(HWND dialog, TFormRun& run, LPARAM lParam) {
     run.currentIndex = node ? static_cast<std::ptrdiff_t>(change->itemNew.lParam) : -1;
     form.currentElement = nullptr;
     if (!node || node->kind != TreeNodeKind::Element || !node->element) {
-        HideEditors(dialog);
-        UpdateResetButton(dialog, run);
+        HideEditors(run);
+        UpdateResetButton(run);
         return;
     }
     form.currentElement = node->element;
-    UpdateResetButton(dialog, run);
+    UpdateResetButton(run);
     ShowEditor(dialog, run, change->action == TVC_BYKEYBOARD || run.keepFocus);
 }
 

@@ -27,7 +27,9 @@ int RunForm(TConfigSession& session, TFormDef* form, HWND parent, const TFormEdi
         form = FindForm(session, DefaultFormName());
         if (form == nullptr) return 0;
     }
-    const TemplateBytes bytes = BuildDialogTemplate(session, *form);
+    TFormRun run{*form, session, editors};
+    TemplateBytes bytes = BuildDialogTemplate(session, *form);
+    if (form->usesTree) bytes = SetEditorsAside(bytes, run.lateEditors);
     HGLOBAL block = GlobalAlloc(GMEM_FIXED | GMEM_ZEROINIT, std::max(kTemplateBlock, bytes.size()));
     if (!block) return 0;
     void* memory = GlobalLock(block);
@@ -41,7 +43,6 @@ int RunForm(TConfigSession& session, TFormDef* form, HWND parent, const TFormEdi
     INITCOMMONCONTROLSEX classes{sizeof classes, ICC_TREEVIEW_CLASSES | ICC_TAB_CLASSES};
     InitCommonControlsEx(&classes);
 
-    TFormRun run{*form, session, editors};
     const INT_PTR result = run.RunModal(parent, static_cast<const DLGTEMPLATE*>(memory));
     GlobalUnlock(block);
     GlobalFree(block);
