@@ -38,40 +38,44 @@ std::vector<std::size_t> PreOrder(const std::vector<std::ptrdiff_t>& parents) {
 bool IsCustomised(const TElementDef& element) { return element.value != element.defaultValue; }
 
 TSettingsFilter::TSettingsFilter(const TFormDef& form, const std::vector<TreeInsertion>& plan)
-    : parents_(form.treeIndex.size(), -1) {
-    std::vector<const std::u16string*> texts(form.treeIndex.size(), nullptr);
+    : form_(form), parents_(form.treeIndex.size(), -1) {
     for (const TreeInsertion& step : plan) {
         if (step.node >= parents_.size()) continue;
         parents_[step.node] = step.parent;
-        texts[step.node] = &step.text;
+        if (form.treeIndex[step.node].kind == TreeNodeKind::Group) groupTexts_[step.node] = step.text;
     }
     order_ = PreOrder(parents_);
+    elements_.reserve(order_.size());
     for (std::size_t node : order_) {
         const TTreeNode& tree = form.treeIndex[node];
-        if (tree.kind != TreeNodeKind::Element || !tree.element) continue;
-        const TElementDef& element = *tree.element;
-        std::u16string fixed = foldForSearch(ElementLabel(element));
-        for (std::u16string_view part : {std::u16string_view(element.description), std::u16string_view(element.group)})
-            (fixed += kFieldBreak) += foldForSearch(part);
-        const std::ptrdiff_t parent = parents_[node];
-        if (parent >= 0 && form.treeIndex[static_cast<std::size_t>(parent)].kind == TreeNodeKind::Group &&
-            texts[static_cast<std::size_t>(parent)])
-            (fixed += kFieldBreak) += foldForSearch(*texts[static_cast<std::size_t>(parent)]);
-        elements_.push_back(ElementText{node, &element, std::move(fixed), {}, {}});
-        elements_.back().shownValue = element.value;
-        elements_.back().foldedShort = foldForSearch(ShortTextBare(element));
+        if (tree.kind == TreeNodeKind::Element && tree.element) elements_.push_back(ElementText{node, tree.element, nullptr});
     }
+}
+
+TSettingsFilter::FoldedText TSettingsFilter::Fold(const ElementText& entry) const {
+    const TElementDef& element = *entry.element;
+    FoldedText texts{foldForSearch(ElementLabel(element)), element.value, foldForSearch(ShortTextBare(element))};
+    for (std::u16string_view part : {std::u16string_view(element.description), std::u16string_view(element.group)})
+        (texts.fixedText += kFieldBreak) += foldForSearch(part);
+    const std::ptrdiff_t parent = parents_[entry.node];
+    if (parent >= 0 && form_.treeIndex[static_cast<std::size_t>(parent)].kind == TreeNodeKind::Group) {
+        const auto group = groupTexts_.find(static_cast<std::size_t>(parent));
+        if (group != groupTexts_.end()) (texts.fixedText += kFieldBreak) += foldForSearch(group->second);
+    }
+    return texts;
 }
 
 bool TSettingsFilter::Matches(ElementText& entry, std::u16string_view foldedSearch) {
     if (foldedSearch.empty()) return true;
-    if (entry.fixedText.find(foldedSearch) != std::u16string::npos) return true;
+    if (!entry.texts) entry.texts = std::make_unique<FoldedText>(Fold(entry));
+    FoldedText& texts = *entry.texts;
+    if (texts.fixedText.find(foldedSearch) != std::u16string::npos) return true;
     // The short text follows the value; it is folded again only when the value has changed.
-    if (entry.shownValue != entry.element->value) {
-        entry.shownValue = entry.element->value;
-        entry.foldedShort = foldForSearch(ShortTextBare(*entry.element));
+    if (texts.shownValue != entry.element->value) {
+        texts.shownValue = entry.element->value;
+        texts.foldedShort = foldForSearch(ShortTextBare(*entry.element));
     }
-    return entry.foldedShort.find(foldedSearch) != std::u16string::npos;
+    return texts.foldedShort.find(foldedSearch) != std::u16string::npos;
 }
 
 TFilterView TSettingsFilter::Apply(std::u16string_view search, bool customisedOnly) {

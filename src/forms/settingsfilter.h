@@ -6,8 +6,10 @@
 #include "forms/formtree.h"
 
 #include <cstddef>
+#include <memory>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace qrl {
@@ -35,15 +37,22 @@ public:
     const std::vector<std::ptrdiff_t>& Parents() const { return parents_; }
 
 private:
-    struct ElementText {
-        std::size_t node;
-        const TElementDef* element;
+    struct FoldedText {
         std::u16string fixedText;   // folded label, description, group and group label
         std::u16string shownValue;  // the value whose folded short text is cached
         std::u16string foldedShort;
     };
+    // An element's texts are folded by the first search that reads them, not when the dialog opens.
+    struct ElementText {
+        std::size_t node;
+        const TElementDef* element;
+        std::unique_ptr<FoldedText> texts;
+    };
     bool Matches(ElementText& entry, std::u16string_view foldedSearch);
+    FoldedText Fold(const ElementText& entry) const;
 
+    const TFormDef& form_;
+    std::unordered_map<std::size_t, std::u16string> groupTexts_;  // a group node's label as the tree shows it
     std::vector<std::ptrdiff_t> parents_;
     std::vector<std::size_t> order_;
     std::vector<ElementText> elements_;  // in display order
