@@ -81,7 +81,8 @@ namespace {
 
 // Inserts the plan's steps that `shown` keeps (all of them when it is empty), storing each item
 // handle back into its node; groups open as `expanded` says, or as the plan says when it is empty.
-void InsertPlan(HWND tree, TFormRun& run, const std::vector<char>& shown, const std::vector<char>& expanded) {
+// The plan's texts are the labels as it was made: `fresh` when no value has changed since.
+void InsertPlan(HWND tree, TFormRun& run, const std::vector<char>& shown, const std::vector<char>& expanded, bool fresh) {
     TFormDef& form = run.form;
     for (TTreeNode& node : form.treeIndex) node.treeItem = nullptr;
     SendMessageW(tree, WM_SETREDRAW, FALSE, 0);
@@ -92,9 +93,9 @@ void InsertPlan(HWND tree, TFormRun& run, const std::vector<char>& shown, const 
                                          : static_cast<HTREEITEM>(form.treeIndex[static_cast<std::size_t>(step.parent)].treeItem);
         insert.hInsertAfter = TVI_LAST;
         insert.item.mask = TVIF_TEXT | TVIF_PARAM;
-        const std::u16string text = form.treeIndex[step.node].element ? ElementTreeText(*form.treeIndex[step.node].element)
-                                                                       : step.text;
-        insert.item.pszText = const_cast<wchar_t*>(W(text));
+        const TElementDef* element = form.treeIndex[step.node].element;
+        const std::u16string text = element && !fresh ? ElementTreeText(*element) : std::u16string();
+        insert.item.pszText = const_cast<wchar_t*>(W(element && !fresh ? text : step.text));
         insert.item.lParam = static_cast<LPARAM>(step.node);
         if (step.isGroup) {
             insert.item.mask |= TVIF_STATE;
@@ -123,7 +124,7 @@ void FillTree(HWND dialog, TFormRun& run) {
     HWND tree = GetDlgItem(dialog, IDC_TREE);
     if (!tree) return;
     run.treePlan = BuildTreeIndex(run.form, run.session);
-    InsertPlan(tree, run, {}, {});
+    InsertPlan(tree, run, {}, {}, true);
     StartSearch(run);
 }
 
@@ -132,7 +133,7 @@ void RebuildTree(HWND dialog, TFormRun& run, const std::vector<char>& shown, con
     if (!tree) return;
     TBusyScope rebuilding(run.treeRebuilding);
     SendMessageW(tree, TVM_DELETEITEM, 0, reinterpret_cast<LPARAM>(TVI_ROOT));
-    InsertPlan(tree, run, shown, expanded);
+    InsertPlan(tree, run, shown, expanded, false);
     TFormDef& form = run.form;
     form.currentTreeItem = form.currentNode ? form.currentNode->treeItem : nullptr;
     if (form.currentTreeItem) {
