@@ -43,6 +43,9 @@ public:
     std::vector<TreeInsertion> Build() {
         form_.treeIndex.clear();
         form_.currentNode = nullptr;
+        // One node per element at most, besides the root and the groups: no regrowing on the way.
+        insertions_.reserve(session_.elements.size() + 1);
+        keys_.reserve(session_.elements.size() + 1);
         TreeNodeKind rootKind = TreeNodeKind::Root;
         std::u16string rootText = TreeRootText(session_, rootKind);
         Append(u"", TreeNodeKind::Root);  // the root's key is empty; its kind is known after the text
