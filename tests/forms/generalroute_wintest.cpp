@@ -163,6 +163,25 @@ TEST_F(GeneralRoute, ValidationStopsLeavingAndAcceptingABadNumber) {
     EXPECT_EQ(Utf8(r.reply), ReplyText({{u"Port", u"8080"}}));
 }
 
+// The value controls are made after the dialog opens; they still stand in the tab order as the
+// template lists them, between the search row and Reset, and the frame stays behind everything.
+TEST_F(GeneralRoute, ValueControlsKeepTheirPlaceInTheTabOrder) {
+    Run(Request(), [&](Driver& d, HWND dlg) {
+        Select(d, dlg, L"Language (");
+        Select(d, dlg, L"Host name");
+        std::vector<int> order;
+        for (HWND w = GetWindow(Tree(dlg), GW_HWNDFIRST); w; w = GetWindow(w, GW_HWNDNEXT)) order.push_back(GetDlgCtrlID(w));
+        const std::vector<int> expected{
+            IDC_TREE,        IDC_SEARCH_EDIT,  IDC_SEARCH_COUNT, IDC_CUSTOMISED_ONLY, IDC_VALUE_EDIT,   IDC_VALUE_LABEL,
+            IDC_FILE_BROWSE, IDC_MACRO_ASSIST, IDC_SSH_IMPORT,   IDC_DIR_BROWSE,      IDC_VALUE_CHECK,  IDC_VALUE_COMBO,
+            IDC_COLOUR_SAMPLE, IDC_COLOUR_EDIT, IDC_FONT_TEXT,   IDC_FONT_EDIT,       IDC_SPECIAL_EDIT, IDC_PRINTER_TEXT,
+            IDC_PRINTER_EDIT, IDC_PRINTER_DEFAULT, IDC_LANG_ADD, IDC_LANG_DELETE,     IDC_RESET_VALUE,  IDC_FORM_OK};
+        ASSERT_GE(order.size(), expected.size());
+        EXPECT_EQ(std::vector<int>(order.begin(), order.begin() + static_cast<std::ptrdiff_t>(expected.size())), expected);
+        EXPECT_EQ(order.back(), IDC_VALUE_FRAME);
+    });
+}
+
 TEST_F(GeneralRoute, TheSecondRunRecallsTheSelectionOfTheFirst) {
     Run(Request(), [&](Driver& d, HWND dlg) {
         // No value yet: no element is selected and no editor is shown. (The tree view itself
