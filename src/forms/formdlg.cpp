@@ -37,7 +37,8 @@ INT_PTR TFormRun::OnInit() {
         HideEditors(*this);
         CreateSearchControls(window);
         CreateResetButton(window);
-        // The size first: its WM_SIZE lays the form out once, at the size it opens with.
+        // The size first, so that the form is laid out once, at the size it opens with: by the
+        // WM_SIZE of a remembered size, or here when the client area keeps the template's size.
         MakeSizable(window, *this);
         LayOutBuiltInForm(window, *this);
         if (session.connected) {
