@@ -167,10 +167,10 @@ TEST_F(GeneralRoute, ValidationStopsLeavingAndAcceptingABadNumber) {
 // template lists them, between the search row and Reset, and the frame stays behind everything.
 TEST_F(GeneralRoute, ValueControlsKeepTheirPlaceInTheTabOrder) {
     Run(Request(), [&](Driver& d, HWND dlg) {
-        Select(d, dlg, L"Language (");
-        Select(d, dlg, L"Host name");
+        SelectElement(d, dlg, L"Language (");
+        SelectElement(d, dlg, L"Host name");
         std::vector<int> order;
-        for (HWND w = GetWindow(Tree(dlg), GW_HWNDFIRST); w; w = GetWindow(w, GW_HWNDNEXT)) order.push_back(GetDlgCtrlID(w));
+        for (HWND w = GetWindow(GetDlgItem(dlg, IDC_TREE), GW_HWNDFIRST); w; w = GetWindow(w, GW_HWNDNEXT)) order.push_back(GetDlgCtrlID(w));
         const std::vector<int> expected{
             IDC_TREE,        IDC_SEARCH_EDIT,  IDC_SEARCH_COUNT, IDC_CUSTOMISED_ONLY, IDC_VALUE_EDIT,   IDC_VALUE_LABEL,
             IDC_FILE_BROWSE, IDC_MACRO_ASSIST, IDC_SSH_IMPORT,   IDC_DIR_BROWSE,      IDC_VALUE_CHECK,  IDC_VALUE_COMBO,
