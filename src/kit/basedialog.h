@@ -1,84 +1,14 @@
-// The small framework under the dialogs: TBaseDialog with subclassed TBaseControl objects (used by
-// the keyboard dialogs), and the helpers that every dialog uses. Win32 only.
+// The helpers that every dialog uses. Win32 only.
 #pragma once
 
 #include <windows.h>
 
 #include "kit/dialogkit.h"
 
-#include <memory>
 #include <span>
 #include <string>
-#include <vector>
 
 namespace qrl {
-
-class TBaseControl;
-
-// The object style of dialog, on the kit's procedure: subclassed controls registered in the
-// constructor and owned by the dialog, and every message but WM_INITDIALOG through OnMessage.
-class TBaseDialog : public TDialog {
-public:
-    TBaseDialog(HINSTANCE instance, HWND parent, int templateId);
-    ~TBaseDialog() override;
-
-    // Runs the dialog modally; a template that can't be loaded gives the platform's result.
-    INT_PTR DoModal();
-
-    // Called at WM_INITDIALOG: subclasses each registered control found in the dialog.
-    virtual void AttachControls(WPARAM wParam, TBaseDialog* self);
-    // Every message but WM_INITDIALOG. The base ends the dialog on ids 1 and 2.
-    INT_PTR OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
-    // Called once after AttachControls.
-    INT_PTR OnInit() override { return TRUE; }
-
-    void Register(std::unique_ptr<TBaseControl> control);
-
-protected:
-    void BeforeInit(WPARAM wParam) override { AttachControls(wParam, this); }
-    INT_PTR Dispatch(UINT message, WPARAM wParam, LPARAM lParam) override {
-        return OnMessage(message, wParam, lParam);
-    }
-
-    HINSTANCE instance_;
-    HWND parent_;
-    int templateId_;
-    std::vector<std::unique_ptr<TBaseControl>> controls_;
-};
-
-class TBaseControl {
-public:
-    // Registers with the dialog, which then owns it: make controls with `new` in the dialog's
-    // constructor, before DoModal.
-    TBaseControl(TBaseDialog* dialog, int id);
-    virtual ~TBaseControl() = default;
-    TBaseControl(const TBaseControl&) = delete;
-    TBaseControl& operator=(const TBaseControl&) = delete;
-
-    virtual LRESULT WndProc(UINT message, WPARAM wParam, LPARAM lParam);
-
-    int Id() const { return id_; }
-    HWND Window() const { return window_; }
-    // Subclasses the control's window; called by TBaseDialog::AttachControls.
-    void Attach(HWND window);
-
-protected:
-    int id_;
-    TBaseDialog* dialog_;
-    WNDPROC previous_ = nullptr;
-    HWND window_ = nullptr;
-
-private:
-    static LRESULT CALLBACK ControlProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-};
-
-class TComboBox : public TBaseControl {
-public:
-    using TBaseControl::TBaseControl;
-    void SetCurSel(int index);
-    void AddString(const std::u16string& text);
-    int GetCurSel() const;  // -1 while there is no window
-};
 
 // The caption of the program's own message boxes.
 inline constexpr wchar_t kProgramTitle[] = L"Quorl";

@@ -1,7 +1,6 @@
-// The please-wait window through fnOpenWait, and the framework's object dialogs.
+// The please-wait window through fnOpenWait.
 #include "formsetup.h"
 #include "kit/basedialog.h"
-#include "forms/forms_rc.h"
 
 #include <gtest/gtest.h>
 
@@ -54,53 +53,6 @@ TEST(PleaseWait, OpensOnceClosesByPostAndByTheFirstDialog) {
         EXPECT_TRUE(WaitWindows(d.DialogThread()).empty());
         d.Close(dlg, IDCANCEL);
     });
-}
-
-// The framework's object dialogs, on the module selection template of the DLL.
-class ProbeDialog : public TBaseDialog {
-public:
-    using TBaseDialog::TBaseDialog;
-    int inits = 0;
-    HWND windowAtInit = nullptr;
-    INT_PTR OnInit() override {
-        ++inits;
-        windowAtInit = Window();
-        return TRUE;
-    }
-};
-
-class CountingList : public TComboBox {
-public:
-    using TComboBox::TComboBox;
-    int messages = 0;
-    LRESULT WndProc(UINT message, WPARAM wParam, LPARAM lParam) override {
-        ++messages;
-        return TComboBox::WndProc(message, wParam, lParam);
-    }
-};
-
-TEST(BaseDialog, AttachesFoundControlsAndEndsOnOkAndCancel) {
-    ASSERT_TRUE(Product::Get().Loaded());
-    ProbeDialog dialog(Product::Get().Module(), nullptr, IDD_SELECTMODULE);
-    auto* list = new CountingList(&dialog, IDC_MODULELIST);  // owned by the dialog
-    auto* missing = new TComboBox(&dialog, 999);
-    INT_PTR result = 0;
-    Drive([&] { result = dialog.DoModal(); }, [&](Driver& d) {
-        HWND dlg = d.WaitForDialog(L"Module Selection");
-        SendMessageW(GetDlgItem(dlg, IDC_MODULELIST), WM_NULL, 0, 0);
-        EXPECT_GT(list->messages, 0);         // the list runs through the object's procedure
-        EXPECT_EQ(missing->GetCurSel(), -1);  // no window for its id: never attached
-        d.Close(dlg);
-    });
-    EXPECT_EQ(result, IDOK);
-    EXPECT_EQ(dialog.inits, 1);
-    EXPECT_NE(dialog.windowAtInit, nullptr);
-    EXPECT_EQ(missing->Window(), nullptr);
-
-    // A template that can't be loaded is not an OK.
-    ProbeDialog broken(Product::Get().Module(), nullptr, 4242);
-    EXPECT_NE(broken.DoModal(), IDOK);
-    EXPECT_EQ(broken.inits, 0);
 }
 
 }  // namespace
