@@ -278,7 +278,7 @@ std::wstring TestFile(const std::wstring& name, const std::string& bytes = {}) {
 std::wstring EntryShown(HWND p) { return Driver::Text(p, IDC_PAL_RED) + L"," + Driver::Text(p, IDC_PAL_GREEN) + L"," + Driver::Text(p, IDC_PAL_BLUE); }
 
 // Night's white on dark blue as the chosen vision sees it; the preview leaves no trace in the reply.
-TEST_F(ColourRoute, PreviewFiguresTheContrastAsEachVisionSeesItAndSendsNothing) {
+TEST_F(ColourRoute, PreviewFiguresTheContrastAsTheChosenVisionSeesItAndSendsNothing) {
     const RunResult r = RunColours([&](Driver& d, HWND dlg) {
         EXPECT_EQ(Driver::Text(dlg, IDC_ATTRCONTRAST), L"Contrast 16.0:1");
         Driver::Choose(dlg, IDC_PREVIEW, 1);
@@ -316,8 +316,8 @@ TEST_F(ColourRoute, CheckGoesToTheHardCombinationAndFixContrastPicksTheNearestRe
     EXPECT_EQ(sent[0].features[16].foreground, 13u);
 }
 
-// A file's red goes to entry 4 (each format reads the same, natively); a broken file changes nothing; a settings file offers its schemes;
-// an export reads back. The reply: harbour's bright blue in 9, its white on black as Normal's 7 on 0.
+// A file's red goes to entry 4 (every format reads the same, checked natively); a broken file changes
+// nothing; a settings file offers its schemes; an export reads back. The reply: harbour's bright blue in 9, its white on black as Normal's 7 on 0.
 TEST_F(ColourRoute, ImportReadsAFileChoosesASchemeRefusesABrokenFileAndReadsItsExport) {
     const std::string harbour = SampleBytes(L"harbour.json");
     std::string two = harbour;
