@@ -92,8 +92,8 @@ public:
 
 private:
     static LRESULT CALLBACK Proc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-    HWND window_ = nullptr;
     UINT message_;
+    HWND window_ = nullptr;
 };
 
 }  // namespace qrl::test

@@ -1,4 +1,5 @@
 #include "dllhost.h"
+#include "driver.h"
 
 #include "request/fakehost.h"
 #include "text/textutil.h"
@@ -85,19 +86,8 @@ int Product::MacroAssist(HWND parent, std::u16string& text, uint32_t capacity, c
     return code;
 }
 
-HostWindow::HostWindow(UINT message) : message_(message) {
-    static const bool registered = [] {
-        WNDCLASSW wc{};
-        wc.lpfnWndProc = Proc;
-        wc.hInstance = GetModuleHandleW(nullptr);
-        wc.lpszClassName = L"QrlTestHost";
-        return RegisterClassW(&wc) != 0;
-    }();
-    (void)registered;
-    window_ = CreateWindowExW(0, L"QrlTestHost", L"host", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
-                              GetModuleHandleW(nullptr), nullptr);
-    SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
-}
+HostWindow::HostWindow(UINT message)
+    : message_(message), window_(CreateOwnedWindow(L"QrlTestHost", Proc, this, 0, 0, 0, 0, 0, HWND_MESSAGE)) {}
 
 HostWindow::~HostWindow() {
     if (window_) DestroyWindow(window_);

@@ -101,6 +101,10 @@ private:
 void Drive(const std::function<void()>& dialogCall, const std::function<void(Driver&)>& script);
 
 
+// A window of class `className` (registered with `proc` on first use) whose user data is `owner`.
+HWND CreateOwnedWindow(const wchar_t* className, WNDPROC proc, void* owner, DWORD style, int x, int y, int width,
+                       int height, HWND parent);
+
 // A visible popup window of this thread standing in for a control's parent or a window's owner:
 // it notes each WM_COMMAND and each message from WM_USER on, and goes with the object.
 class ParentWindow {

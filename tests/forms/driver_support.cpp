@@ -318,19 +318,23 @@ void Drive(const std::function<void()>& dialogCall, const std::function<void(Dri
     for (const std::string& f : failures) ADD_FAILURE() << f;
 }
 
-ParentWindow::ParentWindow(int x, int y, int width, int height) {
-    static const bool registered = [] {
-        WNDCLASSW wc{};
-        wc.lpfnWndProc = Proc;
+HWND CreateOwnedWindow(const wchar_t* className, WNDPROC proc, void* owner, DWORD style, int x, int y, int width,
+                       int height, HWND parent) {
+    WNDCLASSW wc{};
+    if (!GetClassInfoW(GetModuleHandleW(nullptr), className, &wc)) {
+        wc.lpfnWndProc = proc;
         wc.hInstance = GetModuleHandleW(nullptr);
-        wc.lpszClassName = L"QrlTestParent";
-        return RegisterClassW(&wc) != 0;
-    }();
-    (void)registered;
-    window_ = CreateWindowExW(0, L"QrlTestParent", L"parent", WS_POPUP | WS_VISIBLE, x, y, width, height, nullptr,
-                              nullptr, GetModuleHandleW(nullptr), nullptr);
-    SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+        wc.lpszClassName = className;
+        RegisterClassW(&wc);
+    }
+    HWND window = CreateWindowExW(0, className, L"", style, x, y, width, height, parent, nullptr,
+                                  GetModuleHandleW(nullptr), nullptr);
+    SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(owner));
+    return window;
 }
+
+ParentWindow::ParentWindow(int x, int y, int width, int height)
+    : window_(CreateOwnedWindow(L"QrlTestParent", Proc, this, WS_POPUP | WS_VISIBLE, x, y, width, height, nullptr)) {}
 
 LRESULT CALLBACK ParentWindow::Proc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     auto* self = reinterpret_cast<ParentWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
