@@ -260,9 +260,15 @@ std::vector<std::pair<std::u16string, std::u16string>> IniFileCache::GetIniSecti
     if (!section) return entries;
     if (!enabled) {
         // Straight from the platform, key by key.
+        // A list of names that fills the buffer to within its two closing nulls was cut: grow and
+        // read again, so that a large hotspot set is read whole.
         std::vector<char16_t> names(1u << 16);
-        const uint32_t used = platform::getProfileString(section, nullptr, nullptr, names.data(),
-                                                         static_cast<uint32_t>(names.size()), file);
+        uint32_t used = 0;
+        while ((used = platform::getProfileString(section, nullptr, nullptr, names.data(),
+                                                  static_cast<uint32_t>(names.size()), file)) +
+                   2 >= names.size() &&
+               names.size() < (1u << 26))
+            names.resize(names.size() * 2);
         std::u16string_view rest(names.data(), used);
         std::vector<char16_t> value(2048);
         while (!rest.empty() && rest.front() != 0) {

@@ -207,3 +207,17 @@ TEST_F(IniCache, FlushSavesDirtyRecordsInTheCacheFormat) {
     EXPECT_EQ(dir.read("d.ini"), "[a]\r\nk= v\r\n;c\r\n");
     EXPECT_FALSE(cache.files[0].dirty);
 }
+
+// Without the cache a section is read key by key: a list of names longer than the first buffer
+// (400 keys of 200 characters) still comes whole.
+TEST_F(IniCache, UncachedSectionReadsEveryKeyOfALargeSection) {
+    std::string text = "[big]\r\n";
+    for (int i = 0; i < 400; ++i)
+        text += std::string(196, 'k') + std::to_string(1000 + i) + "=" + std::to_string(i) + "\r\n";
+    const std::u16string file = put("big.ini", text);
+    cache.enabled = 0;
+    const auto section = cache.GetIniSection(u"big", file.c_str());
+    ASSERT_EQ(section.size(), 400u);
+    EXPECT_EQ(section.back().first, std::u16string(196, u'k') + u"1399");
+    EXPECT_EQ(section.back().second, u"399");
+}
