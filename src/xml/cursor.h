@@ -12,9 +12,14 @@
 #pragma once
 
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
 
 namespace AdvXMLParser::detail {
 
@@ -56,6 +61,45 @@ inline bool IsNameChar(char16_t c) {
     return c == 183 || (c >= 192 && c != 215 && c != 247);
 }
 inline bool IsControl(char16_t c) { return c < 32 && c != u'\t' && c != u'\n' && c != u'\r'; }
+
+// The printable ASCII characters of a stop class, repeated to fill four places.
+template <std::uint8_t Stop>
+constexpr std::array<char16_t, 4> StopMarks() {
+    std::array<char16_t, 4> marks{};
+    std::size_t n = 0;
+    for (int c = 32; c < 128; ++c)
+        if (kCharClass[c] & Stop) marks[n++] = static_cast<char16_t>(c);
+    for (std::size_t i = n; i < marks.size(); ++i) marks[i] = marks[0];
+    return marks;
+}
+
+// The first character from p on that belongs to the stop class, or e. Every class holds the
+// controls but tab and at most four printable characters, so eight characters are tested at once.
+template <std::uint8_t Stop>
+inline const char16_t* FindStop(const char16_t* p, const char16_t* e) {
+#if defined(__SSE2__)
+    constexpr std::array<char16_t, 4> marks = StopMarks<Stop>();
+    const __m128i m0 = _mm_set1_epi16(static_cast<short>(marks[0]));
+    const __m128i m1 = _mm_set1_epi16(static_cast<short>(marks[1]));
+    const __m128i m2 = _mm_set1_epi16(static_cast<short>(marks[2]));
+    const __m128i m3 = _mm_set1_epi16(static_cast<short>(marks[3]));
+    const __m128i tab = _mm_set1_epi16(u'\t');
+    const __m128i below32 = _mm_set1_epi16(31);
+    const __m128i zero = _mm_setzero_si128();
+    while (e - p >= 8) {
+        const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
+        const __m128i control = _mm_cmpeq_epi16(_mm_subs_epu16(v, below32), zero);
+        __m128i hit = _mm_andnot_si128(_mm_cmpeq_epi16(v, tab), control);
+        hit = _mm_or_si128(hit, _mm_or_si128(_mm_cmpeq_epi16(v, m0), _mm_cmpeq_epi16(v, m1)));
+        hit = _mm_or_si128(hit, _mm_or_si128(_mm_cmpeq_epi16(v, m2), _mm_cmpeq_epi16(v, m3)));
+        const unsigned mask = static_cast<unsigned>(_mm_movemask_epi8(hit));
+        if (mask) return p + std::countr_zero(mask) / 2;
+        p += 8;
+    }
+#endif
+    while (p != e && (*p >= 128 || !(kCharClass[*p] & Stop))) ++p;
+    return p;
+}
 
 class Cursor {
 public:
@@ -166,7 +210,7 @@ public:
         const char16_t* const e = end_;
         for (;;) {
             const char16_t* s = p;
-            while (p != e && (*p >= 128 || !(kCharClass[*p] & Stop))) ++p;
+            p = FindStop<Stop>(p, e);
             if (p != s) {
                 const std::uint32_t n = static_cast<std::uint32_t>(p - s);
                 prevCol_ = col_ + n - 1;

@@ -244,7 +244,7 @@ bool Reader::PlainAttribute(PlainRun& run) const {
     if (p == e || !IsQuote(*p)) return false;
     const char16_t quote = *p++;
     run.valueFrom = p;
-    while (p != e && (*p >= 128 || !(kCharClass[*p] & kStopAttr))) ++p;
+    p = FindStop<kStopAttr>(p, e);
     if (p == e || *p != quote) return false;
     run.valueTo = p;
     return true;
