@@ -160,12 +160,12 @@ struct Impl {
     static void SetRoot(Document& d, Element* root) { d.root_ = root; }
     static Element* NewElement(Arena& a, const NameRec* name, Node* owner);
     static Attribute* NewAttributeAt(void* where, const NameRec* name, Node* owner);
-    // text is a char16_t array, or with kInlineNarrow among flags a byte array.
+    // text is a char16_t array, or with kInlineNarrow among flags a byte array; an embedded one
+    // fills the pointer's bytes, zeros after the value (copied whole: a fixed size needs no call).
     static void SetInlineValue(Attribute& at, const void* text, std::uint32_t length, std::uint16_t flags) {
         at.flags_ |= kInlineValue | flags;
         if (flags & kInlineEmbedded) {
-            at.inlineText_ = nullptr;
-            std::memcpy(&at.inlineBytes_, text, length);
+            std::memcpy(&at.inlineBytes_, text, sizeof at.inlineBytes_);
         } else {
             at.inlineText_ = static_cast<const char16_t*>(text);
         }

@@ -80,7 +80,7 @@ private:
         const void* text;  // the value as written, 16 or 8 bits a character as flags say
         std::uint32_t length;
         std::uint16_t flags;  // kInlineRefs, kInlineNarrow, kInlineEmbedded
-        unsigned char bytes[8];  // an embedded value
+        unsigned char bytes[sizeof(void*)];  // an embedded value, zeros after it
     };
     struct Ref {
         bool entity;
