@@ -2,6 +2,7 @@
 // instructions. The document type declaration is in dtd.cpp.
 #include "xml/reader.h"
 
+#include <algorithm>
 #include <cstring>
 #include <stdexcept>
 
@@ -160,8 +161,14 @@ void Reader::Misc() {
 
 namespace {
 bool SameChars(const char16_t* a, const char16_t* b, std::size_t n) {
-    for (std::size_t i = 0; i < n; ++i)
-        if (a[i] != b[i]) return false;
+    for (; n >= 4; n -= 4, a += 4, b += 4) {
+        std::uint64_t x, y;
+        std::memcpy(&x, a, sizeof x);
+        std::memcpy(&y, b, sizeof y);
+        if (x != y) return false;
+    }
+    for (; n > 0; --n)
+        if (*a++ != *b++) return false;
     return true;
 }
 }  // namespace
@@ -225,7 +232,7 @@ void Reader::StartTag(bool root) {
 // The usual attribute: blanks, a name, '=' and a quoted value of plain characters, all on one
 // line. Read with local pointers, it leaves the cursor as the Get() of each character would; any
 // thing else returns null with the cursor unmoved, for the general path to read or refuse.
-bool Reader::PlainAttribute(PlainRun& run) const {
+bool Reader::PlainAttribute(PlainRun& run, const NameRec* expected) const {
     const char16_t* p = cur_;
     const char16_t* const e = end_;
     auto blanks = [&p, e] {
@@ -233,9 +240,17 @@ bool Reader::PlainAttribute(PlainRun& run) const {
     };
     const char16_t* const start = p;
     blanks();
-    if (p == start || p == e || !IsNameStart(*p)) return false;
+    if (p == start || p == e) return false;
     run.nameFrom = p;
-    for (++p; p != e && IsNameChar(*p);) ++p;
+    if (expected && static_cast<std::size_t>(e - p) > expected->length &&
+        SameChars(p, expected->Chars(), expected->length) && !IsNameChar(p[expected->length])) {
+        p += expected->length;
+        run.name = expected;
+    } else {
+        if (!IsNameStart(*p)) return false;
+        for (++p; p != e && IsNameChar(*p);) ++p;
+        run.name = nullptr;
+    }
     run.nameTo = p;
     blanks();
     if (p == e || *p != u'=') return false;
@@ -252,11 +267,18 @@ bool Reader::PlainAttribute(PlainRun& run) const {
 
 void Reader::ReadAttributes(Element& element) {
     attributes_.clear();
+    const NameRec* const elementName = Impl::ElementName(element);
+    KnownAttributes& known = known_[(reinterpret_cast<std::uintptr_t>(elementName) >> 3) % known_.size()];
+    if (known.element != elementName) {
+        known.element = elementName;
+        known.count = 0;
+    }
     for (;;) {
         PlainRun run;
-        if (PlainAttribute(run)) {
+        const std::size_t i = attributes_.size();
+        if (PlainAttribute(run, i < known.count ? known.names[i] : nullptr)) {
             PendingAttribute& pending = attributes_.emplace_back();
-            pending.name = Intern(run.nameFrom, run.nameTo);
+            pending.name = run.name ? run.name : Intern(run.nameFrom, run.nameTo);
             StoreValue(pending, run.valueFrom, run.valueTo, false);
             Advance(static_cast<std::size_t>(run.valueTo + 1 - Position()));  // the closing quote too
             continue;
@@ -275,6 +297,8 @@ void Reader::ReadAttributes(Element& element) {
         AttributeValue(quote, &pending);
     }
     const std::size_t count = attributes_.size();
+    known.count = static_cast<std::uint32_t>(std::min(count, known.names.size()));
+    for (std::size_t i = 0; i < known.count; ++i) known.names[i] = attributes_[i].name;
     if (count == 0) return;
 
     char* storage = static_cast<char*>(arena_->AllocNode(sizeof(Attribute) * count));

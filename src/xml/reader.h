@@ -86,6 +86,13 @@ private:
         bool entity;
         char16_t character;
     };
+    // The attribute names of the last element of a name, in order. The next element of that name
+    // nearly always repeats them: a name found where it is expected needs no scan and no lookup.
+    struct KnownAttributes {
+        const NameRec* element;
+        std::uint32_t count;
+        std::array<const NameRec*, 12> names;
+    };
     struct InternEntry {
         std::uint32_t hash;
         const NameRec* name;
@@ -107,8 +114,9 @@ private:
         const char16_t* nameTo;
         const char16_t* valueFrom;
         const char16_t* valueTo;  // the closing quote
+        const NameRec* name;  // the expected name, when it stood there; else null
     };
-    bool PlainAttribute(PlainRun& run) const;
+    bool PlainAttribute(PlainRun& run, const NameRec* expected) const;
     void AttributeValue(char16_t quote, PendingAttribute* pending);
     void StoreValue(PendingAttribute& pending, const char16_t* from, const char16_t* to, bool references);
     Ref Reference();
@@ -153,6 +161,7 @@ private:
     std::vector<InternEntry> names_;
     std::size_t nameCount_ = 0;
     std::array<const NameRec*, 256> recent_{};
+    std::array<KnownAttributes, 16> known_{};
     // Runs of white space between tags repeat endlessly; each length keeps its last copy.
     std::array<const char16_t*, 129> spaceRuns_{};
 };

@@ -38,6 +38,30 @@ TEST(XmlReader, AttributesKeepOrderAndFirstOfARepeatedNameWins) {
     EXPECT_EQ(a.GetChildCount(), 0u);
 }
 
+// Each element of a name is read expecting the attribute names of the one before it; every way of
+// differing from them must still give the names as written.
+TEST(XmlReader, AttributeNamesDifferingFromThoseOfThePreviousElementOfItsName) {
+    const struct Row { const char16_t* source; const char16_t* read; } rows[] = {
+        {u"a='1' bb='2' c='3'", u"a=1|bb=2|c=3"},
+        {u"a='1' bb='2' c='3'", u"a=1|bb=2|c=3"},
+        {u"a='1' bx='2' xbbb='3'", u"a=1|bx=2|xbbb=3"},  // as long
+        {u"a='1' b='2' bbb='3' c='4'", u"a=1|b=2|bbb=3|c=4"},  // shorter, longer
+        {u"a='1' bbc='2' bb\u00e9='3' bb.='4'", u"a=1|bbc=2|bb\u00e9=3|bb.=4"},  // the expected name plus more
+        {u"bb='1' a='2'", u"bb=1|a=2"},
+        {u"a ='1'  bb\t=\t'2' c\n='3'", u"a=1|bb=2|c=3"},
+        {u"", u""},
+        {u"a='1' bb='2' c='3' d='4' e='5' f='6' g='7' h='8' i='9' j='10' k='11' l='12' m='13' n='14'",
+         u"a=1|bb=2|c=3|d=4|e=5|f=6|g=7|h=8|i=9|j=10|k=11|l=12|m=13|n=14"},
+        {u"a='1' bb='2' c='3' d='4' e='5' f='6' g='7' h='8' i='9' j='10' k='11' l='12' m='13' o='14'",
+         u"a=1|bb=2|c=3|d=4|e=5|f=6|g=7|h=8|i=9|j=10|k=11|l=12|m=13|o=14"},
+    };
+    std::u16string text = u"<r>";
+    for (const Row& row : rows) text += std::u16string(u"<e ") + row.source + u"/><f a='0'/>";
+    auto doc = Parse(text + u"</r>");
+    for (std::size_t i = 0; i < std::size(rows); ++i)
+        EXPECT_EQ(Attributes(*doc->Root()->GetChild(2 * i).AsElement()), rows[i].read) << "row " << i;
+}
+
 TEST(XmlReader, AttributeValuesAreTextAndReferenceChildrenSlicedFromTheSource) {
     auto doc = Parse(u"<a b=\" x&amp;y&#x41;&#66;z \" c=\"plain\" q='say \"hi\"'/>");
     const Attribute& b = doc->Root()->GetAttribute(u"b");
