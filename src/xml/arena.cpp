@@ -68,7 +68,17 @@ const unsigned char* Arena::CopyNarrow(const char16_t* text, std::size_t count) 
     const std::size_t units = (count + 1) / 2;
     unsigned char* p = reinterpret_cast<unsigned char*>(AllocChars(units));
     unsigned any = 0;
-    for (std::size_t i = 0; i < count; ++i) {
+    std::size_t i = 0;
+#if defined(__SSE2__)
+    __m128i all = _mm_setzero_si128();
+    for (; count - i >= 8; i += 8) {
+        const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text + i));
+        all = _mm_or_si128(all, v);
+        _mm_storel_epi64(reinterpret_cast<__m128i*>(p + i), _mm_packus_epi16(v, v));
+    }
+    if (_mm_movemask_epi8(_mm_cmpeq_epi16(_mm_srli_epi16(all, 8), _mm_setzero_si128())) != 0xFFFF) any = 256;
+#endif
+    for (; i < count; ++i) {
         any |= text[i];
         p[i] = static_cast<unsigned char>(text[i]);
     }

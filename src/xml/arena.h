@@ -5,7 +5,12 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <string_view>
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
 
 namespace AdvXMLParser::detail {
 
@@ -23,12 +28,27 @@ NameRec* NewHeapName(std::u16string_view name);  // owned by the node; free with
 void FreeHeapName(const NameRec* name);
 const NameRec* EmptyName();
 
-// Copies count characters one byte each if every one is below 256; else writes nothing.
-inline bool CopyIfNarrow(const char16_t* text, std::size_t count, unsigned char* out) {
+// Copies count characters (at most 8) one byte each into the 8 bytes at out, zeros after them, if
+// every one is below 256; else writes nothing. readable: how many characters from text on exist.
+inline bool CopyIfNarrow(const char16_t* text, std::size_t count, unsigned char* out, std::size_t readable) {
+#if defined(__SSE2__)
+    if (readable >= 8) {  // all eight in one block, the ones after the value masked off
+        const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text));
+        const unsigned narrow = static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi16(_mm_srli_epi16(v, 8), _mm_setzero_si128())));
+        const unsigned wanted = (1u << (2 * count)) - 1;
+        if ((narrow & wanted) != wanted) return false;
+        std::uint64_t bytes;
+        _mm_storel_epi64(reinterpret_cast<__m128i*>(&bytes), _mm_packus_epi16(v, v));
+        if (count < 8) bytes &= (std::uint64_t{1} << (8 * count)) - 1;
+        std::memcpy(out, &bytes, sizeof bytes);
+        return true;
+    }
+#endif
+    (void)readable;
     unsigned any = 0;
     for (std::size_t i = 0; i < count; ++i) any |= text[i];
     if (any >= 256) return false;
-    for (std::size_t i = 0; i < count; ++i) out[i] = static_cast<unsigned char>(text[i]);
+    for (std::size_t i = 0; i < 8; ++i) out[i] = i < count ? static_cast<unsigned char>(text[i]) : 0;
     return true;
 }
 

@@ -341,7 +341,7 @@ void Reader::StoreValue(PendingAttribute& pending, const char16_t* from, const c
     if (length == 0) return;
     // Nearly every value is Latin-1: one byte a character halves what the tree keeps of it.
     std::uint16_t flags = references ? kInlineRefs : 0;
-    if (length <= sizeof pending.bytes && CopyIfNarrow(from, length, pending.bytes)) {
+    if (length <= sizeof pending.bytes && CopyIfNarrow(from, length, pending.bytes, static_cast<std::size_t>(end_ - from))) {
         pending.flags = flags | kInlineNarrow | kInlineEmbedded;  // short ones take no storage of their own
         return;
     }

@@ -75,6 +75,19 @@ TEST(XmlReader, AttributeValuesAreTextAndReferenceChildrenSlicedFromTheSource) {
     EXPECT_EQ(lines->Root()->GetChild(0).GetValue(), u"1\r\n2");
 }
 
+// Values are narrowed to a byte a character eight at a time: one wide character anywhere, or none,
+// in values of one to two blocks and a tail, with wide text right after the closing quote.
+TEST(XmlReader, AttributeValuesOfEveryLengthKeepEveryCharacter) {
+    for (std::size_t length = 1; length <= 20; ++length) {
+        for (std::size_t wide = 0; wide <= length; ++wide) {
+            std::u16string value;
+            for (std::size_t i = 0; i < length; ++i) value.push_back(i == wide ? char16_t(0x100 + i) : char16_t(u'a' + i));
+            auto doc = Parse(u"<a v=\"" + value + u"\" w=\"\u0101\u0102\"/>");
+            EXPECT_EQ(doc->Root()->GetAttribute(u"v").GetText(), value) << length << " " << wide;
+        }
+    }
+}
+
 TEST(XmlReader, ContentKeepsEveryKindOfChildInOrder) {
     auto doc = Parse(u"<a>t1<!--c--><b/>t2]x<![CDATA[<x>&amp;]]><?p  data ?>&lt;&#x263A;\n  <b></b></a>");
     // A lone ] is text, and so is the white space between tags.
