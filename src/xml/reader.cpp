@@ -229,8 +229,36 @@ void Reader::StartTag(bool root) {
     }
 }
 
-// The usual attribute: blanks, a name, '=' and a quoted value of plain characters, all on one
-// line. Read with local pointers, it leaves the cursor as the Get() of each character would; any
+namespace {
+
+// After '&': the end of a reference to a predefined entity or to a character other than a
+// control, else null, for the general path to read and refuse.
+const char16_t* PlainReference(const char16_t* p, const char16_t* e) {
+    if (p == e) return nullptr;
+    if (*p == u'#') {
+        std::uint32_t value = 0;  // wraps as Reference() does; only the low 16 bits count
+        const char16_t* digits = ++p;
+        if (p != e && *p == u'x') {
+            digits = ++p;
+            while (p != e && IsHexDigit(*p)) value = value * 16 + HexValue(*p++);
+        } else {
+            while (p != e && IsDigit(*p)) value = value * 10 + static_cast<std::uint32_t>(*p++ - u'0');
+        }
+        if (p == digits || p == e || *p != u';' || IsControl(static_cast<char16_t>(value & 0xFFFF))) return nullptr;
+        return p + 1;
+    }
+    if (!IsNameStart(*p)) return nullptr;
+    const char16_t* const name = p;
+    while (++p != e && IsNameChar(*p)) {
+    }
+    if (p == e || *p != u';' || !FindEntity(std::u16string_view(name, static_cast<std::size_t>(p - name)))) return nullptr;
+    return p + 1;
+}
+
+}  // namespace
+
+// The usual attribute: blanks, a name, '=' and a quoted value of plain characters and references,
+// all on one line. Read with local pointers, it leaves the cursor as the Get() of each character would; any
 // thing else returns null with the cursor unmoved, for the general path to read or refuse.
 bool Reader::PlainAttribute(PlainRun& run, const NameRec* expected) const {
     const char16_t* p = cur_;
@@ -259,8 +287,21 @@ bool Reader::PlainAttribute(PlainRun& run, const NameRec* expected) const {
     if (p == e || !IsQuote(*p)) return false;
     const char16_t quote = *p++;
     run.valueFrom = p;
-    p = FindStop<kStopAttr>(p, e);
-    if (p == e || *p != quote) return false;
+    run.references = false;
+    for (;;) {
+        p = FindStop<kStopAttr>(p, e);
+        if (p == e) return false;
+        if (*p == quote) break;
+        if (*p == u'&') {
+            p = PlainReference(p + 1, e);
+            if (!p) return false;
+            run.references = true;
+        } else if (IsQuote(*p)) {
+            ++p;  // the other quote is plain text here
+        } else {
+            return false;
+        }
+    }
     run.valueTo = p;
     return true;
 }
@@ -279,7 +320,7 @@ void Reader::ReadAttributes(Element& element) {
         if (PlainAttribute(run, i < known.count ? known.names[i] : nullptr)) {
             PendingAttribute& pending = attributes_.emplace_back();
             pending.name = run.name ? run.name : Intern(run.nameFrom, run.nameTo);
-            StoreValue(pending, run.valueFrom, run.valueTo, false);
+            StoreValue(pending, run.valueFrom, run.valueTo, run.references);
             Advance(static_cast<std::size_t>(run.valueTo + 1 - Position()));  // the closing quote too
             continue;
         }

@@ -115,6 +115,7 @@ private:
         const char16_t* valueFrom;
         const char16_t* valueTo;  // the closing quote
         const NameRec* name;  // the expected name, when it stood there; else null
+        bool references;
     };
     bool PlainAttribute(PlainRun& run, const NameRec* expected) const;
     void AttributeValue(char16_t quote, PendingAttribute* pending);

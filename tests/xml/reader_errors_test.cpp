@@ -38,6 +38,10 @@ TEST(XmlReaderErrors, NumberLineAndColumn) {
         {u"<a b='1'\r\n c='2' d='3'\nx", {3, 3, 1}},
         {u"<a b='1'\r\n c='2\r\n' d='3&amp;' e=\"4\" f=", {4, 3, 21}},
         {u"<a b='1' c='2' d='3", {1, 1, 20}},
+        {u"<a b=\"x&amp\" c=\"1\"/>", {6, 1, 13}},  // references in a value read in one stretch
+        {u"<a b='x&#1;y'/>", {2, 1, 12}},
+        {u"<a b=\"&#xd800;&bogus;\"/>", {9, 1, 22}},
+        {u"<a b=\"&lt;&#65\"/>", {6, 1, 16}},
         // Past a line end and the indent of a tag, read in one stretch too.
         {u"<a>\r\n  <b>\n\t</c>", {13, 3, 4}},
         {u"<a>\r  \t<", {14, 2, 4}},
