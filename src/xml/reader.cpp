@@ -454,21 +454,29 @@ const char16_t* Reader::SpaceRun(const char16_t* from, std::size_t n) {
 }
 
 // A line end and the indent of the next tag, the commonest text of all: read as ScanRun would.
+// Siblings share their indent, so the last one is tried first.
 bool Reader::IndentRun() {
     const char16_t* p = cur_;
     const char16_t* const e = end_;
     if (p == e || (*p != u'\n' && *p != u'\r')) return false;
-    const char16_t* const from = p;
-    if (*p == u'\r' && p + 1 != e && p[1] == u'\n') ++p;
-    const char16_t* const blanks = ++p;
-    while (p != e && (*p == u' ' || *p == u'\t')) ++p;
-    if (p == e || *p != u'<') return false;
-    const std::uint32_t n = static_cast<std::uint32_t>(p - blanks);
+    const std::size_t known = lastIndent_.length;
+    if (known && static_cast<std::size_t>(e - p) > known && p[known] == u'<' && SameChars(p, lastIndent_.text, known)) {
+        p += known;
+    } else {
+        const char16_t* const from = p;
+        if (*p == u'\r' && p + 1 != e && p[1] == u'\n') ++p;
+        const char16_t* const blanks = ++p;
+        while (p != e && (*p == u' ' || *p == u'\t')) ++p;
+        if (p == e || *p != u'<') return false;
+        const std::size_t n = static_cast<std::size_t>(p - from);
+        lastIndent_ = {SpaceRun(from, n), n, static_cast<std::uint32_t>(p - blanks)};
+    }
+    const std::uint32_t blanks = lastIndent_.blanks;
     ++line_;
-    prevCol_ = n ? n - 1 : col_;
-    col_ = n;
+    prevCol_ = blanks ? blanks - 1 : col_;
+    col_ = blanks;
     cur_ = p;
-    AddTextNode(SpaceRun(from, static_cast<std::size_t>(p - from)), static_cast<std::size_t>(p - from));
+    AddTextNode(lastIndent_.text, lastIndent_.length);
     return true;
 }
 

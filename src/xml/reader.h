@@ -165,6 +165,11 @@ private:
     std::array<KnownAttributes, 16> known_{};
     // Runs of white space between tags repeat endlessly; each length keeps its last copy.
     std::array<const char16_t*, 129> spaceRuns_{};
+    struct Indent {
+        const char16_t* text;  // the line end and the blanks, as stored
+        std::size_t length;
+        std::uint32_t blanks;
+    } lastIndent_{};
 };
 
 }  // namespace AdvXMLParser::detail

@@ -47,6 +47,8 @@ TEST(XmlReaderErrors, NumberLineAndColumn) {
         {u"<a>\r  \t<", {14, 2, 4}},
         {u"<a>\n\n  <b>\r\n<", {14, 4, 1}},
         {u"<a>\r\n<b/>\r\n   x\x01", {2, 3, 5}},
+        {u"<a>\r\n  <b/>\r\n  <b/>\r\n  </c>", {13, 4, 5}},  // the indent of the sibling before
+        {u"<a>\n\t<b/>\n\t<b/>\n\t<b/>\n\t<b/>\n\tx\x01", {2, 6, 3}},
         {u"<a></a b>", {12, 1, 9}},
         {u"<a", {12, 1, 3}},
         {u"<a></b>", {13, 1, 7}},

@@ -94,6 +94,10 @@ TEST(XmlReader, ContentKeepsEveryKindOfChildInOrder) {
     EXPECT_EQ(Children(*doc->Root()), u"3#text=t1|8#comment=c|1b=|3#text=t2]x|4#cdata-section=<x>&amp;|7p=data |"
                                       u"5lt=<|5=\u263A|3#text=\n  |1b=");
     EXPECT_TRUE(doc->Root()->GetChild(10).AsElement()->IsSharedEmpty());  // one past the end
+    // Indents like and unlike the one before.
+    EXPECT_EQ(Children(*Parse(u"<a>\r\n  <b/>\r\n  <b/>\n  <b/>\r\n   <b/>\r\n\t<b/>\r\n  x<b/></a>")->Root()),
+              u"3#text=\r\n  |1b=|3#text=\r\n  |1b=|3#text=\n  |1b=|3#text=\r\n   |1b=|3#text=\r\n\t|1b=|"
+              u"3#text=\r\n  x|1b=");
     // The five predefined entities; character references keep only the low 16 bits.
     EXPECT_EQ(Children(*Parse(u"<a>&lt;&gt;&amp;&apos;&quot;&#x10041;&#9;&#xd800;</a>")->Root()),
               u"5lt=<|5gt=>|5amp=&|5apos='|5quot=\"|5=A|5=\t|5=" + std::u16string(1, char16_t(0xD800)));
