@@ -51,6 +51,34 @@ constexpr std::size_t kMaxLength = 0x7FFFFFFF;
 
 }  // namespace
 
+void PendingChildren::NextBlock() {
+    const std::size_t block = size_ / kBlock;
+    if (block == blocks_.size()) blocks_.push_back(std::make_unique_for_overwrite<Node*[]>(kBlock));
+    next_ = blocks_[block].get();
+    blockEnd_ = next_ + kBlock;
+}
+
+void PendingChildren::CopyOut(std::size_t from, Node** out) const {
+    while (from < size_) {
+        const std::size_t offset = from % kBlock;
+        const std::size_t n = std::min(kBlock - offset, size_ - from);
+        std::memcpy(out, blocks_[from / kBlock].get() + offset, n * sizeof(Node*));
+        out += n;
+        from += n;
+    }
+}
+
+void PendingChildren::resize(std::size_t n) {
+    size_ = n;
+    const std::size_t block = n / kBlock;
+    if (block == blocks_.size()) {
+        next_ = blockEnd_ = nullptr;  // the next push takes a new block
+        return;
+    }
+    next_ = blocks_[block].get() + n % kBlock;
+    blockEnd_ = blocks_[block].get() + kBlock;
+}
+
 void Reader::Fail(int number) const {
     throw ParsingException(number, static_cast<int>(line_), static_cast<int>(col_));
 }
@@ -68,7 +96,7 @@ std::unique_ptr<Document> Reader::Run(const char16_t* text, std::size_t length, 
     std::unique_ptr<Document> doc = Impl::NewParsedDocument(chunk);
     doc_ = doc.get();
     arena_ = &Impl::ArenaOf(*doc);
-    names_.assign(256, InternEntry{0, nullptr});
+    names_.assign(64, InternEntry{0, nullptr});
     open_.push_back({doc_, nullptr, 0});
 
     XmlDeclaration();
@@ -532,7 +560,7 @@ void Reader::CloseFrame() {
     const std::size_t count = children_.size() - f.firstChild;
     if (count > 0) {
         Node** list = static_cast<Node**>(arena_->AllocNode(sizeof(Node*) * count));
-        std::memcpy(list, children_.data() + f.firstChild, sizeof(Node*) * count);
+        children_.CopyOut(f.firstChild, list);
         Impl::SetChildren(*f.node, list, count);
     }
     children_.resize(f.firstChild);

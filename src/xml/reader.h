@@ -63,6 +63,30 @@ enum ErrorNumber : int {
     kErrAfterRoot = 43,
 };
 
+// The children of the open elements, in document order, until the end tag of their element. Kept
+// in blocks that never move, so the most ever waiting is all they hold; a doubling vector would
+// hold up to twice that, and three times while it copies.
+class PendingChildren {
+public:
+    void push_back(Node* node) {
+        if (next_ == blockEnd_) NextBlock();
+        *next_++ = node;
+        ++size_;
+    }
+    std::size_t size() const { return size_; }
+    void CopyOut(std::size_t from, Node** out) const;  // the children from that index on
+    void resize(std::size_t n);  // n <= size()
+
+private:
+    static constexpr std::size_t kBlock = 128;
+    void NextBlock();
+
+    std::vector<std::unique_ptr<Node*[]>> blocks_;
+    Node** next_ = nullptr;
+    Node** blockEnd_ = nullptr;
+    std::size_t size_ = 0;
+};
+
 class Reader : private Cursor {
 public:
     // `starts`, when given, receives the start of each element.
@@ -157,7 +181,7 @@ private:
     Document* doc_ = nullptr;
     Arena* arena_ = nullptr;
     std::vector<Frame> open_;
-    std::vector<Node*> children_;
+    PendingChildren children_;
     std::vector<PendingAttribute> attributes_;
     std::vector<InternEntry> names_;
     std::size_t nameCount_ = 0;

@@ -103,6 +103,29 @@ TEST(XmlReader, ContentKeepsEveryKindOfChildInOrder) {
               u"5lt=<|5gt=>|5amp=&|5apos='|5quot=\"|5=A|5=\t|5=" + std::u16string(1, char16_t(0xD800)));
 }
 
+// Children wait in blocks of a fixed size until their end tag: lists that cross blocks, nested
+// inside one another, and end where a block ends.
+TEST(XmlReader, LongChildListsCrossingBlocksStayInOrder) {
+    for (const int inner : {127, 128, 129, 300}) {
+        std::u16string text = u"<r>";
+        for (int i = 0; i < 300; ++i) {
+            text += u"<e n='" + xmltest::Number(i) + u"'>";
+            if (i % 100 == 99)
+                for (int j = 0; j < inner; ++j) text += u"<f n='" + xmltest::Number(j) + u"'/>";
+            text += u"</e>";
+        }
+        auto doc = Parse(text + u"</r>");
+        ASSERT_EQ(doc->Root()->GetChildCount(), 300u);
+        for (int i = 0; i < 300; ++i) {
+            const Element& e = *doc->Root()->GetChild(i).AsElement();
+            ASSERT_EQ(e.GetAttribute(u"n").GetText(), xmltest::Number(i)) << inner;
+            ASSERT_EQ(e.GetChildCount(), i % 100 == 99 ? std::size_t(inner) : 0u) << inner << " " << i;
+            for (int j = 0; j < static_cast<int>(e.GetChildCount()); ++j)
+                ASSERT_EQ(e.GetChild(j).AsElement()->GetAttribute(u"n").GetText(), xmltest::Number(j));
+        }
+    }
+}
+
 TEST(XmlReader, PreserveFlagFollowsXmlSpace) {
     auto doc = Parse(u"<a xml:space=\"preserve\"><b xml:space='default'/><c xml:space=' preserve '/></a>");
     EXPECT_TRUE(doc->Root()->IsPreserve());
