@@ -9,6 +9,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <string_view>
 #include <vector>
 
@@ -21,17 +22,19 @@ class TNameIndex {
 public:
     // Records `item` under `name` unless an earlier item holds a name equal to it without regard to
     // case. The text `name` points to must stay put as long as the index lives; it is normally the
-    // item's own name in a container that does not move its items (std::deque, std::list).
-    void Add(std::u16string_view name, T* item) {
+    // item's own name in a container that does not move its items (std::deque, std::list). True if
+    // `item` was recorded, false if an earlier item keeps the name.
+    bool Add(std::u16string_view name, T* item) {
         if ((entries_.size() + 1) * 2 > slots_.size()) Rehash(slots_.empty() ? 16 : slots_.size() * 2);
         const uint64_t hash = IHash{}(name);
         std::size_t slot = Home(hash);
         for (; slots_[slot] != 0; slot = (slot + 1) & (slots_.size() - 1)) {
             const Entry& entry = entries_[slots_[slot] - 1];
-            if (entry.hash == hash && iequals(entry.name, name)) return;  // the first one stays
+            if (entry.hash == hash && iequals(entry.name, name)) return false;  // the first one stays
         }
         entries_.push_back(Entry{name, item, hash});
         slots_[slot] = static_cast<uint32_t>(entries_.size());
+        return true;
     }
 
     T* Find(std::u16string_view name) const {
@@ -83,6 +86,60 @@ private:
     std::vector<Entry> entries_;   // in the order of Add
     std::vector<uint32_t> slots_;  // 0: empty; else position in entries_ + 1
     unsigned shift_ = 64;
+};
+
+// The first-wins index of an append-only list of records with a `name` (the session's elements and
+// data values), caught up lazily so that records appended from anywhere are found too.
+//
+// Walks over a request mostly meet names in the order of the list (`Data` follows `DTD`, the reply
+// follows the elements), so FindFrom tries the record after the last one found before it hashes:
+// one comparison of two texts that are near in memory, instead of probes at random into a table,
+// which is what slows a request that no longer fits in the cache.
+template <class List>
+class TListIndex {
+public:
+    using Item = typename List::value_type;
+    static constexpr std::size_t npos = static_cast<std::size_t>(-1);
+
+    // Position of the first record named `name`, case ignored, or npos.
+    std::size_t Find(const List& list, std::u16string_view name) {
+        CatchUp(list);
+        const std::size_t* position = index_.Find(name);
+        return position ? *position : npos;
+    }
+
+    // The same, trying `cursor` first; `cursor` is moved behind the record found. A record there is
+    // taken only if it is the first of its name, so the first-wins rule holds on either path.
+    std::size_t FindFrom(const List& list, std::u16string_view name, std::size_t& cursor) {
+        CatchUp(list);
+        std::size_t found = npos;
+        if (cursor < firstOfName_.size() && firstOfName_[cursor] && iequals(list[cursor].name, name)) {
+            found = cursor;
+        } else if (const std::size_t* position = index_.Find(name)) {
+            found = *position;
+        }
+        if (found != npos) cursor = found + 1;
+        return found;
+    }
+
+    void Reserve(std::size_t count) {
+        index_.Reserve(count);
+        firstOfName_.reserve(count);
+    }
+
+private:
+    void CatchUp(const List& list) {
+        for (std::size_t i = firstOfName_.size(); i < list.size(); ++i) {
+            positions_.push_back(i);
+            const bool first = index_.Add(list[i].name, &positions_.back());
+            if (!first) positions_.pop_back();
+            firstOfName_.push_back(first);
+        }
+    }
+
+    TNameIndex<const std::size_t> index_;
+    std::deque<std::size_t> positions_;  // what the index points to: stays put as it grows
+    std::vector<bool> firstOfName_;       // by position in the list
 };
 
 }  // namespace qrl

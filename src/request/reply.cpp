@@ -32,6 +32,7 @@ void FillDataElement(Document& document, const TConfigSession& session, bool cha
     Element* root = document.Root();
     Element& data = (root ? *root : AdvXMLParser::EmptyElement()).AddElement(u"Data");
 
+    std::size_t dataCursor = 0;
     for (const TElementDef& element : session.elements) {
         if (IsListType(element.type)) {
             if (!ListIsWritten(session, element.type)) continue;
@@ -41,7 +42,7 @@ void FillDataElement(Document& document, const TConfigSession& session, bool cha
         if (changedOnly) {
             // A value the request never sent counts as changed; otherwise the texts must differ,
             // case included. There is no dirty flag.
-            const TDataValue* before = session.FindDataValue(element.name);
+            const TDataValue* before = session.FindDataValue(element.name, dataCursor);
             if (before && before->value == element.value) continue;
         }
         addItem(data, element.name, element.value);

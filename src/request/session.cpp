@@ -48,29 +48,29 @@ ECfgError ECfgError::WrongChild(std::u16string_view want, std::u16string_view fo
 TConfigSession::TConfigSession() : hooks(&RequestHooks()) {}
 TConfigSession::~TConfigSession() = default;
 
-void TConfigSession::CatchUpIndex() const {
-    for (; indexedElements_ < elements.size(); ++indexedElements_) {
-        const TElementDef& element = elements[indexedElements_];
-        elementIndex_.Add(element.name, const_cast<TElementDef*>(&element));
-    }
-}
-
 TElementDef* TConfigSession::FindElement(std::u16string_view name) {
-    CatchUpIndex();
-    return elementIndex_.Find(name);
+    const std::size_t position = elementIndex_.Find(elements, name);
+    return position == elementIndex_.npos ? nullptr : &elements[position];
 }
 
 const TElementDef* TConfigSession::FindElement(std::u16string_view name) const {
-    CatchUpIndex();
-    return elementIndex_.Find(name);
+    const std::size_t position = elementIndex_.Find(elements, name);
+    return position == elementIndex_.npos ? nullptr : &elements[position];
+}
+
+TElementDef* TConfigSession::FindElement(std::u16string_view name, std::size_t& cursor) {
+    const std::size_t position = elementIndex_.FindFrom(elements, name, cursor);
+    return position == elementIndex_.npos ? nullptr : &elements[position];
 }
 
 const TDataValue* TConfigSession::FindDataValue(std::u16string_view name) const {
-    for (; indexedDataValues_ < dataValues.size(); ++indexedDataValues_) {
-        const TDataValue& value = dataValues[indexedDataValues_];
-        dataIndex_.Add(value.name, &value);
-    }
-    return dataIndex_.Find(name);
+    const std::size_t position = dataIndex_.Find(dataValues, name);
+    return position == dataIndex_.npos ? nullptr : &dataValues[position];
+}
+
+const TDataValue* TConfigSession::FindDataValue(std::u16string_view name, std::size_t& cursor) const {
+    const std::size_t position = dataIndex_.FindFrom(dataValues, name, cursor);
+    return position == dataIndex_.npos ? nullptr : &dataValues[position];
 }
 
 TElementDef& TConfigSession::AddElement(std::u16string_view name) {
@@ -228,13 +228,14 @@ bool ListIsWritten(const TConfigSession& session, ElementType type) {
 }
 
 void TConfigSession::ReadData(const Element& data) {
+    std::size_t elementCursor = 0;
     for (std::size_t i = 0; i < data.GetChildCount(); ++i) {
         const Element* item = data.GetChild(i).AsElement();
         if (!item) continue;
         if (!isTag(*item, u"Item")) Refuse(notes, *item, ECfgError::WrongChild(u"Item", item->GetName()));
 
         std::u16string name = attr(*item, u"Element");
-        const TElementDef* def = FindElement(name);
+        const TElementDef* def = FindElement(name, elementCursor);
         if (!def || !IsListType(def->type)) {
             dataValues.push_back(TDataValue{std::move(name), attr(*item, u"Value")});
             NotePlaced(notes, &dataValues.back(), *item);
@@ -291,8 +292,9 @@ void TConfigSession::ReadAuthFiles() {
 }
 
 void TConfigSession::ApplyDataValues() {
+    std::size_t cursor = 0;
     for (const TDataValue& data : dataValues) {
-        TElementDef* element = FindElement(data.name);
+        TElementDef* element = FindElement(data.name, cursor);
         if (!element) element = &AddElement(data.name);  // a new element is of type text
         element->value = data.value;
     }

@@ -76,6 +76,10 @@ public:
     // The first value `Data` sent under that name, case ignored, or null. Every reader of the sent
     // values asks here, so a name sent twice means the same everywhere.
     const TDataValue* FindDataValue(std::u16string_view name) const;
+    // The same two look-ups for a walk that mostly meets the names in list order: `cursor` (0 at the
+    // start) is the position tried first, and is moved behind each one found.
+    TElementDef* FindElement(std::u16string_view name, std::size_t& cursor);
+    const TDataValue* FindDataValue(std::u16string_view name, std::size_t& cursor) const;
 
     // Help for a topic over the link; an empty topic asks for helpTopic.
     void ShowHelp(std::u16string_view topic) const { link.ShowHelp(topic, helpTopic); }
@@ -139,13 +143,10 @@ private:
     void ReadHelp(const AdvXMLParser::Element& node);
     void ReadLink(const AdvXMLParser::Element& node);
     void AskAuthDirectory();
-    void CatchUpIndex() const;
 
-    // Elements are indexed lazily up to the count seen, so appends from anywhere are found too.
-    mutable TNameIndex<TElementDef> elementIndex_;
-    mutable std::size_t indexedElements_ = 0;
-    mutable TNameIndex<const TDataValue> dataIndex_;
-    mutable std::size_t indexedDataValues_ = 0;
+    // Both lists are indexed lazily up to the count seen, so appends from anywhere are found too.
+    mutable TListIndex<std::deque<TElementDef>> elementIndex_;
+    mutable TListIndex<std::deque<TDataValue>> dataIndex_;
 
     template <class T>
     static const void* PartKey() {

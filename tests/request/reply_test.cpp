@@ -55,6 +55,19 @@ TEST(Reply, ChangedValuesOnly) {
                         u"    <Item Element=\"Extra\" Value=\"f\"/>\n"));
 }
 
+// Walks in list order try the next record first; a repeated name there must still find the first.
+TEST(Reply, RepeatedNamesInListOrderFindTheFirst) {
+    TConfigSession s;
+    load(s,
+         u"<Config><DTD><Element Name=\"X\"/><Element Name=\"Y\"/><Element Name=\"x\" Default=\"d\"/></DTD>"
+         u"<Data><Item Element=\"X\" Value=\"1\"/><Item Element=\"Y\" Value=\"2\"/>"
+         u"<Item Element=\"x\" Value=\"3\"/></Data></Config>");
+    EXPECT_EQ(s.elements[0].value, u"3");
+    EXPECT_EQ(s.elements[2].value, u"d");
+    EXPECT_EQ(WriteDataReply(s, true), dataReply(u"    <Item Element=\"X\" Value=\"3\"/>\n"
+                                                 u"    <Item Element=\"x\" Value=\"d\"/>\n"));
+}
+
 // The written change itself is the run test's module row.
 TEST(Reply, ModuleChangeNeedsTheExactTypeAndAList) {
     const std::u16string empty = std::u16string(kHead) + u"  <Directives/>\n</Config>";
