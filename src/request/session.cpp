@@ -1,6 +1,9 @@
 #include "request/session.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <iterator>
+#include <utility>
 
 #include "locale/language.h"
 #include "platform/platform.h"
@@ -21,17 +24,68 @@ std::u16string attr(const Element& node, std::u16string_view name) {
 
 bool isTag(const Element& node, std::u16string_view tag) { return iequals(node.GetName(), tag); }
 
-// Translates a `strings` list item by item under key_1, key_2, ... and joins it again with ",".
-// `count` receives the number of items.
-std::u16string translateStrings(const std::u16string& key, std::u16string_view strings, std::size_t& count) {
-    const std::vector<std::u16string_view> items = SplitCommaList(strings);
-    count = items.size();
-    std::u16string joined;
-    for (std::size_t i = 0; i < items.size(); ++i) {
-        if (i > 0) joined.push_back(u',');
-        joined += Translate(key + u"_" + decimal(static_cast<long long>(i + 1)), items[i]);
+// The attributes of `Element` that a definition reads, taken in one pass over the node in the order
+// of the text; the first attribute of a name counts, as everywhere in a request.
+struct TElementAttributes {
+    std::u16string name, group, type, strings, values, min, max, defaultValue, descr, maxLength, hidden, rdonly,
+        password, macroAssist, allowEmKeys, cEncoded, helpFile, helpId;
+
+    explicit TElementAttributes(const Element& node) {
+        static constexpr std::pair<std::u16string_view, std::u16string TElementAttributes::*> kFields[] = {
+            {u"Name", &TElementAttributes::name},
+            {u"group", &TElementAttributes::group},
+            {u"Type", &TElementAttributes::type},
+            {u"strings", &TElementAttributes::strings},
+            {u"values", &TElementAttributes::values},
+            {u"Min", &TElementAttributes::min},
+            {u"Max", &TElementAttributes::max},
+            {u"Default", &TElementAttributes::defaultValue},
+            {u"descr", &TElementAttributes::descr},
+            {u"max_length", &TElementAttributes::maxLength},
+            {u"hidden", &TElementAttributes::hidden},
+            {u"rdonly", &TElementAttributes::rdonly},
+            {u"password", &TElementAttributes::password},
+            {u"macro_assist", &TElementAttributes::macroAssist},
+            {u"allow_emkeys", &TElementAttributes::allowEmKeys},
+            {u"cencoded", &TElementAttributes::cEncoded},
+            {u"help_file", &TElementAttributes::helpFile},
+            {u"help_id", &TElementAttributes::helpId},
+        };
+        static_assert(std::size(kFields) <= 32);
+        uint32_t seen = 0;
+        for (std::size_t i = 0; i < node.GetAttributeCount(); ++i) {
+            const AdvXMLParser::Attribute& attribute = node.GetAttributeAt(i);
+            const std::u16string_view attributeName = attribute.GetName();
+            for (std::size_t f = 0; f < std::size(kFields); ++f) {
+                if (kFields[f].first != attributeName) continue;
+                if (!(seen & (1u << f))) this->*kFields[f].second = attribute.GetText();
+                seen |= 1u << f;
+                break;
+            }
+        }
     }
-    return joined;
+};
+
+// Translates the items of a `strings` list under key_1, key_2, ... into `out`. A translation is
+// split at commas again, so one that holds a comma gives several items and an empty one none.
+// Returns the number of items before translation.
+std::size_t translateStrings(std::u16string& key, std::u16string_view strings, std::vector<std::u16string>& out) {
+    const std::vector<std::u16string_view> items = SplitCommaList(strings);
+    out.reserve(items.size());
+    const std::size_t keyLength = key.size();
+    for (std::size_t i = 0; i < items.size(); ++i) {
+        key.resize(keyLength);
+        key += u'_';
+        key += decimal(static_cast<long long>(i + 1));
+        std::u16string text = Translate(key, items[i]);
+        if (!text.empty() && text.find(u',') == std::u16string::npos) {
+            out.push_back(std::move(text));
+        } else {
+            for (std::u16string_view piece : SplitCommaList(text)) out.emplace_back(piece);
+        }
+    }
+    key.resize(keyLength);
+    return items.size();
 }
 
 }  // namespace
@@ -129,6 +183,8 @@ void TConfigSession::ReadChild(const Element& child) {
 }
 
 void TConfigSession::ReadElements(const Element& dtd) {
+    elementIndex_.Reserve(elements.size() + dtd.GetChildCount());
+    std::u16string key;  // one buffer for every element's language key
     for (std::size_t i = 0; i < dtd.GetChildCount(); ++i) {
         const Element* node = dtd.GetChild(i).AsElement();
         if (!node) continue;
@@ -136,50 +192,47 @@ void TConfigSession::ReadElements(const Element& dtd) {
 
         TElementDef& element = elements.emplace_back();
         NotePlaced(notes, &element, *node);
-        element.name = attr(*node, u"Name");
-        element.group = attr(*node, u"group");
-        std::u16string key = helpFile + u"." + element.group + u"." + element.name;
+        TElementAttributes read(*node);
+        element.name = std::move(read.name);
+        element.group = std::move(read.group);
+        key.assign(helpFile).append(u".").append(element.group).append(u".").append(element.name);
 
-        const std::u16string typeWord = attr(*node, u"Type");
-        std::size_t stringCount = 0;
-        const std::u16string strings = translateStrings(key, attr(*node, u"strings"), stringCount);
-        if (stringCount > 0) key += u"_0";
-        const std::u16string valuesText = attr(*node, u"values");
+        if (translateStrings(key, read.strings, element.strings) > 0) key += u"_0";
 
-        element.min = wtoi(attr(*node, u"Min"));
-        element.max = wtoi(attr(*node, u"Max"));
-        element.defaultValue = attr(*node, u"Default");
+        element.min = wtoi(read.min);
+        element.max = wtoi(read.max);
+        element.defaultValue = std::move(read.defaultValue);
         element.value = element.defaultValue;
-        element.description = Translate(key, attr(*node, u"descr"));
-        element.maxLength = wtoi(attr(*node, u"max_length"));
-        element.hidden = attr(*node, u"hidden") == u"1";
-        element.readOnly = wtoi(attr(*node, u"rdonly")) != 0;
-        element.password = wtoi(attr(*node, u"password")) != 0;
-        element.macroAssist = wtoi(attr(*node, u"macro_assist")) != 0;
-        element.allowEmKeys = wtoi(attr(*node, u"allow_emkeys")) != 0;
-        element.cEncoded = wtoi(attr(*node, u"cencoded")) != 0;
+        element.description = Translate(key, read.descr);
+        element.maxLength = wtoi(read.maxLength);
+        element.hidden = read.hidden == u"1";
+        element.readOnly = wtoi(read.rdonly) != 0;
+        element.password = wtoi(read.password) != 0;
+        element.macroAssist = wtoi(read.macroAssist) != 0;
+        element.allowEmKeys = wtoi(read.allowEmKeys) != 0;
+        element.cEncoded = wtoi(read.cEncoded) != 0;
 
         if (element.name.empty()) Refuse(notes, *node, ECfgError(u"tag <Element> : Name not specified"));
 
-        element.type = ParseElementType(typeWord);
-        if (element.type == ElementType::Undefined && !iequals(typeWord, u"Undefined"))
-            NoteDoubtful(notes, *node, u"unknown element type \"" + typeWord + u"\": the module shows \"???\"");
-        element.helpFile = attr(*node, u"help_file");
-        element.helpId = attr(*node, u"help_id");
+        element.type = ParseElementType(read.type);
+        if (element.type == ElementType::Undefined && !iequals(read.type, u"Undefined"))
+            NoteDoubtful(notes, *node, u"unknown element type \"" + read.type + u"\": the module shows \"???\"");
+        element.helpFile = std::move(read.helpFile);
+        element.helpId = std::move(read.helpId);
         element.defaultHelpFile = helpFile;
 
-        const std::vector<std::u16string_view> items = SplitCommaList(strings);
-        for (std::size_t n = 0; n < items.size(); ++n) {
-            element.strings.emplace_back(items[n]);
+        // Each shown text stores itself for a stringset, its position otherwise, until `values` says.
+        element.values.reserve(element.strings.size());
+        for (std::size_t n = 0; n < element.strings.size(); ++n) {
             if (element.type == ElementType::StringSet)
-                element.values.emplace_back(items[n]);
+                element.values.push_back(element.strings[n]);
             else
                 element.values.push_back(decimal(static_cast<long long>(n)));
         }
         if (element.type == ElementType::FilePath) {
-            element.fileFilter = valuesText;
+            element.fileFilter = std::move(read.values);
         } else {
-            const std::vector<std::u16string_view> stored = SplitCommaList(valuesText);
+            const std::vector<std::u16string_view> stored = SplitCommaList(read.values);
             for (std::size_t n = 0; n < stored.size(); ++n) {
                 if (n < element.values.size())
                     element.values[n] = stored[n];

@@ -69,10 +69,11 @@ TEST(Loader, ElementAttributes) {
         u"<Element Name=\"Speed\" Type=\"INTEGER\" Min=\"10x\" Max=\"-20\" Default=\" 12 \" descr=\"Speed\""
         u" max_length=\"8\" hidden=\"1\" rdonly=\"true\" password=\"2\" macro_assist=\"1\" allow_emkeys=\"0\""
         u" cencoded=\"1\" group=\"Line.Speed\" help_file=\"h.hlp\" help_id=\"77\"/>"
-        u"<Element Name=\"Other\" hidden=\"true\" rdonly=\"1\" Type=\"bools\"/>"
+        u"<Element Name=\"Other\" hidden=\"true\" rdonly=\"1\" Type=\"bools\" rdonly=\"0\"/>"
         u"</DTD></Config>");
     ASSERT_EQ(s.elements.size(), 2u);
-    // Numbers are read leniently, "true" is 0 as an integer, only exactly "1" hides.
+    // Numbers are read leniently, "true" is 0 as an integer, only exactly "1" hides; the first of two
+    // attributes of one name counts.
     EXPECT_EQ(fields(s.elements[0]), u"Speed 3 10 -20 8 101101|12|12|Line.Speed|Speed|h.hlp|77|");
     EXPECT_EQ(fields(s.elements[1]), u"Other 12 0 0 0 010000|||||||");
 }
