@@ -122,14 +122,17 @@ public:
         return found;
     }
 
+private:
     void Reserve(std::size_t count) {
         index_.Reserve(count);
         firstOfName_.reserve(count);
     }
 
-private:
     void CatchUp(const List& list) {
-        for (std::size_t i = firstOfName_.size(); i < list.size(); ++i) {
+        // A list read whole before its first look-up is indexed at once: room for all of it, once.
+        const std::size_t indexed = firstOfName_.size();
+        if (list.size() - indexed > indexed) Reserve(list.size());
+        for (std::size_t i = indexed; i < list.size(); ++i) {
             positions_.push_back(i);
             const bool first = index_.Add(list[i].name, &positions_.back());
             if (!first) positions_.pop_back();

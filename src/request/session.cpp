@@ -183,9 +183,6 @@ void TConfigSession::ReadChild(const Element& child) {
 }
 
 void TConfigSession::ReadElements(const Element& dtd) {
-    std::size_t count = 0;  // the text between elements is children too, so count the elements
-    for (std::size_t i = 0; i < dtd.GetChildCount(); ++i) count += dtd.GetChild(i).AsElement() != nullptr;
-    elementIndex_.Reserve(elements.size() + count);
     std::u16string key;  // one buffer for every element's language key
     for (std::size_t i = 0; i < dtd.GetChildCount(); ++i) {
         const Element* node = dtd.GetChild(i).AsElement();
