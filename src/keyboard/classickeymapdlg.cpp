@@ -87,9 +87,11 @@ int Selection(HWND dialog, int id, UINT message = CB_GETCURSEL) {
 void Select(HWND dialog, int id, int row, UINT message = CB_SETCURSEL) {
     SendDlgItemMessageW(dialog, id, message, static_cast<WPARAM>(row), 0);
 }
+// The control is looked up once: each lookup by id walks the dialog's children.
 void FillNames(HWND dialog, int id, const std::vector<KeyName>& keys, UINT message = CB_ADDSTRING) {
-    TRedrawOff quiet(GetDlgItem(dialog, id));
-    for (const KeyName& key : keys) SendDlgItemMessageW(dialog, id, message, 0, reinterpret_cast<LPARAM>(W(key.Name)));
+    HWND control = GetDlgItem(dialog, id);
+    TRedrawOff quiet(control);
+    for (const KeyName& key : keys) SendMessageW(control, message, 0, reinterpret_cast<LPARAM>(W(key.Name)));
 }
 
 // The modifier boxes: 1001 Shift 0x100, 1002 Alt 0x400, 1003 Ctrl 0x200.
