@@ -5,6 +5,7 @@
 #include "kit/listrows.h"
 #include "keyboard/keylook.h"
 
+#include <algorithm>
 #include <string>
 
 namespace qrl {
@@ -125,6 +126,7 @@ public:
     void clearSelection(bool all) override;
     void markMapped(std::int32_t code, bool value) override;
     void clearMarks() override;
+    void setMarks(const std::vector<std::uint32_t>& codes) override;
     void toggleModifier(const GKbKey& key) override;
     std::int32_t getState() const override { return layout_ ? layout_->State : 0; }
     void setShift(std::int32_t codeBits) override {
@@ -233,6 +235,23 @@ void KeyboardWindow::clearMarks() {
         layout_->key(i).Mapped.fill(false);
         layout_->key(i).AltMapped.fill(false);
     }
+}
+
+// One pass over the keys: as with markMapped, only the first key of a code is marked.
+void KeyboardWindow::setMarks(const std::vector<std::uint32_t>& codes) {
+    if (!layout_) return;
+    clearMarks();
+    std::vector<std::uint32_t> unmarked(codes);
+    std::sort(unmarked.begin(), unmarked.end());
+    unmarked.erase(std::unique(unmarked.begin(), unmarked.end()), unmarked.end());
+    for (std::size_t i = 0; i < layout_->Keys.size(); ++i) {
+        GKbKey& key = layout_->key(i);
+        const auto at = std::lower_bound(unmarked.begin(), unmarked.end(), static_cast<std::uint32_t>(key.Code));
+        if (at == unmarked.end() || *at != static_cast<std::uint32_t>(key.Code)) continue;
+        key.Mapped[0] = true;
+        unmarked.erase(at);
+    }
+    InvalidateRect(Window(), nullptr, FALSE);
 }
 
 void KeyboardWindow::toggleModifier(const GKbKey& key) {

@@ -38,6 +38,9 @@ public:
     virtual void clearSelection(bool all) = 0;
     virtual void markMapped(std::int32_t code, bool value) = 0;
     virtual void clearMarks() = 0;
+    // All marks at once, as clearMarks and a markMapped for each code would leave them, with one
+    // repaint: the codes may come many times over.
+    virtual void setMarks(const std::vector<std::uint32_t>& codes) = 0;
     virtual void toggleModifier(const GKbKey& key) = 0;
     virtual std::int32_t getState() const = 0;
     // The state of a code word's modifier bits.

@@ -240,16 +240,8 @@ void KeymapDlg::ShowLeftPane(int mode) {
 
 void KeymapDlg::MarkMapped() {
     const TMappedMarks marks = MappedMarks(keys_);
-    const auto mark = [](KeyboardCtl* picture, const std::vector<uint32_t>& codes) {
-        if (!picture) return;
-        picture->clearMarks();
-        for (uint32_t code : codes) picture->markMapped(static_cast<int32_t>(code), true);
-    };
-    mark(emPicture_, marks.emulation);
-    mark(pcPicture_, marks.physical);
-    // Marks that went away are repainted too.
-    InvalidateRect(GetDlgItem(Window(), IDC_EM_PICTURE), nullptr, FALSE);
-    InvalidateRect(GetDlgItem(Window(), IDC_PC_PICTURE), nullptr, FALSE);
+    if (emPicture_) emPicture_->setMarks(marks.emulation);
+    if (pcPicture_) pcPicture_->setMarks(marks.physical);
 }
 
 void KeymapDlg::SetShiftBoxes(uint32_t code) {

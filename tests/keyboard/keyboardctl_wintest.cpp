@@ -83,6 +83,12 @@ TEST_F(KeyboardPicture, InactiveKeysResizesEmptyLayoutsAndMarks) {
     EXPECT_EQ(std::vector<bool>({a->Mapped[0], a->Mapped[1]}), std::vector<bool>({true, false}));
     picture_->clearMarks();
     EXPECT_FALSE(a->Mapped[0]);
+    // All at once: a repeated code marks its key, a code with modifiers none, old marks go.
+    a->Mapped[1] = true;
+    picture_->setMarks({0x141, 0x41, 0x41});
+    EXPECT_EQ(std::vector<bool>({a->Mapped[0], a->Mapped[1]}), std::vector<bool>({true, false}));
+    picture_->setMarks({});
+    EXPECT_FALSE(a->Mapped[0]);
     EXPECT_EQ(picture_->selectKey(0x7777, false), nullptr);
 
     // No layout, and a layout of no keys: only the background is painted.
