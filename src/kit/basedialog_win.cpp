@@ -96,12 +96,13 @@ void SetEditText(HWND edit, const std::u16string& text) {
     ValidateRect(edit, nullptr);
 }
 
+// The combo is looked up once: each lookup by id walks the dialog's children.
 void FillComboRows(HWND dialog, int id, std::span<const std::u16string> rows, int selection) {
-    TRedrawOff quiet(GetDlgItem(dialog, id));
-    SendDlgItemMessageW(dialog, id, CB_RESETCONTENT, 0, 0);
-    for (const std::u16string& row : rows)
-        SendDlgItemMessageW(dialog, id, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(W(row)));
-    SendDlgItemMessageW(dialog, id, CB_SETCURSEL, static_cast<WPARAM>(selection), 0);
+    HWND combo = GetDlgItem(dialog, id);
+    TRedrawOff quiet(combo);
+    SendMessageW(combo, CB_RESETCONTENT, 0, 0);
+    for (const std::u16string& row : rows) SendMessageW(combo, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(W(row)));
+    SendMessageW(combo, CB_SETCURSEL, static_cast<WPARAM>(selection), 0);
 }
 
 int ComboSelection(HWND dialog, int id) {
