@@ -88,12 +88,30 @@ INT_PTR CALLBACK TDialog::Procedure(HWND window, UINT message, WPARAM wParam, LP
     }
 }
 
+namespace {
+
+// Edits and combos tell their dialog of every text they are given, even the same one.
+bool NotifiesTextChange(HWND window) {
+    wchar_t name[16] = {};
+    GetClassNameW(window, name, 16);
+    return lstrcmpiW(name, L"Edit") == 0 || lstrcmpiW(name, L"ComboBox") == 0;
+}
+
+// A text the window already shows is not given again: under Wine each text set is a round trip to
+// the server and a repaint of a themed control, and most translations are the template's own texts.
+void SetTranslatedText(HWND window, const std::u16string& text) {
+    if (!NotifiesTextChange(window) && GetWindowText16(window) == text) return;
+    SetWindowTextW(window, W(text));
+}
+
+}  // namespace
+
 void TranslateDialogTexts(HWND dialog, std::span<const TDialogText> texts) {
     for (const TDialogText& row : texts) {
         if (row.id == kDialogTitleId) {
-            SetWindowTextW(dialog, W(Translate(row.text)));
+            SetTranslatedText(dialog, Translate(row.text));
         } else if (HWND control = GetDlgItem(dialog, row.id)) {
-            SetWindowTextW(control, W(Translate(row.text)));
+            SetTranslatedText(control, Translate(row.text));
         }
     }
 }
