@@ -46,7 +46,6 @@ constexpr TReviewedSite kReviewedSites[] = {
     {"locale/language.h", "text . key", KeyFrom::Lookup, nullptr},
     {"mouse/mousedlg.cpp", "view . labelKey", KeyFrom::Caller, nullptr},
     {"mouse/mousenames.cpp", "key", KeyFrom::Recorded, u"mousecfg_cpp_57"},
-    {"request/session.cpp", "key + u\"_\" + decimal ( static_cast < long long > ( i + 1 ) )", KeyFrom::Request, nullptr},
     {"request/session.cpp", "key", KeyFrom::Request, nullptr},
 };
 
