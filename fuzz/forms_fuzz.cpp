@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "forms/builtinform.h"
-#include "forms/dlgtemplate.h"
+#include "kit/dlgtemplate.h"
 #include "kit/fieldrules.h"
 #include "forms/formdef.h"
 #include "forms/formeditor.h"

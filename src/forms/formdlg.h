@@ -5,7 +5,7 @@
 #include <windows.h>
 
 #include "forms/changemarks.h"
-#include "forms/dlgtemplate.h"
+#include "kit/dlgtemplate.h"
 #include "forms/editortable.h"
 #include "forms/layout.h"
 #include "forms/settingsfilter.h"

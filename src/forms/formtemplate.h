@@ -1,7 +1,7 @@
 // A TFormDef becomes a dialog template: the control of each item, its id and its style.
 #pragma once
 
-#include "forms/dlgtemplate.h"
+#include "kit/dlgtemplate.h"
 #include "forms/formdef.h"
 
 #include <string_view>

@@ -43,7 +43,7 @@ int RunForm(TConfigSession& session, TFormDef* form, HWND parent, const TFormEdi
     INITCOMMONCONTROLSEX classes{sizeof classes, ICC_TREEVIEW_CLASSES | ICC_TAB_CLASSES};
     InitCommonControlsEx(&classes);
 
-    const INT_PTR result = run.RunModal(parent, static_cast<const DLGTEMPLATE*>(memory));
+    const INT_PTR result = run.RunModal(parent, static_cast<const DLGTEMPLATE*>(memory), bytes.size());
     GlobalUnlock(block);
     GlobalFree(block);
     return static_cast<int>(result);

@@ -1,6 +1,7 @@
 #include "kit/addedcontrol.h"
 
 #include "kit/basedialog.h"
+#include "kit/commoncontrols.h"
 
 #include <commctrl.h>
 
@@ -14,7 +15,8 @@ HWND AddDialogControl(HWND dialog, const TAddedControl& control, HWND previous) 
 }
 
 HWND AddDialogControl(HWND dialog, const TAddedControl& control, HWND previous, const RECT& place, HFONT font) {
-    HWND window = CreateWindowExW(control.exStyle, control.className, W(control.text), control.style | WS_CHILD,
+    const std::u16string versioned = VersionedClassName(U16(control.className));
+    HWND window = CreateWindowExW(control.exStyle, versioned.empty() ? control.className : W(versioned), W(control.text), control.style | WS_CHILD,
                                   place.left, place.top, place.right - place.left, place.bottom - place.top, dialog,
                                   reinterpret_cast<HMENU>(static_cast<INT_PTR>(control.id)),
                                   reinterpret_cast<HINSTANCE>(GetWindowLongPtrW(dialog, GWLP_HINSTANCE)), nullptr);

@@ -3,7 +3,12 @@
 // inside the activation context made from it. Win32 only.
 #pragma once
 
+#include "kit/dlgtemplate.h"
+
 #include <windows.h>
+
+#include <string>
+#include <string_view>
 
 namespace qrl {
 
@@ -25,6 +30,17 @@ private:
     bool active_ = false;
     HHOOK labelHook_ = nullptr;
 };
+
+// Under Wine, Wine's user32 asks the loader for the common controls' library by name for every
+// window of a redirected class (a button, an edit, a label, a list or combo box) it creates. When the
+// host loaded that library under its system path first, each ask opens and maps the whole file
+// again: 1.3 ms a control, most of a dialog's opening. The name the active context gives the class
+// ("6.0.2600.2982!Button") makes the same window without asking. Windows has no such cost, so there,
+// as under Wine without a context or for a class not registered yet, the plain names stay.
+// The versioned name of a class, or empty to keep the plain one.
+std::u16string VersionedClassName(std::u16string_view className);
+// A copy of a template naming its controls' classes so; empty to use the template as it is.
+TemplateBytes WithVersionedClasses(const std::uint8_t* data, std::size_t size);
 
 // At unload: the context made on first use is released.
 void ReleaseCommonControlsContext();

@@ -3,6 +3,8 @@
 #include "kit/basedialog.h"
 
 #include <atomic>
+#include <deque>
+#include <utility>
 
 namespace qrl {
 
@@ -35,6 +37,46 @@ bool RunsUnderWine() {
     HMODULE ntdll = GetModuleHandleW(L"ntdll.dll");
     return ntdll && GetProcAddress(ntdll, "wine_get_version");
 }
+
+// What the loader keeps for a redirected class: the versioned name follows this record.
+struct TClassRedirection {
+    ULONG size;
+    ULONG flags;
+    ULONG nameLength;  // bytes
+    ULONG nameOffset;  // from the record
+    ULONG moduleLength;
+    ULONG moduleOffset;  // from the section
+};
+
+std::u16string LookUpVersionedName(std::u16string_view className) {
+    const std::wstring key(className.begin(), className.end());
+    ACTCTX_SECTION_KEYED_DATA data{};
+    data.cbSize = sizeof data;
+    if (!FindActCtxSectionStringW(0, nullptr, ACTIVATION_CONTEXT_SECTION_WINDOW_CLASS_REDIRECTION, key.c_str(), &data) ||
+        !data.lpData || data.ulLength < sizeof(TClassRedirection))
+        return {};
+    const auto* record = static_cast<const TClassRedirection*>(data.lpData);
+    if (record->nameOffset > data.ulLength || record->nameLength > data.ulLength - record->nameOffset) return {};
+    const auto* name = reinterpret_cast<const char16_t*>(static_cast<const BYTE*>(data.lpData) + record->nameOffset);
+    std::u16string versioned(name, record->nameLength / sizeof(char16_t));
+    // A class nobody registered yet keeps its plain name, whose creation loads the library.
+    WNDCLASSEXW info{};
+    info.cbSize = sizeof info;
+    if (versioned.empty() || !GetClassInfoExW(nullptr, W(versioned), &info)) return {};
+    return versioned;
+}
+
+// The names of one template's classes, each looked up once.
+struct TVersionedNames {
+    std::deque<std::pair<std::u16string, std::u16string>> known;
+
+    static std::u16string_view Rename(std::u16string_view className, void* context) {
+        auto& names = static_cast<TVersionedNames*>(context)->known;
+        for (const auto& [plain, versioned] : names)
+            if (plain == className) return versioned;
+        return names.emplace_back(className, LookUpVersionedName(className)).second;
+    }
+};
 
 // Every static but those that show an image: their memory holds the image, which the switch would
 // treat as an icon.
@@ -78,6 +120,18 @@ TCommonControlsScope::TCommonControlsScope() {
 TCommonControlsScope::~TCommonControlsScope() {
     if (labelHook_) UnhookWindowsHookEx(labelHook_);
     if (active_) DeactivateActCtx(0, cookie_);
+}
+
+std::u16string VersionedClassName(std::u16string_view className) {
+    static const bool underWine = RunsUnderWine();
+    return underWine ? LookUpVersionedName(className) : std::u16string{};
+}
+
+TemplateBytes WithVersionedClasses(const std::uint8_t* data, std::size_t size) {
+    static const bool underWine = RunsUnderWine();
+    if (!underWine) return {};
+    TVersionedNames names;
+    return RenameControlClasses(data, size, &TVersionedNames::Rename, &names);
 }
 
 void ReleaseCommonControlsContext() {

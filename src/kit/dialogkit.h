@@ -39,8 +39,8 @@ public:
     // DialogBoxParamW on a template of `instance` (null: our module); a template that can't be
     // loaded gives the platform's result, which callers treat as cancelled.
     INT_PTR RunModal(HWND parent, int templateId, HINSTANCE instance = nullptr);
-    // DialogBoxIndirectParamW on a template built in memory.
-    INT_PTR RunModal(HWND parent, const DLGTEMPLATE* dialogTemplate);
+    // DialogBoxIndirectParamW on a template built in memory, `size` bytes long.
+    INT_PTR RunModal(HWND parent, const DLGTEMPLATE* dialogTemplate, std::size_t size);
 
     // Null until WM_INITDIALOG and again after WM_NCDESTROY.
     HWND Window() const { return window_; }

@@ -1,6 +1,7 @@
 #include "kit/dialogkit.h"
 
 #include "kit/basedialog.h"
+#include "kit/commoncontrols.h"
 #include "kit/dpi.h"
 
 #include <commdlg.h>
@@ -9,12 +10,31 @@
 
 namespace qrl {
 
-INT_PTR TDialog::RunModal(HWND parent, int templateId, HINSTANCE instance) {
-    return DialogBoxParamW(instance ? instance : FormsInstance(), MAKEINTRESOURCEW(templateId), parent, Procedure,
-                           reinterpret_cast<LPARAM>(this));
+namespace {
+
+TemplateBytes VersionedResourceTemplate(HINSTANCE instance, int templateId) {
+    HRSRC found = FindResourceW(instance, MAKEINTRESOURCEW(templateId), MAKEINTRESOURCEW(5));  // RT_DIALOG
+    HGLOBAL loaded = found ? LoadResource(instance, found) : nullptr;
+    const void* bytes = loaded ? LockResource(loaded) : nullptr;
+    if (!bytes) return {};
+    return WithVersionedClasses(static_cast<const std::uint8_t*>(bytes), SizeofResource(instance, found));
 }
 
-INT_PTR TDialog::RunModal(HWND parent, const DLGTEMPLATE* dialogTemplate) {
+}  // namespace
+
+INT_PTR TDialog::RunModal(HWND parent, int templateId, HINSTANCE instance) {
+    if (!instance) instance = FormsInstance();
+    const TemplateBytes versioned = VersionedResourceTemplate(instance, templateId);
+    if (!versioned.empty()) {
+        return DialogBoxIndirectParamW(instance, reinterpret_cast<const DLGTEMPLATE*>(versioned.data()), parent,
+                                       Procedure, reinterpret_cast<LPARAM>(this));
+    }
+    return DialogBoxParamW(instance, MAKEINTRESOURCEW(templateId), parent, Procedure, reinterpret_cast<LPARAM>(this));
+}
+
+INT_PTR TDialog::RunModal(HWND parent, const DLGTEMPLATE* dialogTemplate, std::size_t size) {
+    const TemplateBytes versioned = WithVersionedClasses(reinterpret_cast<const std::uint8_t*>(dialogTemplate), size);
+    if (!versioned.empty()) dialogTemplate = reinterpret_cast<const DLGTEMPLATE*>(versioned.data());
     return DialogBoxIndirectParamW(FormsInstance(), dialogTemplate, parent, Procedure,
                                    reinterpret_cast<LPARAM>(this));
 }

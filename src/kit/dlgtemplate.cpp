@@ -1,4 +1,4 @@
-#include "forms/dlgtemplate.h"
+#include "kit/dlgtemplate.h"
 
 #include <algorithm>
 
@@ -118,7 +118,25 @@ struct Reader {
         while (pos % 4 != 0 && pos < size) ++pos;
         if (pos % 4 != 0) ok = false;
     }
+    void skip(std::size_t bytes) {
+        if (bytes > size - std::min(pos, size)) ok = false;
+        else pos += bytes;
+    }
+    // Passes a string or an ordinal without keeping it.
+    void skipStringOrOrdinal() {
+        std::uint16_t c = word();
+        if (c == 0xFFFF) {
+            (void)word();
+            return;
+        }
+        while (ok && c != 0) c = word();
+    }
 };
+
+std::u16string_view PredefinedClassName(std::uint16_t ordinal) {
+    static constexpr std::u16string_view kNames[] = {u"Button", u"Edit", u"Static", u"ListBox", u"ScrollBar", u"ComboBox"};
+    return ordinal >= 0x80 && ordinal < 0x80 + std::size(kNames) ? kNames[ordinal - 0x80] : std::u16string_view{};
+}
 
 }  // namespace
 
@@ -160,6 +178,56 @@ bool ReadTemplate(const std::uint8_t* data, std::size_t size, TemplateDialog& di
         if (r.ok) items.push_back(std::move(item));
     }
     return r.ok;
+}
+
+TemplateBytes RenameControlClasses(const std::uint8_t* data, std::size_t size, ClassRenamer rename,
+                                   void* context) {
+    if (data == nullptr) return {};
+    Reader r{data, size};
+    const bool extended = r.word() == 1 && r.word() == 0xFFFF;
+    r.pos = 0;
+    // Plain: style, extended style, count, place. Extended: version, signature, help id, extended
+    // style, style, count, place.
+    r.skip(extended ? 12 : 0);
+    const std::uint32_t style = r.dword();
+    r.skip(extended ? 0 : 4);
+    const std::uint16_t count = r.word();
+    r.skip(8);
+    r.skipStringOrOrdinal();  // menu
+    r.skipStringOrOrdinal();  // class
+    r.skipStringOrOrdinal();  // title
+    if (style & kDsSetFont) {
+        r.skip(extended ? 6 : 2);  // size; weight, italic and character set
+        r.skipStringOrOrdinal();
+    }
+    if (!r.ok) return {};
+    TemplateBytes out(data, data + r.pos);
+    bool renamed = false;
+    for (std::uint16_t i = 0; r.ok && i < count; ++i) {
+        r.align();
+        const std::size_t item = r.pos;
+        r.skip(extended ? 24 : 18);  // help id, styles, place and id
+        const std::size_t classAt = r.pos;
+        std::u16string name;
+        if (const std::uint16_t first = r.word(); first == 0xFFFF) name = PredefinedClassName(r.word());
+        else
+            for (std::uint16_t c = first; r.ok && c != 0; c = r.word()) name.push_back(static_cast<char16_t>(c));
+        const std::size_t titleAt = r.pos;
+        r.skipStringOrOrdinal();
+        r.skip(r.word());  // creation data
+        if (!r.ok) return {};
+        (void)AlignToDword(out);
+        out.insert(out.end(), data + item, data + classAt);
+        const std::u16string_view replacement = name.empty() ? std::u16string_view{} : rename(name, context);
+        if (replacement.empty()) {
+            out.insert(out.end(), data + classAt, data + titleAt);
+        } else {
+            (void)PutString(out, replacement);
+            renamed = true;
+        }
+        out.insert(out.end(), data + titleAt, data + r.pos);
+    }
+    return renamed ? out : TemplateBytes{};
 }
 
 }  // namespace qrl

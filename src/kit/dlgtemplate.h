@@ -55,4 +55,15 @@ void PatchWord(TemplateBytes& out, std::size_t offset, std::uint16_t value);
 bool ReadTemplate(const std::uint8_t* data, std::size_t size, TemplateDialog& dialog,
                   std::vector<TemplateItem>& items);
 
+// The class a control of a template names, as a name: the system's ordinals (0x80 to 0x85) become
+// "Button", "Edit", "Static", "ListBox", "ScrollBar" and "ComboBox". Gives the name to put in its
+// place, or an empty view to keep the class as it is.
+using ClassRenamer = std::u16string_view (*)(std::u16string_view className, void* context);
+
+// A copy of a template, in either layout (a plain or an extended one), with the controls' classes
+// renamed and every other byte as it was. Empty when the template is short or malformed or no
+// class changes; it never reads past `size`.
+TemplateBytes RenameControlClasses(const std::uint8_t* data, std::size_t size, ClassRenamer rename,
+                                   void* context);
+
 }  // namespace qrl
