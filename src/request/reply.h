@@ -1,14 +1,10 @@
-// The reply documents: data (changed values only, or all), connect, and module change. Each is built
-// as a tree, written with the XML writer and the tree dropped.
+// The reply documents: data (changed values only, or all), connect, and module change. The data
+// replies are written straight into their text, the module change as a tree.
 #pragma once
 
 #include <cstdint>
 #include <string>
 #include <string_view>
-
-namespace AdvXMLParser {
-class Document;
-}
 
 namespace qrl {
 
@@ -21,8 +17,6 @@ std::u16string WriteModuleChangeReply(const TConfigSession& session);
 // The module types whose change the module-change reply names: "Emul", "Comms", "FXfer", compared
 // exactly, unlike the dispatch ("emul" takes the general route but changes nothing).
 bool IsModuleKind(std::u16string_view moduleType);
-// Adds `Data` and its items to the root of `document`; shared by the first two.
-void FillDataElement(AdvXMLParser::Document& document, const TConfigSession& session, bool changedOnly);
 
 // Result codes at the boundary.
 inline constexpr int kResultOk = 0;
