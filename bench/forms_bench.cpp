@@ -24,9 +24,10 @@ struct Tree {
         // is as deep as a real one.
         std::set<std::u16string> paths;
         for (const qrl::TElementDef& e : session.elements) {
-            for (std::size_t dot = e.group.find(u'.'); dot != std::u16string::npos; dot = e.group.find(u'.', dot + 1))
-                paths.insert(e.group.substr(0, dot));
-            paths.insert(e.group);
+            const std::u16string group = e.group.str();
+            for (std::size_t dot = group.find(u'.'); dot != std::u16string::npos; dot = group.find(u'.', dot + 1))
+                paths.insert(group.substr(0, dot));
+            paths.insert(group);
         }
         auto& store = session.Part<qrl::TFormStore>();
         for (const std::u16string& path : paths) {

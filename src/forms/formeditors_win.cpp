@@ -217,7 +217,7 @@ void OnDefaultPrinter(HWND dialog, TFormRun& run) {
 void OnChooseFont(HWND dialog, TFormRun& run) {
     const TElementDef& element = *run.form.currentElement;
     std::u16string value = element.value, shown;
-    if (run.editors.chooseFont && run.editors.chooseFont(dialog, element.name, value, shown))
+    if (run.editors.chooseFont && run.editors.chooseFont(dialog, element.name.str(), value, shown))
         ShowValue(dialog, run, IDC_FONT_TEXT, std::move(value), shown);
 }
 

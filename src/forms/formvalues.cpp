@@ -66,7 +66,7 @@ std::u16string RadioCompareText(const TElementDef& element) {
 }
 
 std::u16string ElementLabel(const TElementDef& element) {
-    return element.description.empty() ? element.name : element.description;
+    return (element.description.empty() ? element.name : element.description).str();
 }
 
 std::u16string ElementTreeText(const TElementDef& element) {

@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "request/fixedtext.h"
+
 namespace qrl {
 
 // The type codes travel into form building and trees; the numbers are kept exactly.
@@ -43,9 +45,13 @@ ElementType ParseElementType(std::u16string_view word);
 // The data lists that `Data` items carry as children rather than as a value (codes 13 to 19).
 bool IsListType(ElementType type);
 
+// Compact, since a large request holds very many: the texts fixed once read are TFixedText (the
+// session's loader keeps them in its text pool), and what the walks over all elements read (name,
+// value, type, password) comes first.
 class TElementDef {
 public:
-    std::u16string name;  // fixed once read: the session's name index points into it
+    TFixedText name;  // fixed once read: the session's name index points into it
+    std::u16string value;  // current value; the dialogs write it
     ElementType type = ElementType::Text;
     int32_t min = 0;
     int32_t max = 0;
@@ -56,16 +62,15 @@ public:
     bool macroAssist = false;
     bool allowEmKeys = false;
     bool cEncoded = false;
-    std::u16string defaultValue;
-    std::u16string value;
-    std::u16string group;
-    std::u16string description;
+    TFixedText defaultValue;
+    TFixedText group;
+    TFixedText description;
     std::vector<std::u16string> values;   // stored values of a choice
     std::vector<std::u16string> strings;  // shown texts of a choice; parallel to values by position
-    std::u16string fileFilter;            // `values` kept whole, filepath only
-    std::u16string helpFile;
-    std::u16string helpId;
-    std::u16string defaultHelpFile;
+    TFixedText fileFilter;                // `values` kept whole, filepath only
+    TFixedText helpFile;
+    TFixedText helpId;
+    TFixedText defaultHelpFile;
 
     // Position of `text` among the choices, or `fallback`.
     int GetChoiceIndex(std::u16string_view text, int fallback) const;

@@ -129,7 +129,7 @@ const TDataValue* TConfigSession::FindDataValue(std::u16string_view name, std::s
 
 TElementDef& TConfigSession::AddElement(std::u16string_view name) {
     TElementDef& element = elements.emplace_back();
-    element.name = name;
+    element.name.Share(texts_, name);
     return element;
 }
 
@@ -192,17 +192,17 @@ void TConfigSession::ReadElements(const Element& dtd) {
         TElementDef& element = elements.emplace_back();
         NotePlaced(notes, &element, *node);
         TElementAttributes read(*node);
-        element.name = std::move(read.name);
-        element.group = std::move(read.group);
-        key.assign(helpFile).append(u".").append(element.group).append(u".").append(element.name);
+        element.name.Share(texts_, read.name);
+        element.group.Share(texts_, read.group);
+        key.assign(helpFile).append(u".").append(read.group).append(u".").append(read.name);
 
         if (translateStrings(key, read.strings, element.strings) > 0) key += u"_0";
 
         element.min = wtoi(read.min);
         element.max = wtoi(read.max);
-        element.defaultValue = std::move(read.defaultValue);
-        element.value = element.defaultValue;
-        element.description = Translate(key, read.descr);
+        element.defaultValue.Share(texts_, read.defaultValue);
+        element.value = read.defaultValue;
+        element.description.Share(texts_, Translate(key, read.descr));
         element.maxLength = wtoi(read.maxLength);
         element.hidden = read.hidden == u"1";
         element.readOnly = wtoi(read.rdonly) != 0;
@@ -216,9 +216,9 @@ void TConfigSession::ReadElements(const Element& dtd) {
         element.type = ParseElementType(read.type);
         if (element.type == ElementType::Undefined && !iequals(read.type, u"Undefined"))
             NoteDoubtful(notes, *node, u"unknown element type \"" + read.type + u"\": the module shows \"???\"");
-        element.helpFile = std::move(read.helpFile);
-        element.helpId = std::move(read.helpId);
-        element.defaultHelpFile = helpFile;
+        element.helpFile.Share(texts_, read.helpFile);
+        element.helpId.Share(texts_, read.helpId);
+        element.defaultHelpFile.Share(texts_, helpFile);
 
         // Each shown text stores itself for a stringset, its position otherwise, until `values` says.
         element.values.reserve(element.strings.size());
@@ -229,7 +229,7 @@ void TConfigSession::ReadElements(const Element& dtd) {
                 element.values.push_back(decimal(static_cast<long long>(n)));
         }
         if (element.type == ElementType::FilePath) {
-            element.fileFilter = std::move(read.values);
+            element.fileFilter.Share(texts_, read.values);
         } else {
             const std::vector<std::u16string_view> stored = SplitCommaList(read.values);
             for (std::size_t n = 0; n < stored.size(); ++n) {

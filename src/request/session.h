@@ -100,6 +100,12 @@ public:
     std::u16string langId;
     std::u16string langDir;
 
+private:
+    // The texts of the element definitions; declared before them, so that it goes after them.
+    TTextPool texts_;
+
+public:
+
     // In document order. Elements keep their addresses (dialogs and trees point at them). Append
     // only; AddElement is the usual way, and FindElement also sees elements appended directly.
     std::deque<TElementDef> elements;

@@ -30,9 +30,9 @@ std::u16string fields(const TElementDef& e) {
                           decimal(e.max) + u" " + decimal(e.maxLength) + u" ";
     for (bool flag : {e.hidden, e.readOnly, e.password, e.macroAssist, e.allowEmKeys, e.cEncoded})
         text += flag ? u'1' : u'0';
-    for (const std::u16string* part : {&e.defaultValue, &e.value, &e.group, &e.description, &e.helpFile, &e.helpId,
-                                       &e.defaultHelpFile})
-        text += u"|" + *part;
+    for (std::u16string_view part : {e.defaultValue.view(), std::u16string_view(e.value), e.group.view(),
+                                     e.description.view(), e.helpFile.view(), e.helpId.view(), e.defaultHelpFile.view()})
+        text.append(u"|").append(part);
     return text;
 }
 
