@@ -104,20 +104,34 @@ bool passesUnchanged(std::u16string_view text) {
     return true;
 }
 
-}  // namespace
-
-std::u16string Translate(std::u16string_view key, std::u16string_view defaultText) {
-    // Defaults take the same road through UTF-8 as stored texts, so both are treated alike. A
-    // conversion that gives nothing ends the lookup with the default as it stands: an empty default
-    // stays empty whatever the table holds, and an empty stored text gives the default unescaped.
+// The text of `key`, or the default: `defaultText` itself where it comes back unchanged, else a
+// text held in `buffer`. Defaults take the same road through UTF-8 as stored texts, so both are
+// treated alike. A conversion that gives nothing ends the lookup with the default as it stands: an
+// empty default stays empty whatever the table holds, and an empty stored text gives the default
+// unescaped.
+std::u16string_view lookUp(std::u16string_view key, std::u16string_view defaultText, std::u16string& buffer) {
     if (defaultText.empty()) return {};
     const TLanguageTable& table = languageTable();
     const auto found = table.texts.empty() ? table.texts.end() : table.texts.find(utf16ToLatin1(key));
-    if (found == table.texts.end() && passesUnchanged(defaultText)) return std::u16string{defaultText};
+    if (found == table.texts.end() && passesUnchanged(defaultText)) return defaultText;
     const std::string defaultUtf8 = utf16ToUtf8(defaultText);
     const std::u16string wide = utf8ToUtf16(found != table.texts.end() ? found->second : defaultUtf8);
-    if (wide.empty()) return std::u16string{defaultText};
-    return undoEscapes(wide);
+    if (wide.empty()) return defaultText;
+    buffer = undoEscapes(wide);
+    return buffer;
+}
+
+}  // namespace
+
+std::u16string Translate(std::u16string_view key, std::u16string_view defaultText) {
+    std::u16string text;
+    const std::u16string_view found = lookUp(key, defaultText, text);
+    if (found.data() != text.data()) text.assign(found);
+    return text;
+}
+
+std::u16string_view TranslateView(std::u16string_view key, std::u16string_view defaultText, std::u16string& buffer) {
+    return lookUp(key, defaultText, buffer);
 }
 
 void SetLanguageDir(std::u16string_view dir) {

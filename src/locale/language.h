@@ -20,6 +20,9 @@ struct TLanguageTable {
 TLanguageTable& languageTable();
 
 std::u16string Translate(std::u16string_view key, std::u16string_view defaultText);
+// The same for a reader that keeps the text elsewhere at once: the default itself where Translate
+// would give it back unchanged, else the translation, held in `buffer`.
+std::u16string_view TranslateView(std::u16string_view key, std::u16string_view defaultText, std::u16string& buffer);
 
 // A text by key with its English default, as the tables of a subsystem's texts hold it.
 struct TTextKey {

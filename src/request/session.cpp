@@ -25,12 +25,13 @@ std::u16string attr(const Element& node, std::u16string_view name) {
 bool isTag(const Element& node, std::u16string_view tag) { return iequals(node.GetName(), tag); }
 
 // The attributes of `Element` that a definition reads, taken in one pass over the node in the order
-// of the text; the first attribute of a name counts, as everywhere in a request.
+// of the text; the first attribute of a name counts, as everywhere in a request. One reader serves a
+// whole DTD, so its texts reuse their room from element to element.
 struct TElementAttributes {
     std::u16string name, group, type, strings, values, min, max, defaultValue, descr, maxLength, hidden, rdonly,
         password, macroAssist, allowEmKeys, cEncoded, helpFile, helpId;
 
-    explicit TElementAttributes(const Element& node) {
+    void Read(const Element& node) {
         static constexpr std::pair<std::u16string_view, std::u16string TElementAttributes::*> kFields[] = {
             {u"Name", &TElementAttributes::name},
             {u"group", &TElementAttributes::group},
@@ -52,13 +53,14 @@ struct TElementAttributes {
             {u"help_id", &TElementAttributes::helpId},
         };
         static_assert(std::size(kFields) <= 32);
+        for (const auto& field : kFields) (this->*field.second).clear();
         uint32_t seen = 0;
         for (std::size_t i = 0; i < node.GetAttributeCount(); ++i) {
             const AdvXMLParser::Attribute& attribute = node.GetAttributeAt(i);
             const std::u16string_view attributeName = attribute.GetName();
             for (std::size_t f = 0; f < std::size(kFields); ++f) {
                 if (kFields[f].first != attributeName) continue;
-                if (!(seen & (1u << f))) this->*kFields[f].second = attribute.GetText();
+                if (!(seen & (1u << f))) attribute.AssignText(this->*kFields[f].second);
                 seen |= 1u << f;
                 break;
             }
@@ -184,6 +186,8 @@ void TConfigSession::ReadChild(const Element& child) {
 
 void TConfigSession::ReadElements(const Element& dtd) {
     std::u16string key;  // one buffer for every element's language key
+    std::u16string translated;
+    TElementAttributes read;
     for (std::size_t i = 0; i < dtd.GetChildCount(); ++i) {
         const Element* node = dtd.GetChild(i).AsElement();
         if (!node) continue;
@@ -191,7 +195,7 @@ void TConfigSession::ReadElements(const Element& dtd) {
 
         TElementDef& element = elements.emplace_back();
         NotePlaced(notes, &element, *node);
-        TElementAttributes read(*node);
+        read.Read(*node);
         element.name.Share(texts_, read.name);
         element.group.Share(texts_, read.group);
         key.assign(helpFile).append(u".").append(read.group).append(u".").append(read.name);
@@ -202,7 +206,7 @@ void TConfigSession::ReadElements(const Element& dtd) {
         element.max = wtoi(read.max);
         element.defaultValue.Share(texts_, read.defaultValue);
         element.value = read.defaultValue;
-        element.description.Share(texts_, Translate(key, read.descr));
+        element.description.Share(texts_, TranslateView(key, read.descr, translated));
         element.maxLength = wtoi(read.maxLength);
         element.hidden = read.hidden == u"1";
         element.readOnly = wtoi(read.rdonly) != 0;

@@ -119,6 +119,8 @@ public:
     void Write(WriterState& state) const override;
 
     void SetText(std::u16string_view text);
+    // GetText into `out`, reusing its room: a reader of many values needs no new string for each.
+    void AssignText(std::u16string& out) const;
 
 private:
     Attribute(const detail::NameRec* name, std::uint16_t flags);

@@ -1,6 +1,7 @@
 // The text of a container: the texts of its children, joined, then trimmed (attributes) or with
 // white space collapsed (elements, documents). A child element contributes its own finished text,
 // so the walk is post-order; it keeps its own stack so that deep trees cannot exhaust the C++ one.
+#include <algorithm>
 #include <vector>
 
 #include "text/textutil.h"
@@ -89,21 +90,33 @@ std::u16string Impl::ContainerText(const NodeContainer& top) {
 }  // namespace detail
 
 std::u16string Attribute::GetText() const {
+    std::u16string text;
+    AssignText(text);
+    return text;
+}
+
+void Attribute::AssignText(std::u16string& out) const {
     if ((flags_ & kInlineValue) && !(flags_ & kInlineRefs)) {
         if (!(flags_ & kInlineNarrow)) {
             std::u16string none;
-            return std::u16string(qrl::trimXmlSpace(Impl::InlineValue(*this, none)));
+            out.assign(qrl::trimXmlSpace(Impl::InlineValue(*this, none)));
+            return;
         }
         // Trimmed and widened in one go: request readers ask for every value.
         const unsigned char* from = Impl::InlineBytes(*this);
         const unsigned char* to = from + aux_;
         while (from != to && IsSpace(*from)) ++from;
         while (to != from && IsSpace(to[-1])) --to;
-        return std::u16string(from, to);
+        // Widened in place: assign from a range of bytes would build a string of its own first.
+        out.resize(static_cast<std::size_t>(to - from));
+        std::copy(from, to, out.begin());
+        return;
     }
     // An absent attribute is the shared empty one: readers ask for many of those.
-    if (Impl::ChildCount(*this) == 0) return {};
-    return Impl::ContainerText(*this);
+    if (Impl::ChildCount(*this) == 0)
+        out.clear();
+    else
+        out = Impl::ContainerText(*this);
 }
 std::u16string Attribute::GetValue() const { return GetText(); }
 
