@@ -18,6 +18,7 @@
 #include <vector>
 
 #include "request/cfgerror.h"
+#include "request/chunkedlist.h"
 #include "request/elementdef.h"
 #include "request/hostlink.h"
 #include "request/nameindex.h"
@@ -108,7 +109,7 @@ public:
 
     // In document order. Elements keep their addresses (dialogs and trees point at them). Append
     // only; AddElement is the usual way, and FindElement also sees elements appended directly.
-    std::deque<TElementDef> elements;
+    TChunkedList<TElementDef> elements;
     std::deque<TDataValue> dataValues;  // append only, as elements
     std::vector<TModuleList> moduleLists;
 
@@ -151,7 +152,7 @@ private:
     void AskAuthDirectory();
 
     // Both lists are indexed lazily up to the count seen, so appends from anywhere are found too.
-    mutable TListIndex<std::deque<TElementDef>> elementIndex_;
+    mutable TListIndex<TChunkedList<TElementDef>> elementIndex_;
     mutable TListIndex<std::deque<TDataValue>> dataIndex_;
 
     template <class T>
