@@ -110,7 +110,7 @@ public:
     // In document order. Elements keep their addresses (dialogs and trees point at them). Append
     // only; AddElement is the usual way, and FindElement also sees elements appended directly.
     TChunkedList<TElementDef> elements;
-    std::deque<TDataValue> dataValues;  // append only, as elements
+    TChunkedList<TDataValue> dataValues;  // append only, as elements
     std::vector<TModuleList> moduleLists;
 
     bool keyDataPresent = false;
@@ -153,7 +153,7 @@ private:
 
     // Both lists are indexed lazily up to the count seen, so appends from anywhere are found too.
     mutable TListIndex<TChunkedList<TElementDef>> elementIndex_;
-    mutable TListIndex<std::deque<TDataValue>> dataIndex_;
+    mutable TListIndex<TChunkedList<TDataValue>> dataIndex_;
 
     template <class T>
     static const void* PartKey() {
