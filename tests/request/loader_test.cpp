@@ -187,6 +187,26 @@ TEST(Loader, DataValuesAndApply) {
     EXPECT_EQ(s.FindElement(u"nothing"), nullptr);
 }
 
+// Texts read from a request live in the session's pool: a copy of an element must own its own, and
+// elements past the first chunks of the list must keep their addresses as more are added.
+TEST(Loader, ElementsKeepTheirPlaceAndCopiesOutliveTheSession) {
+    TElementDef copy;
+    {
+        TConfigSession s;
+        s.LoadRequestText(u"<Config><DTD><Element Name=\"LongElementName\" group=\"A.Group.Path\" "
+                          u"descr=\"A description of it\" Default=\"the default value\"/></DTD></Config>");
+        const TElementDef* first = &s.elements[0];
+        for (int i = 0; i < 1000; ++i) s.AddElement(u"Added" + decimal(i));
+        EXPECT_EQ(first, &s.elements[0]);
+        EXPECT_EQ(s.FindElement(u"ADDED700"), &s.elements[701]);
+        copy = s.elements[0];
+    }
+    EXPECT_EQ(copy.name, u"LongElementName");
+    EXPECT_EQ(copy.group, u"A.Group.Path");
+    EXPECT_EQ(copy.description, u"A description of it");
+    EXPECT_EQ(copy.defaultValue, u"the default value");
+}
+
 // Hooks that note what reached them, for the list types of Data and the form engine's children.
 struct THookLog {
     std::vector<std::u16string> seen;
