@@ -69,50 +69,29 @@ TEST(DialogTemplate, ItemsAreDwordAlignedAndRoundTrip) {
     for (const TemplateItem& item : items) EXPECT_EQ(PutItem(out, item) % 4, 0u);
 }
 
-TEST(DialogTemplate, ReaderStopsAtTheEndOfShortInput) {
-    std::vector<TemplateItem> items(2);
-    items[0] = {0x10000000, 0, 0, 0, 10, 10, 5000, u"STATIC", u"label"};
-    items[1] = {0x10000000, 0, 0, 0, 10, 10, 5001, u"STATIC", u"other"};
-    const TemplateBytes b = WriteTemplate(SampleDialog(), items);
-    TemplateDialog d;
-    std::vector<TemplateItem> back;
-    for (std::size_t n = 0; n < b.size(); ++n) {
-        // Copy into a block of exactly n bytes so that a sanitizer sees any read past it.
-        std::vector<std::uint8_t> shortCopy(b.begin(), b.begin() + static_cast<std::ptrdiff_t>(n));
-        EXPECT_FALSE(ReadTemplate(shortCopy.data(), shortCopy.size(), d, back)) << n;
-    }
-    EXPECT_FALSE(ReadTemplate(nullptr, 0, d, back));
-}
-
 // An extended template as the resource compiler writes one: a font with weight, italic and
-// character set, controls naming their class by ordinal or by name, and creation data.
+// character set, and controls with creation data naming their class by name, or by ordinal (a
+// class of one character here).
 struct ExtendedItem {
-    std::uint16_t ordinal;  // 0 for a class given by name
-    std::u16string_view className, caption;
+    std::u16string_view className;
     std::vector<std::uint8_t> creation;
 };
 
 TemplateBytes ExtendedTemplate(const std::vector<ExtendedItem>& items) {
     TemplateBytes b;
-    for (std::uint16_t w : {1, 0xFFFF, 7, 0, 0, 0, 0x00C8, 0x80C8}) (void)PutWord(b, w);  // help id 7
-    (void)PutWord(b, static_cast<std::uint16_t>(items.size()));
-    for (std::uint16_t w : {0, 0, 120, 40, 0, 0}) (void)PutWord(b, w);  // place, no menu, standard class
+    // version, signature, help id, extended style, style, count, place, no menu, standard class
+    for (int w : {1, 0xFFFF, 7, 0, 0, 0, 0xC8, 0x80C8, static_cast<int>(items.size()), 0, 0, 120, 40, 0, 0})
+        (void)PutWord(b, static_cast<std::uint16_t>(w));
     (void)PutString(b, u"Map");
     for (std::uint16_t w : {8, 700, 0x0101}) (void)PutWord(b, w);  // size, weight, italic and character set
     (void)PutString(b, u"MS Shell Dlg");
-    std::uint32_t id = 1000;
     for (const ExtendedItem& item : items) {
         (void)AlignToDword(b);
-        for (std::uint32_t d : {9u, 0x200u, 0x50010000u}) (void)PutDword(b, d);
-        for (std::uint16_t w : {4, 5, 60, 14}) (void)PutWord(b, w);
-        (void)PutDword(b, id++);
-        if (item.ordinal) {
-            (void)PutWord(b, 0xFFFF);
-            (void)PutWord(b, item.ordinal);
-        } else {
-            (void)PutString(b, item.className);
-        }
-        (void)PutString(b, item.caption);
+        // help id, extended style, style, place, id
+        for (std::uint16_t w : {9, 0, 0x200, 0, 0, 0x5001, 4, 5, 60, 14, 1000, 0}) (void)PutWord(b, w);
+        if (item.className.size() != 1) (void)PutString(b, item.className);
+        else for (char16_t w : {char16_t{0xFFFF}, item.className[0]}) (void)PutWord(b, w);
+        (void)PutString(b, u"&Ok");
         (void)PutWord(b, static_cast<std::uint16_t>(item.creation.size()));
         b.insert(b.end(), item.creation.begin(), item.creation.end());
     }
@@ -120,39 +99,34 @@ TemplateBytes ExtendedTemplate(const std::vector<ExtendedItem>& items) {
 }
 
 std::u16string_view Versioned(std::u16string_view name, void*) {
-    if (name == u"Button") return u"6.0!Button";
-    if (name == u"ComboBox") return u"6.0!ComboBox";
-    return {};
+    return name == u"Button" ? u"6.0!Button" : name == u"ComboBox" ? u"6.0!ComboBox" : u"";
 }
 
 // Only the classes change, whichever way they are named; every other byte is copied, in both
-// layouts, and a template cut short anywhere gives nothing rather than a read past its end.
+// layouts, and a template cut short anywhere gives nothing rather than a read past its end, to the
+// renamer as to the reader.
 TEST(DialogTemplate, RenamingClassesKeepsEverythingElse) {
-    const TemplateBytes extended = ExtendedTemplate({{0x80, u"", u"&Ok", {}},
-                                                     {0x82, u"", u"label", {1, 2, 3}},
-                                                     {0, u"SysTreeView32", u"", {4, 5}},
-                                                     {0x85, u"", u"", {}}});
-    const TemplateBytes extendedRenamed = ExtendedTemplate({{0, u"6.0!Button", u"&Ok", {}},
-                                                            {0x82, u"", u"label", {1, 2, 3}},
-                                                            {0, u"SysTreeView32", u"", {4, 5}},
-                                                            {0, u"6.0!ComboBox", u"", {}}});
-    EXPECT_EQ(RenameControlClasses(extended.data(), extended.size(), Versioned, nullptr), extendedRenamed);
+    const TemplateBytes extended = ExtendedTemplate({{u"\x80", {}}, {u"\x82", {1, 2, 3}}, {u"SysTreeView32", {4, 5}}, {u"\x85", {}}});
+    EXPECT_EQ(RenameControlClasses(extended.data(), extended.size(), Versioned, nullptr),
+              ExtendedTemplate({{u"6.0!Button", {}}, {u"\x82", {1, 2, 3}}, {u"SysTreeView32", {4, 5}}, {u"6.0!ComboBox", {}}}));
 
-    std::vector<TemplateItem> items(2);
-    items[0] = {0x10000000, 0, 0, 0, 10, 10, 5000, u"Static", u"label"};
-    items[1] = {0x10010000, 0, 0, 0, 10, 10, 1, u"Button", u"&Ok"};
+    std::vector<TemplateItem> items{{0x10000000, 0, 0, 0, 10, 10, 5000, u"Static", u"label"},
+                                    {0x10010000, 0, 0, 0, 10, 10, 1, u"Button", u"&Ok"}};
     const TemplateBytes plain = WriteTemplate(SampleDialog(), items);
     items[1].className = u"6.0!Button";
     EXPECT_EQ(RenameControlClasses(plain.data(), plain.size(), Versioned, nullptr), WriteTemplate(SampleDialog(), items));
-
-    items.resize(1);
-    const TemplateBytes nothingToRename = WriteTemplate(SampleDialog(), items);
+    const TemplateBytes nothingToRename = WriteTemplate(SampleDialog(), {items[0]});
     EXPECT_TRUE(RenameControlClasses(nothingToRename.data(), nothingToRename.size(), Versioned, nullptr).empty());
 
+    TemplateDialog d;
+    std::vector<TemplateItem> back;
+    EXPECT_FALSE(ReadTemplate(nullptr, 0, d, back));
     for (const TemplateBytes* whole : {&extended, &plain}) {
         for (std::size_t n = 0; n < whole->size(); ++n) {
+            // A block of exactly n bytes, so that a sanitizer sees any read past it.
             const std::vector<std::uint8_t> shortCopy(whole->begin(), whole->begin() + static_cast<std::ptrdiff_t>(n));
             EXPECT_TRUE(RenameControlClasses(shortCopy.data(), n, Versioned, nullptr).empty()) << n;
+            EXPECT_FALSE(whole == &plain && ReadTemplate(shortCopy.data(), n, d, back)) << n;  // the reader reads plain ones
         }
     }
 }
