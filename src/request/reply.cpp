@@ -93,7 +93,8 @@ private:
 // The data reply up to the end of `Data`: every element in order, the list types by their writers,
 // the plain values all or only those that changed.
 void writeData(TDataReplyWriter& writer, const TConfigSession& session, bool changedOnly) {
-    writer.Begin(session.elements.size());
+    // Only a reply of every value is known to be large; one of the changes grows as it needs.
+    writer.Begin(changedOnly ? 0 : session.elements.size());
     Element scratch(u"Data");
     std::size_t dataCursor = 0;
     for (const TElementDef& element : session.elements) {
