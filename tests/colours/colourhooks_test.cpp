@@ -6,6 +6,7 @@
 #include "colours/colourhooks.h"
 #include "request/reply.h"
 #include "request/session.h"
+#include "xml/xml_testing.h"
 
 using namespace qrl;
 
@@ -43,11 +44,8 @@ TEST(ColourHooks, RequestFillsSessionAndAnUnchangedListIsWrittenEmpty) {
     EXPECT_EQ(SessionColourSchemes(session).size(), 3u);  // every item adds to the list
 
     // Nothing changed: an empty ColourSchemeList, and never the attribute names.
-    EXPECT_EQ(WriteDataReply(session, false),
-              u"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Config>\n  <Data>\n"
-              u"    <Item Element=\"CurrScheme\" Value=\"night\"/>\n"
-              u"    <Item Element=\"ColourSchemeList\"/>\n"
-              u"  </Data>\n</Config>");
+    EXPECT_EQ(WriteDataReply(session, false), xmltest::DataReply(u"    <Item Element=\"CurrScheme\" Value=\"night\"/>\n"
+                                                                 u"    <Item Element=\"ColourSchemeList\"/>\n"));
 }
 
 TEST(AttrDialogData, SettingsComeFromDataAndGoBackToElements) {

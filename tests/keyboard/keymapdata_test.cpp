@@ -7,17 +7,12 @@
 #include "request/reply.h"
 #include "request/session.h"
 #include "text/textutil.h"
+#include "xml/xml_testing.h"
 
 namespace qrl {
 namespace {
 
-constexpr std::u16string_view kHead = u"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Config>\n";
-
-std::u16string dataReply(std::u16string_view items) {
-    std::u16string text(kHead);
-    text += items.empty() ? u"  <Data/>\n</Config>" : u"  <Data>\n" + std::u16string(items) + u"  </Data>\n</Config>";
-    return text;
-}
+using xmltest::DataReply;
 
 // A list item of the reply, each child on an indented line of its own.
 std::u16string item(std::u16string_view name, std::initializer_list<std::u16string_view> children) {
@@ -90,7 +85,7 @@ TEST(KeyMapData, FullRequestLoadsAndWritesItsWholeReply) {
     KeymapSettings settings(s);
     settings.writeBack();
     EXPECT_EQ(WriteDataReply(s, false),
-              dataReply(item(u"GlobalKeyStrings", {u"<Map pkey=\"624\" string=\"a&amp;b &lt;c&gt; &quot;d&quot;\"/>"}) +
+              DataReply(item(u"GlobalKeyStrings", {u"<Map pkey=\"624\" string=\"a&amp;b &lt;c&gt; &quot;d&quot;\"/>"}) +
                         item(u"KeyMap", {u"<Map pkey=\"112\" emkey=\"7\"/>", u"<Map pkey=\"112\" emkey=\"9\"/>",
                                          u"<Map pkey=\"-1\" emkey=\"0\"/>"}) +
                         item(u"KeyStrings", {u"<Map pkey=\"368\" string=\"{Enter}abc\"/>",
@@ -104,7 +99,7 @@ TEST(KeyMapData, OneKeyItemBringsTheOtherMapsAlongEmptyAndNoneBringsNone) {
     s.LoadRequestText(request(u"<Item Element=\"KeyStrings\"><Map pkey=\"65\" string=\"A\"/></Item>"));
     EXPECT_TRUE(s.keyDataPresent);
     EXPECT_EQ(WriteDataReply(s, true),
-              dataReply(item(u"GlobalKeyStrings", {}) + item(u"KeyMap", {}) +
+              DataReply(item(u"GlobalKeyStrings", {}) + item(u"KeyMap", {}) +
                         item(u"KeyStrings", {u"<Map pkey=\"65\" string=\"A\"/>"}) +
                         u"    <Item Element=\"numpad\" Value=\"0\"/>\n"));
 
@@ -114,7 +109,7 @@ TEST(KeyMapData, OneKeyItemBringsTheOtherMapsAlongEmptyAndNoneBringsNone) {
                                  u"<Item Element=\"numpad\" Value=\"0\"/>"));
     EXPECT_FALSE(none.keyDataPresent);  // a key list sets nothing
     KeyDataOf(none).keyMap.push_back(KeyMapEntry{65, 1});
-    EXPECT_EQ(WriteDataReply(none, true), dataReply(u""));
+    EXPECT_EQ(WriteDataReply(none, true), DataReply(u""));
 }
 
 TEST(KeyMapData, ItemsOfOtherNamesAndEarlyItems) {
@@ -133,7 +128,7 @@ TEST(KeyMapData, ItemsOfOtherNamesAndEarlyItems) {
     // reads nothing.
     EXPECT_TRUE(s.keyDataPresent);
     EXPECT_EQ(dump(KeyDataOf(std::as_const(s))), u"P; E; M; S; G");
-    EXPECT_EQ(WriteDataReply(s, false), dataReply(item(u"KeyStrings", {})));
+    EXPECT_EQ(WriteDataReply(s, false), DataReply(item(u"KeyStrings", {})));
 }
 
 TEST(KeymapSettings, ReadsSentValuesAndWritesBackOnlyDefinedOnes) {
@@ -190,7 +185,7 @@ TEST(KeymapSettings, TheJobRunsTheChosenEditorAndStoresOnlyOnOk) {
     answer = 1;
     EXPECT_EQ(RunKeymapEditor(s, nullptr, graphic, classic), 1);
     EXPECT_EQ(WriteDataReply(s, false),
-              dataReply(u"    <Item Element=\"numpad\" Value=\"1\"/>\n    <Item Element=\"capslock\" Value=\"0\"/>\n"
+              DataReply(u"    <Item Element=\"numpad\" Value=\"1\"/>\n    <Item Element=\"capslock\" Value=\"0\"/>\n"
                         u"    <Item Element=\"UseOldKeymap\" Value=\"0\"/>\n" +
                         item(u"KeyMap", {u"<Map pkey=\"65\" emkey=\"3\"/>", u"<Map pkey=\"65\" emkey=\"3\"/>"})));
 

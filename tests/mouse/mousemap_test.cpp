@@ -127,9 +127,6 @@ TEST(MouseDialogRules, ParameterControlsFollowTheAction) {
 std::u16string reply(const TMouseMap& map) {
     return xmltest::DataReplyOf([&](Element& data) { WriteMouseMapItem(data, map); });
 }
-std::u16string framed(const std::u16string& items) {
-    return u"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Config>\n  <Data>\n" + items + u"  </Data>\n</Config>";
-}
 
 TEST(MouseMapDocument, ReadsMapChildrenOnlyAndReplacesTheMap) {
     const auto doc = xmltest::Parse(
@@ -157,7 +154,7 @@ TEST(MouseMapDocument, ReplyHoldsAssignedEntriesInOrder) {
     SetMapping(map, TMouseEvent{kMouseRightClick}, TMouseAction{12, u"kept text", u"C:\\s.scr"});
     SetMapping(map, TMouseEvent{9}, TMouseAction{0, {}, {}});  // added with action 0: not written
     EXPECT_EQ(reply(map),
-              framed(u"    <Item Element=\"MouseMap\">\n"
+              xmltest::DataReply(u"    <Item Element=\"MouseMap\">\n"
               u"      <Map Event=\"1:0:0:0:\" Action=\"9:\"/>\n"
               u"      <Map Event=\"1:0:1:0:\" Action=\"10:\"/>\n"
               u"      <Map Event=\"7:0:0:0:\" Action=\"12:C:\\s.scr\"/>\n"
@@ -166,7 +163,7 @@ TEST(MouseMapDocument, ReplyHoldsAssignedEntriesInOrder) {
               u"      <Map Event=\"4:1:0:1:\" Action=\"11:say &quot;hi&quot; &amp; &lt;go&gt;\"/>\n"
               u"    </Item>\n"));
     // With nothing assigned the item is still written.
-    EXPECT_EQ(reply({{TMouseEvent{1}, TMouseAction{}}}), framed(u"    <Item Element=\"MouseMap\"/>\n"));
+    EXPECT_EQ(reply({{TMouseEvent{1}, TMouseAction{}}}), xmltest::DataReply(u"    <Item Element=\"MouseMap\"/>\n"));
 }
 
 }  // namespace

@@ -9,6 +9,7 @@
 #include "mouse/mousehooks.h"
 #include "request/reply.h"
 #include "request/session.h"
+#include "xml/xml_testing.h"
 
 namespace qrl {
 namespace {
@@ -54,30 +55,26 @@ TEST(EveryListKind, LoadsIntoItsModelsAndWritesTheWholeReply) {
     // specialised path never applies the plain values, so Host goes back with its default.
     SessionColourSchemes(session)[1].operation = kSchemeDelete;
     EXPECT_EQ(WriteDataReply(session, false),
-              u"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-              u"<Config>\n"
-              u"  <Data>\n"
-              u"    <Item Element=\"Host\" Value=\"\"/>\n"
-              u"    <Item Element=\"KeyMap\">\n"
-              u"      <Map pkey=\"112\" emkey=\"7\"/>\n"
-              u"    </Item>\n"
-              u"    <Item Element=\"KeyStrings\">\n"
-              u"      <Map pkey=\"368\" string=\"{Enter}\"/>\n"
-              u"    </Item>\n"
-              u"    <Item Element=\"GlobalKeyStrings\">\n"
-              u"      <Map pkey=\"624\" string=\"a&amp;b\"/>\n"
-              u"    </Item>\n"
-              u"    <Item Element=\"ColourSchemeList\">\n"
-              u"      <ColourScheme Element=\"Day\" operation=\"delete\"/>\n"
-              u"    </Item>\n"
-              u"    <Item Element=\"Hotspots\">\n"
-              u"      <Item Element=\"filename\" Value=\"sets.hsp\"/>\n"
-              u"    </Item>\n"
-              u"    <Item Element=\"MouseMap\">\n"
-              u"      <Map Event=\"1:0:1:0:\" Action=\"11:hello\"/>\n"
-              u"    </Item>\n"
-              u"  </Data>\n"
-              u"</Config>");
+              xmltest::DataReply(
+                  u"    <Item Element=\"Host\" Value=\"\"/>\n"
+                  u"    <Item Element=\"KeyMap\">\n"
+                  u"      <Map pkey=\"112\" emkey=\"7\"/>\n"
+                  u"    </Item>\n"
+                  u"    <Item Element=\"KeyStrings\">\n"
+                  u"      <Map pkey=\"368\" string=\"{Enter}\"/>\n"
+                  u"    </Item>\n"
+                  u"    <Item Element=\"GlobalKeyStrings\">\n"
+                  u"      <Map pkey=\"624\" string=\"a&amp;b\"/>\n"
+                  u"    </Item>\n"
+                  u"    <Item Element=\"ColourSchemeList\">\n"
+                  u"      <ColourScheme Element=\"Day\" operation=\"delete\"/>\n"
+                  u"    </Item>\n"
+                  u"    <Item Element=\"Hotspots\">\n"
+                  u"      <Item Element=\"filename\" Value=\"sets.hsp\"/>\n"
+                  u"    </Item>\n"
+                  u"    <Item Element=\"MouseMap\">\n"
+                  u"      <Map Event=\"1:0:1:0:\" Action=\"11:hello\"/>\n"
+                  u"    </Item>\n"));
 }
 
 }  // namespace

@@ -5,23 +5,12 @@
 #include "request/reply.h"
 #include "request/session.h"
 #include "xml/node.h"
+#include "xml/xml_testing.h"
 
 namespace qrl {
 namespace {
 
-constexpr std::u16string_view kHead = u"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Config>\n";
-
-std::u16string dataReply(std::u16string_view items) {
-    std::u16string text(kHead);
-    if (items.empty()) {
-        text += u"  <Data/>\n</Config>";
-    } else {
-        text += u"  <Data>\n";
-        text += items;
-        text += u"  </Data>\n</Config>";
-    }
-    return text;
-}
+using xmltest::DataReply;
 
 // A loaded and applied session, as the general route has it before the dialog.
 void load(TConfigSession& s, std::u16string_view request) {
@@ -39,17 +28,17 @@ TEST(Reply, ChangedValuesOnly) {
          u"</Data></Config>");
     // A holds the last of its two items but is compared with the first, so it counts as changed; C,
     // which the request never sent, is written although it holds its default.
-    EXPECT_EQ(WriteDataReply(s, true), dataReply(u"    <Item Element=\"A\" Value=\"other\"/>\n"
+    EXPECT_EQ(WriteDataReply(s, true), DataReply(u"    <Item Element=\"A\" Value=\"other\"/>\n"
                                                  u"    <Item Element=\"C\" Value=\"c\"/>\n"));
 
     s.FindElement(u"A")->value = u"abc";  // back to the first item's value: unchanged
-    EXPECT_EQ(WriteDataReply(s, true), dataReply(u"    <Item Element=\"C\" Value=\"c\"/>\n"));
+    EXPECT_EQ(WriteDataReply(s, true), DataReply(u"    <Item Element=\"C\" Value=\"c\"/>\n"));
 
     s.FindElement(u"A")->value = u"ABC";   // a change of case is a change
     s.FindElement(u"Pw")->value = u"<&>";  // written in clear, escaped
     s.FindElement(u"Extra")->value = u"f";
     EXPECT_EQ(WriteDataReply(s, true),
-              dataReply(u"    <Item Element=\"A\" Value=\"ABC\"/>\n"
+              DataReply(u"    <Item Element=\"A\" Value=\"ABC\"/>\n"
                         u"    <Item Element=\"C\" Value=\"c\"/>\n"
                         u"    <Item Element=\"Pw\" Value=\"&lt;&amp;&gt;\"/>\n"
                         u"    <Item Element=\"Extra\" Value=\"f\"/>\n"));
@@ -64,13 +53,13 @@ TEST(Reply, RepeatedNamesInListOrderFindTheFirst) {
          u"<Item Element=\"x\" Value=\"3\"/></Data></Config>");
     EXPECT_EQ(s.elements[0].value, u"3");
     EXPECT_EQ(s.elements[2].value, u"d");
-    EXPECT_EQ(WriteDataReply(s, true), dataReply(u"    <Item Element=\"X\" Value=\"3\"/>\n"
+    EXPECT_EQ(WriteDataReply(s, true), DataReply(u"    <Item Element=\"X\" Value=\"3\"/>\n"
                                                  u"    <Item Element=\"x\" Value=\"d\"/>\n"));
 }
 
 // The written change itself is the run test's module row.
 TEST(Reply, ModuleChangeNeedsTheExactTypeAndAList) {
-    const std::u16string empty = std::u16string(kHead) + u"  <Directives/>\n</Config>";
+    const std::u16string empty = std::u16string(xmltest::kReplyHead) + u"  <Directives/>\n</Config>";
     TConfigSession lower;
     load(lower, u"<Config ModuleType=\"emul\"><ModuleList Current=\"vt\"/></Config>");
     EXPECT_EQ(WriteModuleChangeReply(lower), empty);  // "emul" is not "Emul"
@@ -100,9 +89,9 @@ TEST(Reply, ListTypesWriteNothingWithoutTheirData) {
          u"<Data><Item Element=\"Tandem\" Value=\"t\"/><Item Element=\"U\" Value=\"\"/></Data></Config>");
     // No list data arrived: no list is written; the plain ones, all sent and unchanged, are left out,
     // and one of a type no one knows is a plain one.
-    EXPECT_EQ(WriteDataReply(s, true), dataReply(u""));
+    EXPECT_EQ(WriteDataReply(s, true), DataReply(u""));
     s.FindElement(u"U")->value = u"u";
-    EXPECT_EQ(WriteDataReply(s, true), dataReply(u"    <Item Element=\"U\" Value=\"u\"/>\n"));
+    EXPECT_EQ(WriteDataReply(s, true), DataReply(u"    <Item Element=\"U\" Value=\"u\"/>\n"));
 }
 
 TEST(Reply, CopyFitsWithRoomForTheTerminator) {

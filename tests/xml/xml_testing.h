@@ -74,6 +74,15 @@ inline std::u16string Written(const AdvXMLParser::Document& d) {
     return out;
 }
 
+// The head of every reply the module writes.
+constexpr std::u16string_view kReplyHead = u"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Config>\n";
+
+// A reply of these Data items, each an indented line of its own; "<Data/>" when there are none.
+inline std::u16string DataReply(std::u16string_view items) {
+    const std::u16string data = items.empty() ? u"  <Data/>\n" : u"  <Data>\n" + std::u16string(items) + u"  </Data>\n";
+    return std::u16string(kReplyHead) + data + u"</Config>";
+}
+
 // The reply a block writer makes under <Config><Data>, written as the reply writers write it.
 template <class WriteBlock>
 std::u16string DataReplyOf(WriteBlock writeBlock) {
