@@ -10,7 +10,7 @@ namespace {
 // The value that the request's Data sent for a name (case ignored, first one wins), or empty.
 std::u16string sentValue(const TConfigSession& session, std::u16string_view name) {
     const TDataValue* sent = session.FindDataValue(name);
-    return sent ? sent->value : std::u16string{};
+    return sent ? sent->value.str() : std::u16string{};
 }
 
 uint32_t sentNumber(const TConfigSession& session, std::u16string_view name) {

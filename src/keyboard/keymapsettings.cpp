@@ -10,7 +10,7 @@ namespace qrl {
 namespace {
 
 // A Boolean value read as an element of type bool reads it, so that "yes", "on" and "true" count.
-bool booleanValue(const std::u16string& text) {
+bool booleanValue(std::u16string_view text) {
     TElementDef reader;
     reader.type = ElementType::Bool;
     reader.value = text;

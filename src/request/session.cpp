@@ -285,16 +285,20 @@ bool ListIsWritten(const TConfigSession& session, ElementType type) {
 
 void TConfigSession::ReadData(const Element& data) {
     std::size_t elementCursor = 0;
+    std::u16string name, value;  // reused from item to item
     for (std::size_t i = 0; i < data.GetChildCount(); ++i) {
         const Element* item = data.GetChild(i).AsElement();
         if (!item) continue;
         if (!isTag(*item, u"Item")) Refuse(notes, *item, ECfgError::WrongChild(u"Item", item->GetName()));
 
-        std::u16string name = attr(*item, u"Element");
+        item->GetAttribute(u"Element").AssignText(name);
         const TElementDef* def = FindElement(name, elementCursor);
         if (!def || !IsListType(def->type)) {
-            dataValues.push_back(TDataValue{std::move(name), attr(*item, u"Value")});
-            NotePlaced(notes, &dataValues.back(), *item);
+            item->GetAttribute(u"Value").AssignText(value);
+            TDataValue& sent = dataValues.emplace_back();
+            sent.name.Share(texts_, name);
+            sent.value.Share(texts_, value);
+            NotePlaced(notes, &sent, *item);
             continue;
         }
         if (bool* present = ListPresenceFlag(*this, def->type)) *present = true;

@@ -34,9 +34,11 @@ namespace qrl {
 class TRequestHooks;
 
 // An element name and value as the request's `Data` sent them; the reply compares against them.
+// Both are fixed once read, and the loader keeps them in the session's text pool, name beside value:
+// the walks of apply and reply then read one short stretch of memory per value, in order.
 struct TDataValue {
-    std::u16string name;
-    std::u16string value;
+    TFixedText name;
+    TFixedText value;
 };
 
 struct TModuleEntry {
@@ -102,7 +104,8 @@ public:
     std::u16string langDir;
 
 private:
-    // The texts of the element definitions; declared before them, so that it goes after them.
+    // The texts of the element definitions and the data values; declared before them, so that it
+    // goes after them.
     TTextPool texts_;
 
 public:
