@@ -131,7 +131,7 @@ const TDataValue* TConfigSession::FindDataValue(std::u16string_view name, std::s
 
 TElementDef& TConfigSession::AddElement(std::u16string_view name) {
     TElementDef& element = elements.emplace_back();
-    element.name.Share(texts_, name);
+    element.name.Share(names_, name);
     return element;
 }
 
@@ -196,7 +196,7 @@ void TConfigSession::ReadElements(const Element& dtd) {
         TElementDef& element = elements.emplace_back();
         NotePlaced(notes, &element, *node);
         read.Read(*node);
-        element.name.Share(texts_, read.name);
+        element.name.Share(names_, read.name);
         element.group.Share(texts_, read.group);
         key.assign(helpFile).append(u".").append(read.group).append(u".").append(read.name);
 

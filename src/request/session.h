@@ -104,8 +104,10 @@ public:
     std::u16string langDir;
 
 private:
-    // The texts of the element definitions and the data values; declared before them, so that it
-    // goes after them.
+    // The texts of the element definitions and the data values; declared before them, so that they
+    // go after them. The element names have a pool of their own: the walks over every element read
+    // the name and none of the other texts, and then find one name after another in few lines.
+    TTextPool names_;
     TTextPool texts_;
 
 public:
