@@ -351,12 +351,27 @@ void TConfigSession::ReadAuthFiles() {
     std::sort(authFiles.begin(), authFiles.end());
 }
 
+namespace {
+
+// Copies `text` over `value` in the room it has when that is enough, as the copy of one string to
+// another does; the general assignment from a view costs as much as the rest of applying a value.
+void copyValue(std::u16string_view text, std::u16string& value) {
+    if (text.size() > value.capacity()) {
+        value.assign(text);
+        return;
+    }
+    value.resize(text.size());
+    std::char_traits<char16_t>::copy(value.data(), text.data(), text.size());
+}
+
+}  // namespace
+
 void TConfigSession::ApplyDataValues() {
     std::size_t cursor = 0;
     for (const TDataValue& data : dataValues) {
         TElementDef* element = FindElement(data.name, cursor);
         if (!element) element = &AddElement(data.name);  // a new element is of type text
-        element->value = data.value;
+        copyValue(data.value, element->value);
     }
 }
 
