@@ -30,9 +30,12 @@ void AddSearchRow(HWND dialog) {
     SetCueBanner(dialog, IDC_SEARCH_EDIT, Translate(formtexts::kSearchCue));
 }
 
+// Only groups carry an open state; asking each element too would cost a walk of the tree view's
+// items per element under Wine.
 std::vector<char> ExpandedNow(HWND dialog, const TFormRun& run) {
     std::vector<char> expanded(run.form.treeIndex.size(), 0);
     for (std::size_t i = 0; i < run.form.treeIndex.size(); ++i) {
+        if (run.form.treeIndex[i].kind != TreeNodeKind::Group) continue;
         const auto item = reinterpret_cast<WPARAM>(run.form.treeIndex[i].treeItem);
         if (item && (SendDlgItemMessageW(dialog, IDC_TREE, TVM_GETITEMSTATE, item, TVIS_EXPANDED) & TVIS_EXPANDED))
             expanded[i] = 1;

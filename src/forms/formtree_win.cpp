@@ -79,38 +79,84 @@ bool LayOutBuiltInForm(HWND dialog, TFormRun& run) {
 
 namespace {
 
-// Inserts the plan's steps that `shown` keeps (all of them when it is empty), storing each item
-// handle back into its node; groups open as `expanded` says, or as the plan says when it is empty.
-// The plan's texts are the labels as it was made: `fresh` when no value has changed since.
-void InsertPlan(HWND tree, TFormRun& run, const std::vector<char>& shown, const std::vector<char>& expanded, bool fresh) {
-    TFormDef& form = run.form;
-    for (TTreeNode& node : form.treeIndex) node.treeItem = nullptr;
-    SendMessageW(tree, WM_SETREDRAW, FALSE, 0);
-    for (const TreeInsertion& step : run.treePlan) {
-        if (!shown.empty() && !shown[step.node]) continue;
+// The tree view of Wine checks a parent or an anchor handle by walking every item made before it.
+// So the items others hang on are made first, in the plan's order, and the rest are then hung
+// after their nearest such sibling, last one first: the siblings keep the plan's order and each
+// check is short however many elements the tree holds.
+class TreeFiller {
+public:
+    TreeFiller(HWND tree, TFormRun& run, const std::vector<char>& shown, const std::vector<char>& expanded, bool fresh)
+        : tree_(tree), run_(run), shown_(shown), expanded_(expanded), fresh_(fresh) {}
+
+    void Fill() {
+        TFormDef& form = run_.form;
+        for (TTreeNode& node : form.treeIndex) node.treeItem = nullptr;
+        const std::vector<TreeInsertion>& plan = run_.treePlan;
+        std::vector<char> holdsOthers(form.treeIndex.size(), 0);
+        for (const TreeInsertion& step : plan)
+            if (Kept(step) && step.parent >= 0) holdsOthers[static_cast<std::size_t>(step.parent)] = 1;
+        for (const TreeInsertion& step : plan)
+            if (Kept(step) && holdsOthers[step.node]) Insert(step, TVI_LAST);
+
+        // Index 0 stands for the tree's own root level, parent -1.
+        std::vector<HTREEITEM> lastHolder(form.treeIndex.size() + 1, TVI_FIRST);
+        std::vector<HTREEITEM> anchor(form.treeIndex.size(), TVI_FIRST);
+        for (const TreeInsertion& step : plan) {
+            if (!Kept(step)) continue;
+            HTREEITEM& holder = lastHolder[static_cast<std::size_t>(step.parent + 1)];
+            if (holdsOthers[step.node])
+                holder = static_cast<HTREEITEM>(form.treeIndex[step.node].treeItem);
+            else
+                anchor[step.node] = holder;
+        }
+        for (auto step = plan.rbegin(); step != plan.rend(); ++step)
+            if (Kept(*step) && !holdsOthers[step->node]) Insert(*step, anchor[step->node]);
+    }
+
+private:
+    bool Kept(const TreeInsertion& step) const { return shown_.empty() || shown_[step.node]; }
+
+    void Insert(const TreeInsertion& step, HTREEITEM after) {
+        TFormDef& form = run_.form;
         TVINSERTSTRUCTW insert{};
-        insert.hParent = step.parent < 0 ? TVI_ROOT
-                                         : static_cast<HTREEITEM>(form.treeIndex[static_cast<std::size_t>(step.parent)].treeItem);
-        insert.hInsertAfter = TVI_LAST;
+        insert.hParent = step.parent < 0
+                             ? TVI_ROOT
+                             : static_cast<HTREEITEM>(form.treeIndex[static_cast<std::size_t>(step.parent)].treeItem);
+        insert.hInsertAfter = after;
         insert.item.mask = TVIF_TEXT | TVIF_PARAM;
         const TElementDef* element = form.treeIndex[step.node].element;
-        const std::u16string text = element && !fresh ? ElementTreeText(*element) : std::u16string();
-        insert.item.pszText = const_cast<wchar_t*>(W(element && !fresh ? text : step.text));
+        const std::u16string text = element && !fresh_ ? ElementTreeText(*element) : std::u16string();
+        insert.item.pszText = const_cast<wchar_t*>(W(element && !fresh_ ? text : step.text));
         insert.item.lParam = static_cast<LPARAM>(step.node);
         if (step.isGroup) {
             insert.item.mask |= TVIF_STATE;
             insert.item.stateMask = TVIS_EXPANDED;
-            const bool open = expanded.empty() ? step.expanded : expanded[step.node] != 0;
+            const bool open = expanded_.empty() ? step.expanded : expanded_[step.node] != 0;
             insert.item.state = open ? TVIS_EXPANDED : 0;
         }
-        if (run.marks && run.marks->Bold(step.node)) {
+        if (run_.marks && run_.marks->Bold(step.node)) {
             insert.item.mask |= TVIF_STATE;
             insert.item.stateMask |= TVIS_BOLD;
             insert.item.state |= TVIS_BOLD;
         }
         form.treeIndex[step.node].treeItem =
-            reinterpret_cast<void*>(SendMessageW(tree, TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&insert)));
+            reinterpret_cast<void*>(SendMessageW(tree_, TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&insert)));
     }
+
+    HWND tree_;
+    TFormRun& run_;
+    const std::vector<char>& shown_;
+    const std::vector<char>& expanded_;
+    bool fresh_;
+};
+
+// Inserts the plan's steps that `shown` keeps (all of them when it is empty), storing each item
+// handle back into its node; groups open as `expanded` says, or as the plan says when it is empty.
+// The plan's texts are the labels as it was made: `fresh` when no value has changed since.
+void InsertPlan(HWND tree, TFormRun& run, const std::vector<char>& shown, const std::vector<char>& expanded, bool fresh) {
+    TFormDef& form = run.form;
+    SendMessageW(tree, WM_SETREDRAW, FALSE, 0);
+    TreeFiller(tree, run, shown, expanded, fresh).Fill();
     if (!form.treeIndex.empty() && form.treeIndex.front().treeItem)
         SendMessageW(tree, TVM_EXPAND, TVE_EXPAND | TVE_EXPANDPARTIAL,
                      reinterpret_cast<LPARAM>(form.treeIndex.front().treeItem));

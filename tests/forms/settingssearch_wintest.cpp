@@ -98,6 +98,37 @@ TEST_F(SettingsSearch, NarrowsTheTreeStepsThroughMatchesAndEscEmptiesIt) {
     EXPECT_EQ(Utf8(r.reply), "");
 }
 
+// A group's elements and subgroups stand in the request's order, also an element after a subgroup
+// and once a search has narrowed the tree and ended.
+TEST_F(SettingsSearch, TheTreeKeepsTheRequestsOrderAroundASubgroup) {
+    const std::u16string request = ReplaceFirst(SampleText("comms_request.xml"), u"Name=\"Password\" group=\"Security\"",
+                                                u"Name=\"Password\" group=\"Connection\"");
+    const Rows connection{L"Telnet over TCP +",
+                          L" Connection +",
+                          L"  Host name (alpha.example)",
+                          L"  Port (23)",
+                          L"  Timeout (seconds) (30)",
+                          L"  Send keep-alives (on)",
+                          L"  Proxy",
+                          L"   Proxy host ()",
+                          L"   Proxy type (None)",
+                          L"   Retries (Once)",
+                          L"  Password (******)",
+                          L" Security +"};
+    RunRequest(request, kTitle, [&](Driver& d, HWND dlg) {
+        const auto top = [&] {
+            Rows rows = TreeRows(dlg);
+            rows.resize(connection.size());
+            return rows;
+        };
+        EXPECT_EQ(top(), connection);
+        Driver::Type(GetDlgItem(dlg, IDC_SEARCH_EDIT), L"o");
+        d.PressKey(GetDlgItem(dlg, IDC_SEARCH_EDIT), VK_ESCAPE);
+        EXPECT_EQ(top(), connection);
+        d.Close(dlg);
+    });
+}
+
 TEST_F(SettingsSearch, ChangedItemsStandInBoldAndCustomisedOnlyKeepsTheNonDefaults) {
     const RunResult r = Run([&](Driver& d, HWND dlg) {
         SelectElement(d, dlg, L"Host name");
