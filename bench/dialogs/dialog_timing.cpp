@@ -319,10 +319,20 @@ std::vector<Case> Cases() {
         WaitPainted(thread);
         return Milliseconds(start, Now());
     };
+    // One character typed into the empty search: the tree narrowed to the settings that hold it.
+    const Step typeInSearch = [](DWORD thread, HWND dialog) {
+        HWND edit = GetDlgItem(dialog, IDC_SEARCH_EDIT);
+        if (!edit) return -1.0;
+        const Clock start = Now();
+        SendMessageW(edit, WM_CHAR, L'7', 1);
+        WaitPainted(thread);
+        return Milliseconds(start, Now());
+    };
     return {
         {"general route, 10 elements", request(qrl::gen::MakeRequest(10)), nullptr},
         {"general route, 1,000 elements", request(qrl::gen::MakeRequest(1000)), nullptr},
         {"general route, 10,000 elements", request(qrl::gen::MakeRequest(10000)), nullptr},
+        {"general route, 10,000 elements in 50 groups", request(qrl::gen::MakeGroupedRequest(10000, 50)), nullptr},
         {"Configure Keyboard, 5,000 mappings", request(KeyMapRequest(false, 5000, false)), nullptr},
         {"classic key map, 5,000 mappings", request(KeyMapRequest(true, 5000, false)), nullptr},
         {"Configure HotSpots, 1,000 hotspots", request(HotSpotRequest(1000)), nullptr},
@@ -336,6 +346,8 @@ std::vector<Case> Cases() {
         {"edit: classic key map by emulation key, 8,000 rows", request(KeyMapRequest(true, 8000, true)),
          chooseEmulationKey},
         {"edit: general route, 10,000 elements", request(qrl::gen::MakeRequest(10000)), typeInSetting},
+        {"edit: general route search, 10,000 elements in 50 groups", request(qrl::gen::MakeGroupedRequest(10000, 50)),
+         typeInSearch},
     };
 }
 
