@@ -79,10 +79,12 @@ bool LayOutBuiltInForm(HWND dialog, TFormRun& run) {
 
 namespace {
 
-// The tree view of Wine checks a parent or an anchor handle by walking every item made before it.
-// So the items others hang on are made first, in the plan's order, and the rest are then hung
-// after their nearest such sibling, last one first: the siblings keep the plan's order and each
-// check is short however many elements the tree holds.
+// The tree view of Wine finds an item among all of them, in the order they were made, to check a
+// parent or an anchor handle and to forget an item it deletes. So the items others hang on are
+// made first, in the plan's order; an item that comes before a later such sibling is hung after the
+// nearest one before it, last one first, and the rest are added at their parent's end in the plan's
+// order. The siblings keep the plan's order, each check is short however many elements the tree
+// holds, and emptying the tree finds its items near the front.
 class TreeFiller {
 public:
     TreeFiller(HWND tree, TFormRun& run, const std::vector<char>& shown, const std::vector<char>& expanded, bool fresh)
@@ -109,8 +111,13 @@ public:
             else
                 anchor[step.node] = holder;
         }
+        const auto trailing = [&](const TreeInsertion& step) {
+            return anchor[step.node] == lastHolder[static_cast<std::size_t>(step.parent + 1)];
+        };
         for (auto step = plan.rbegin(); step != plan.rend(); ++step)
-            if (Kept(*step) && !holdsOthers[step->node]) Insert(*step, anchor[step->node]);
+            if (Kept(*step) && !holdsOthers[step->node] && !trailing(*step)) Insert(*step, anchor[step->node]);
+        for (const TreeInsertion& step : plan)
+            if (Kept(step) && !holdsOthers[step.node] && trailing(step)) Insert(step, TVI_LAST);
     }
 
 private:
