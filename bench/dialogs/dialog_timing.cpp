@@ -323,6 +323,9 @@ std::vector<Case> Cases() {
     const Step typeInSearch = [](DWORD thread, HWND dialog) {
         HWND edit = GetDlgItem(dialog, IDC_SEARCH_EDIT);
         if (!edit) return -1.0;
+        // What the dialog does once it has painted is done before the user types.
+        Sleep(200);
+        WaitPainted(thread);
         const Clock start = Now();
         SendMessageW(edit, WM_CHAR, L'7', 1);
         WaitPainted(thread);

@@ -17,6 +17,10 @@ namespace {
 
 // A timer comes only once every window of the thread has painted.
 constexpr UINT_PTR kAfterPaintTimer = 1;
+// Folds the search texts of a few elements at a time while the dialog waits for the user, so
+// that the first search on a large request answers at once.
+constexpr UINT_PTR kFoldAheadTimer = 2;
+constexpr std::size_t kFoldsPerTick = 1000;
 
 }  // namespace
 
@@ -47,6 +51,7 @@ INT_PTR TFormRun::OnInit() {
         }
         FillTree(window, *this);
         if (!lateEditors.empty()) SetTimer(window, kAfterPaintTimer, 0, nullptr);
+        SetTimer(window, kFoldAheadTimer, 0, nullptr);
         keys = std::make_unique<TDialogKeys>(window, [this](const MSG& message) {
             return OnFormKey(Window(), *this, message);
         });
@@ -162,6 +167,10 @@ INT_PTR TFormRun::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         return TRUE;
     case WM_FORM_SETFOCUS: SetFocus(reinterpret_cast<HWND>(lParam)); return TRUE;
     case WM_TIMER:
+        if (wParam == kFoldAheadTimer) {
+            if (!filter || !filter->FoldAhead(kFoldsPerTick)) KillTimer(Window(), kFoldAheadTimer);
+            return TRUE;
+        }
         if (wParam != kAfterPaintTimer) return FALSE;
         KillTimer(Window(), kAfterPaintTimer);
         MakeRemainingEditors(Window(), *this);

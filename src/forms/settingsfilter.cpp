@@ -65,10 +65,23 @@ TSettingsFilter::FoldedText TSettingsFilter::Fold(const ElementText& entry) cons
     return texts;
 }
 
+TSettingsFilter::FoldedText& TSettingsFilter::Folded(ElementText& entry) {
+    if (!entry.texts) entry.texts = std::make_unique<FoldedText>(Fold(entry));
+    return *entry.texts;
+}
+
+bool TSettingsFilter::FoldAhead(std::size_t count) {
+    for (; foldedAhead_ < elements_.size() && count > 0; ++foldedAhead_) {
+        if (elements_[foldedAhead_].texts) continue;
+        Folded(elements_[foldedAhead_]);
+        --count;
+    }
+    return foldedAhead_ < elements_.size();
+}
+
 bool TSettingsFilter::Matches(ElementText& entry, std::u16string_view foldedSearch) {
     if (foldedSearch.empty()) return true;
-    if (!entry.texts) entry.texts = std::make_unique<FoldedText>(Fold(entry));
-    FoldedText& texts = *entry.texts;
+    FoldedText& texts = Folded(entry);
     if (texts.fixedText.find(foldedSearch) != std::u16string::npos) return true;
     // The short text follows the value; it is folded again only when the value has changed.
     if (texts.shownValue != entry.element->value) {

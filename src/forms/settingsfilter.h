@@ -31,6 +31,10 @@ public:
     // ignored); with `customisedOnly` only those whose value differs from their default.
     TFilterView Apply(std::u16string_view search, bool customisedOnly);
 
+    // Folds the texts of up to `count` more elements, so that the first search need not fold them
+    // all while the user waits; false once every element's are.
+    bool FoldAhead(std::size_t count);
+
     // Tree nodes in the order the tree shows them (parents before children).
     const std::vector<std::size_t>& DisplayOrder() const { return order_; }
     // Per tree node, its parent's position; -1 at the top.
@@ -42,13 +46,15 @@ private:
         std::u16string shownValue;  // the value whose folded short text is cached
         std::u16string foldedShort;
     };
-    // An element's texts are folded by the first search that reads them, not when the dialog opens.
+    // An element's texts are folded by the first search that reads them or by folding ahead, not
+    // when the dialog opens.
     struct ElementText {
         std::size_t node;
         const TElementDef* element;
         std::unique_ptr<FoldedText> texts;
     };
     bool Matches(ElementText& entry, std::u16string_view foldedSearch);
+    FoldedText& Folded(ElementText& entry);
     FoldedText Fold(const ElementText& entry) const;
 
     const TFormDef& form_;
@@ -56,6 +62,7 @@ private:
     std::vector<std::ptrdiff_t> parents_;
     std::vector<std::size_t> order_;
     std::vector<ElementText> elements_;  // in display order
+    std::size_t foldedAhead_ = 0;        // elements_ before this have their texts folded
 };
 
 // "N of M" while a search text is given; empty otherwise.

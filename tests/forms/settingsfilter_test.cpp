@@ -51,33 +51,43 @@ protected:
     std::vector<TreeInsertion> plan;
 };
 
+// Searched as the texts come (folded by the search itself) and after folding ahead two at a time.
 TEST_F(SettingsFilter, KeepsMatchesWithTheirGroupsInTreeOrder) {
-    TSettingsFilter filter(form, plan);
-    const struct {
-        std::u16string search;
-        bool customised;
-        std::u16string matches, shown, count;
-    } cases[] = {
-        {u"", false, u"Baud Parity Font Echo Secret ", u"^ Line Baud Parity Screen Font Echo Secret ", u""},
-        {u"PAR", false, u"Parity ", u"^ Line Parity ", u"1 of 5"},
-        {u"ecran", false, u"Font ", u"^ Screen Font ", u"1 of 5"},       // accents and case
-        {u"screen", false, u"Font Echo Secret ", u"^ Screen Font Echo Secret ", u"3 of 5"},  // group name
-        {u"on", false, u"Echo ", u"^ Screen Echo ", u"1 of 5"},          // short text of a bool
-        {u"abc", false, u"", u"^ ", u"0 of 5"},                          // a password's value is not shown
-        {u"", true, u"Parity Echo ", u"^ Line Parity Screen Echo ", u""},
-        {u"e", true, u"Parity Echo ", u"^ Line Parity Screen Echo ", u"2 of 5"},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(std::string(c.search.begin(), c.search.end()));
-        const TFilterView view = filter.Apply(c.search, c.customised);
-        EXPECT_EQ(view.active, !c.search.empty() || c.customised);
-        EXPECT_EQ(Keys(view.matches), c.matches);
-        EXPECT_EQ(Shown(view, filter), c.shown);
-        EXPECT_EQ(MatchCountText(view, c.search), c.count);
+    for (const bool ahead : {false, true}) {
+        SCOPED_TRACE(ahead ? "folded ahead" : "folded by the search");
+        TSettingsFilter filter(form, plan);
+        if (ahead) {
+            int ticks = 0;
+            while (filter.FoldAhead(2)) ++ticks;
+            EXPECT_EQ(ticks, 2);  // five elements: two, two, then the last one
+        }
+        const struct {
+            std::u16string search;
+            bool customised;
+            std::u16string matches, shown, count;
+        } cases[] = {
+            {u"", false, u"Baud Parity Font Echo Secret ", u"^ Line Baud Parity Screen Font Echo Secret ", u""},
+            {u"PAR", false, u"Parity ", u"^ Line Parity ", u"1 of 5"},
+            {u"ecran", false, u"Font ", u"^ Screen Font ", u"1 of 5"},       // accents and case
+            {u"screen", false, u"Font Echo Secret ", u"^ Screen Font Echo Secret ", u"3 of 5"},  // group name
+            {u"on", false, u"Echo ", u"^ Screen Echo ", u"1 of 5"},          // short text of a bool
+            {u"abc", false, u"", u"^ ", u"0 of 5"},                          // a password's value is not shown
+            {u"", true, u"Parity Echo ", u"^ Line Parity Screen Echo ", u""},
+            {u"e", true, u"Parity Echo ", u"^ Line Parity Screen Echo ", u"2 of 5"},
+        };
+        for (const auto& c : cases) {
+            SCOPED_TRACE(std::string(c.search.begin(), c.search.end()));
+            const TFilterView view = filter.Apply(c.search, c.customised);
+            EXPECT_EQ(view.active, !c.search.empty() || c.customised);
+            EXPECT_EQ(Keys(view.matches), c.matches);
+            EXPECT_EQ(Shown(view, filter), c.shown);
+            EXPECT_EQ(MatchCountText(view, c.search), c.count);
+        }
+        // A value changed after the filter was made is found by its new short text.
+        s.FindElement(u"Baud")->value = u"19200";
+        EXPECT_EQ(Keys(filter.Apply(u"192", true).matches), u"Baud ");
+        s.FindElement(u"Baud")->value = u"9600";
     }
-    // A value changed after the filter was made is found by its new short text.
-    s.FindElement(u"Baud")->value = u"19200";
-    EXPECT_EQ(Keys(filter.Apply(u"192", true).matches), u"Baud ");
 }
 
 TEST_F(SettingsFilter, ChangesMarkTheElementAndItsGroupsUntilSetBack) {
