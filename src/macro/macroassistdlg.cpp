@@ -179,7 +179,10 @@ INT_PTR MacroAssistDlg::OnInit() {
     assist_.Select(0);
     FillTokenList();
     ShowToken();
-    return TRUE;
+    // The caret starts before the text instead of the whole macro being selected: a key pressed
+    // by mistake does not replace a long macro, and a long edit is not laid out again to select it.
+    SetFocus(Item(IDC_MACRO_TEXT));
+    return FALSE;
 }
 
 void MacroAssistDlg::FillTokenList() {

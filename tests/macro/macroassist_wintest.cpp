@@ -52,6 +52,9 @@ TEST_F(MacroAssistant, TypedKeyNameWarnsHelpAsksTheHostAndOkWritesTheText) {
     const Assisted r = RunAssistant(u"ab\\n{Enter}", 3, [&](Driver& d, HWND dlg) {
         EXPECT_EQ(Rows(dlg, IDC_TOKEN_TYPE, CB_GETCOUNT), 3);
         EXPECT_EQ(Rows(dlg, IDC_TOKEN_LIST, LB_GETCOUNT), 3);
+        // The macro text has the focus with the caret at its start and nothing selected.
+        EXPECT_EQ(d.Focus(), GetDlgItem(dlg, IDC_MACRO_TEXT));
+        EXPECT_EQ(SendDlgItemMessageW(dlg, IDC_MACRO_TEXT, EM_GETSEL, 0, 0), 0);
         SelectToken(d, dlg, 2);
         EXPECT_TRUE(Driver::Shown(dlg, IDC_EMKEY_LIST));
         EXPECT_FALSE(Driver::Shown(dlg, IDC_TEXT_EDIT));
