@@ -188,6 +188,7 @@ void TConfigSession::ReadElements(const Element& dtd) {
     std::u16string key;  // one buffer for every element's language key
     std::u16string translated;
     TElementAttributes read;
+    const bool translating = !languageTable().texts.empty();
     for (std::size_t i = 0; i < dtd.GetChildCount(); ++i) {
         const Element* node = dtd.GetChild(i).AsElement();
         if (!node) continue;
@@ -198,7 +199,9 @@ void TConfigSession::ReadElements(const Element& dtd) {
         read.Read(*node);
         element.name.Share(names_, read.name);
         element.group.Share(texts_, read.group);
-        key.assign(helpFile).append(u".").append(read.group).append(u".").append(read.name);
+        // A key names a translation: with no language loaded there is none to look up.
+        key.clear();
+        if (translating) key.append(helpFile).append(u".").append(read.group).append(u".").append(read.name);
 
         if (translateStrings(key, read.strings, element.strings) > 0) key += u"_0";
 
