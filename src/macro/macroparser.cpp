@@ -426,6 +426,8 @@ void parseMacro(Macro& macro, std::u16string_view text, uint32_t tag, uint32_t f
         macro.Tokens.push_back(std::move(token));
     } else {
         macro.Flags = flags;
+        // Tokens are large: room for a token every eight characters saves moving them as the list grows.
+        macro.Tokens.reserve(macro.Tokens.size() + text.size() / 8 + 1);
         MacroParser parser(macro, text, tag, flags);
         parser.run();
     }
