@@ -23,6 +23,7 @@
 #include <pugixml.hpp>
 #include <string>
 
+#include "warmheap.h"
 #include "xml/node.h"
 #include "xml/parser.h"
 
@@ -143,10 +144,6 @@ void SetCounters(benchmark::State& state, const Request& r, std::size_t held, st
     state.counters["peak_ratio"] = static_cast<double>(peak) / textBytes;
 }
 
-void WarmHeap(const benchmark::State&) {
-    mallopt(M_MMAP_THRESHOLD, 1 << 30);
-    mallopt(M_TRIM_THRESHOLD, 1 << 30);
-}
 void BM_Ours(benchmark::State& state) {
     const Request& r = RequestOf(static_cast<std::size_t>(state.range(0)));
     std::size_t held = 0, peak = 0;
