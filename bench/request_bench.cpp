@@ -6,7 +6,9 @@
 // machine adds a third or more. Then "warm/", with freed memory kept: the code alone.
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <memory>
+#include <vector>
 
 #include "../tools/genrequest/generate.h"
 #include "warmheap.h"
@@ -91,7 +93,11 @@ void BM_Reply(benchmark::State& state) {
 
 }  // namespace
 
-#define QRL_SIZES ->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond)
+// The machine is shared: the fastest repetition is the one its neighbours disturbed least.
+double Fastest(const std::vector<double>& times) { return *std::min_element(times.begin(), times.end()); }
+
+#define QRL_SIZES \
+    ->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond)->ComputeStatistics("min", Fastest)
 #define QRL_STAGES(NAME_PREFIX, SETUP)                                          \
     BENCHMARK(BM_RequestRoundTrip)->Name(NAME_PREFIX "BM_RequestRoundTrip") SETUP QRL_SIZES; \
     BENCHMARK(BM_ParseOnly)->Name(NAME_PREFIX "BM_ParseOnly") SETUP QRL_SIZES;               \
