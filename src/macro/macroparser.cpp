@@ -12,6 +12,8 @@
 #include "macro/macrointernal.h"
 #include "text/textutil.h"
 
+#include <algorithm>
+
 namespace qrl {
 namespace {
 
@@ -426,8 +428,10 @@ void parseMacro(Macro& macro, std::u16string_view text, uint32_t tag, uint32_t f
         macro.Tokens.push_back(std::move(token));
     } else {
         macro.Flags = flags;
-        // Tokens are large: room for a token every eight characters saves moving them as the list grows.
-        macro.Tokens.reserve(macro.Tokens.size() + text.size() / 8 + 1);
+        // Tokens are large: room for a token every eight characters saves moving them as the list
+        // grows. Capped, so that a huge text of few tokens does not ask for a huge block.
+        constexpr std::size_t kMostReserved = 32768;
+        macro.Tokens.reserve(macro.Tokens.size() + std::min(text.size() / 8, kMostReserved) + 1);
         MacroParser parser(macro, text, tag, flags);
         parser.run();
     }
