@@ -83,7 +83,9 @@ enum class TreeNodeKind : std::int32_t {
 
 // One item of the built-in form's tree. A tree item's parameter is its position in treeIndex.
 struct TTreeNode {
-    std::u16string key;        // empty for the root; group path; element name
+    // Empty for the root; a group path; an element name. It points into the element's own name or
+    // group, which stay put while the session lives.
+    std::u16string_view key;
     void* treeItem = nullptr;  // the tree view's item handle once inserted
     TElementDef* element = nullptr;
     TGroupDef* group = nullptr;

@@ -28,7 +28,7 @@ const std::vector<std::ptrdiff_t>& Parents(const TFormRun& run) {
 std::u16string ShownText(const TFormRun& run, std::size_t node) {
     for (const TreeInsertion& step : run.treePlan)
         if (step.node == node) return step.text;
-    return run.form.treeIndex[node].key;
+    return std::u16string(run.form.treeIndex[node].key);
 }
 
 void ResetNode(HWND dialog, TFormRun& run, std::size_t node) {

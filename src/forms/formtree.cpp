@@ -2,10 +2,11 @@
 
 #include "forms/formvalues.h"
 #include "locale/language.h"
+#include "request/nameindex.h"
 #include "request/session.h"
 #include "text/textutil.h"
 
-#include <unordered_map>
+#include <deque>
 
 namespace qrl {
 
@@ -45,7 +46,7 @@ public:
         form_.currentNode = nullptr;
         // One node per element at most, besides the root and the groups: no regrowing on the way.
         insertions_.reserve(session_.elements.size() + 1);
-        keys_.reserve(session_.elements.size() + 1);
+        keys_.Reserve(session_.elements.size() + 1);
         TreeNodeKind rootKind = TreeNodeKind::Root;
         std::u16string rootText = TreeRootText(session_, rootKind);
         Append(u"", TreeNodeKind::Root);  // the root's key is empty; its kind is known after the text
@@ -76,10 +77,11 @@ public:
 private:
     std::size_t Append(std::u16string_view key, TreeNodeKind kind) {
         TTreeNode& node = form_.treeIndex.emplace_back();
-        node.key = std::u16string(key);
+        node.key = key;
         node.kind = kind;
         const std::size_t at = form_.treeIndex.size() - 1;
-        keys_.try_emplace(node.key, at);  // first node of a key wins; the deque keeps the key in place
+        positions_.push_back(at);
+        if (!keys_.Add(key, &positions_.back())) positions_.pop_back();  // first node of a key wins
         return at;
     }
 
@@ -90,8 +92,8 @@ private:
         std::vector<std::u16string_view> missing;
         std::size_t node = 0;
         for (std::u16string_view p = path;;) {
-            if (auto it = keys_.find(p); it != keys_.end()) {
-                node = it->second;
+            if (const std::size_t* found = keys_.Find(p)) {
+                node = *found;
                 break;
             }
             missing.push_back(p);
@@ -119,7 +121,8 @@ private:
     TFormDef& form_;
     TConfigSession& session_;
     std::vector<TreeInsertion> insertions_;
-    std::unordered_map<std::u16string_view, std::size_t, IHash, IEqual> keys_;
+    TNameIndex<const std::size_t> keys_;
+    std::deque<std::size_t> positions_;  // what keys_ points to: stays put as it grows
 };
 
 }  // namespace

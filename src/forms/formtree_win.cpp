@@ -222,7 +222,7 @@ void RecallSelection(HWND dialog, TFormRun& run) {
 
 void StoreSelection(TFormRun& run) {
     const TTreeNode* node = run.form.currentNode;
-    WriteSelectionKey(run.session.moduleType, node ? node->key : std::u16string());
+    WriteSelectionKey(run.session.moduleType, node ? std::u16string(node->key) : std::u16string());
 }
 
 namespace {

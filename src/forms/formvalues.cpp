@@ -65,12 +65,25 @@ std::u16string RadioCompareText(const TElementDef& element) {
     return element.value;
 }
 
-std::u16string ElementLabel(const TElementDef& element) {
-    return (element.description.empty() ? element.name : element.description).str();
+namespace {
+
+std::u16string_view LabelView(const TElementDef& element) {
+    return element.description.empty() ? element.name.view() : element.description.view();
 }
 
+}  // namespace
+
+std::u16string ElementLabel(const TElementDef& element) { return std::u16string(LabelView(element)); }
+
+// Built in one string: the tree asks for one per element when it is filled.
 std::u16string ElementTreeText(const TElementDef& element) {
-    return ElementLabel(element) + u" " + ElementValueToText(element);
+    const std::u16string_view label = LabelView(element);
+    std::u16string text;
+    text.reserve(label.size() + element.value.size() + 4);
+    text += label;
+    text += u' ';
+    AppendElementValueText(text, element);
+    return text;
 }
 
 std::u16string ShortTextBare(const TElementDef& element) {

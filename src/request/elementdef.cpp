@@ -73,22 +73,6 @@ bool IsListType(ElementType type) {
     return type >= ElementType::KeyList && type <= ElementType::MouseMap;
 }
 
-std::vector<std::u16string_view> SplitCommaList(std::u16string_view text) {
-    std::vector<std::u16string_view> items;
-    std::size_t pos = 0;
-    while (pos < text.size()) {
-        if (text[pos] == u',') {
-            ++pos;
-            continue;
-        }
-        std::size_t end = text.find(u',', pos);
-        if (end == std::u16string_view::npos) end = text.size();
-        items.push_back(text.substr(pos, end - pos));
-        pos = end;
-    }
-    return items;
-}
-
 int TElementDef::GetChoiceIndex(std::u16string_view text, int fallback) const {
     const std::vector<std::u16string>* list = nullptr;
     if (!values.empty())
@@ -145,8 +129,9 @@ std::u16string CharacterText(std::u16string_view value) {
     return text + hexByte(c);
 }
 
-std::u16string ElementValueToText(const TElementDef& element) {
-    std::u16string text;
+void AppendElementValueText(std::u16string& out, const TElementDef& element) {
+    const std::size_t start = out.size();
+    out += u'(';
     switch (element.type) {
     case ElementType::Text:
     case ElementType::FilePath:
@@ -154,38 +139,49 @@ std::u16string ElementValueToText(const TElementDef& element) {
     case ElementType::Int:
     case ElementType::StringSet:
     case ElementType::SshAuthFile:
-        text = element.password ? std::u16string(element.value.size(), u'*') : element.value;
+        if (element.password)
+            out.append(element.value.size(), u'*');
+        else
+            out += element.value;
         break;
     case ElementType::Bool:
-        text = element.GetBool() ? u"on" : u"off";
+        out += element.GetBool() ? u"on" : u"off";
         break;
     case ElementType::Set: {
         const int index = element.GetSetIndex();
-        text = index < 0 ? std::u16string(u"???") : element.strings[static_cast<std::size_t>(index)];
+        out += index < 0 ? std::u16string_view(u"???") : std::u16string_view(element.strings[static_cast<std::size_t>(index)]);
         break;
     }
     case ElementType::Rgb:
-        text = u"RGB=" + element.value;
+        out += u"RGB=";
+        out += element.value;
         break;
     case ElementType::Font:
     case ElementType::Printer:
     case ElementType::SslCertificate: {
         const TShortTextFn shortText = RequestHooks().ShortText(element.type);
-        text = shortText ? shortText(element.value) : std::u16string(u"???");
+        out += shortText ? shortText(element.value) : std::u16string(u"???");
         break;
     }
     case ElementType::Char8:
-        text = CharacterText(element.value);
+        out += CharacterText(element.value);
         break;
     case ElementType::Charset:
     case ElementType::TandemColours:
     case ElementType::Ibm5250Colours:
-        return {};
+        out.resize(start);
+        return;
     default:
-        text = u"???";
+        out += u"???";
         break;
     }
-    return u"(" + text + u")";
+    out += u')';
+}
+
+std::u16string ElementValueToText(const TElementDef& element) {
+    std::u16string text;
+    AppendElementValueText(text, element);
+    return text;
 }
 
 }  // namespace qrl

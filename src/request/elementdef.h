@@ -84,14 +84,29 @@ public:
 // The text shown beside an element's name in trees and lists, in brackets, or empty for the types
 // that show nothing.
 std::u16string ElementValueToText(const TElementDef& element);
+// The same text added to the end of `out`, which saves a string per element where a label leads it.
+void AppendElementValueText(std::u16string& out, const TElementDef& element);
 // The character of a char8 value: "<ESC> 0x1B", "A 0x41", "0x80".
 std::u16string CharacterText(std::u16string_view value);
 // A character's name as the short texts show it: "<NUL>" to "<US>", "<SP>" and "<DEL>" for the
 // controls, the character itself when printable, else nothing.
 std::u16string CharacterName(uint32_t code);
 
-// Items of a comma list as `strings` and `values` hold them: a run of commas is one separator, so
-// no item is empty; nothing quotes a comma.
-std::vector<std::u16string_view> SplitCommaList(std::u16string_view text);
+// Gives `take` the items of a comma list, one by one, as `strings` and `values` hold them: a run of
+// commas is one separator, so no item is empty; nothing quotes a comma.
+template <class Take>
+void ForEachCommaItem(std::u16string_view text, Take&& take) {
+    std::size_t pos = 0;
+    while (pos < text.size()) {
+        if (text[pos] == u',') {
+            ++pos;
+            continue;
+        }
+        std::size_t end = text.find(u',', pos);
+        if (end == std::u16string_view::npos) end = text.size();
+        take(text.substr(pos, end - pos));
+        pos = end;
+    }
+}
 
 }  // namespace qrl

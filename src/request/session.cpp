@@ -72,22 +72,24 @@ struct TElementAttributes {
 // split at commas again, so one that holds a comma gives several items and an empty one none.
 // Returns the number of items before translation.
 std::size_t translateStrings(std::u16string& key, std::u16string_view strings, std::vector<std::u16string>& out) {
-    const std::vector<std::u16string_view> items = SplitCommaList(strings);
-    out.reserve(items.size());
+    std::size_t count = 0;
+    ForEachCommaItem(strings, [&](std::u16string_view) { ++count; });
+    out.reserve(count);
     const std::size_t keyLength = key.size();
-    for (std::size_t i = 0; i < items.size(); ++i) {
+    long long number = 0;
+    ForEachCommaItem(strings, [&](std::u16string_view item) {
         key.resize(keyLength);
         key += u'_';
-        key += decimal(static_cast<long long>(i + 1));
-        std::u16string text = Translate(key, items[i]);
+        key += decimal(++number);
+        std::u16string text = Translate(key, item);
         if (!text.empty() && text.find(u',') == std::u16string::npos) {
             out.push_back(std::move(text));
         } else {
-            for (std::u16string_view piece : SplitCommaList(text)) out.emplace_back(piece);
+            ForEachCommaItem(text, [&](std::u16string_view piece) { out.emplace_back(piece); });
         }
-    }
+    });
     key.resize(keyLength);
-    return items.size();
+    return count;
 }
 
 }  // namespace
@@ -238,13 +240,14 @@ void TConfigSession::ReadElements(const Element& dtd) {
         if (element.type == ElementType::FilePath) {
             element.fileFilter.Share(texts_, read.values);
         } else {
-            const std::vector<std::u16string_view> stored = SplitCommaList(read.values);
-            for (std::size_t n = 0; n < stored.size(); ++n) {
+            std::size_t n = 0;
+            ForEachCommaItem(read.values, [&](std::u16string_view item) {
                 if (n < element.values.size())
-                    element.values[n] = stored[n];
+                    element.values[n] = item;
                 else
-                    element.values.emplace_back(stored[n]);
-            }
+                    element.values.emplace_back(item);
+                ++n;
+            });
         }
     }
 }

@@ -29,9 +29,8 @@ void AddGroup(TConfigSession& s, const char16_t* name, bool hidden = false, bool
 std::u16string Plan(const TFormDef& form, const std::vector<TreeInsertion>& plan) {
     std::u16string out;
     for (const TreeInsertion& step : plan) {
-        const std::u16string parent =
-            step.parent < 0 ? u"^" : form.treeIndex.at(static_cast<std::size_t>(step.parent)).key;
-        out += form.treeIndex.at(step.node).key + u"<" + parent + u" " + step.text +
+        const std::u16string parent(step.parent < 0 ? u"^" : form.treeIndex.at(static_cast<std::size_t>(step.parent)).key);
+        out += std::u16string(form.treeIndex.at(step.node).key) + u"<" + parent + u" " + step.text +
                (step.isGroup ? (step.expanded ? u" +" : u" -") : u"") + u"\n";
     }
     return out;

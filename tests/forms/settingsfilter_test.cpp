@@ -37,7 +37,7 @@ protected:
     // Keys of nodes, and of the shown ones in the tree's order.
     std::u16string Keys(const std::vector<std::size_t>& nodes) const {
         std::u16string out;
-        for (std::size_t n : nodes) out += (n ? form.treeIndex[n].key : u"^") + u" ";
+        for (std::size_t n : nodes) out += std::u16string(n ? form.treeIndex[n].key : u"^") + u" ";
         return out;
     }
     std::u16string Shown(const TFilterView& view, const TSettingsFilter& filter) const {

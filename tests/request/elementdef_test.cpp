@@ -27,6 +27,11 @@ TEST(ElementType, WordsFoldCaseAndUnknownWordsAreUndefined) {
 
 TEST(CommaList, RunsOfCommasAreOneSeparator) {
     using V = std::vector<std::u16string_view>;
+    const auto SplitCommaList = [](std::u16string_view text) {
+        V items;
+        ForEachCommaItem(text, [&](std::u16string_view item) { items.push_back(item); });
+        return items;
+    };
     EXPECT_EQ(SplitCommaList(u"a,,b"), (V{u"a", u"b"}));
     EXPECT_EQ(SplitCommaList(u",a, b,"), (V{u"a", u" b"}));
     EXPECT_EQ(SplitCommaList(u""), V{});
