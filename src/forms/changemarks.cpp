@@ -14,13 +14,13 @@ TChangeMarks::TChangeMarks(const TFormDef& form, std::vector<std::ptrdiff_t> par
     : form_(form), parents_(std::move(parents)), opened_(form.treeIndex.size()), changedBelow_(form.treeIndex.size(), 0) {
     parents_.resize(form.treeIndex.size(), -1);
     for (std::size_t i = 0; i < form.treeIndex.size(); ++i)
-        if (const TElementDef* element = form.treeIndex[i].element) opened_[i] = element->value;
+        if (const TElementDef* element = form.treeIndex[i].element) opened_[i].Share(openedTexts_, element->value);
 }
 
 std::vector<std::size_t> TChangeMarks::Update(std::size_t node) {
     std::vector<std::size_t> flipped;
     if (node >= opened_.size() || !form_.treeIndex[node].element) return flipped;
-    const bool changed = form_.treeIndex[node].element->value != opened_[node];
+    const bool changed = form_.treeIndex[node].element->value != opened_[node].view();
     if (changed == (changedBelow_[node] > 0)) return flipped;
     // The element and each group above it; the root stays plain.
     for (std::ptrdiff_t n = static_cast<std::ptrdiff_t>(node); n >= 0; n = parents_[static_cast<std::size_t>(n)]) {

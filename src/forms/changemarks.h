@@ -4,6 +4,7 @@
 #pragma once
 
 #include "forms/formdef.h"
+#include "request/fixedtext.h"
 
 #include <cstddef>
 #include <string>
@@ -23,7 +24,8 @@ public:
 private:
     const TFormDef& form_;
     std::vector<std::ptrdiff_t> parents_;
-    std::vector<std::u16string> opened_;     // per element node, its value at the start
+    TTextPool openedTexts_;                  // one block for all of them: the dialog opens on many
+    std::vector<TFixedText> opened_;         // per element node, its value at the start
     std::vector<std::size_t> changedBelow_;  // per node: changed elements at or below it
 };
 

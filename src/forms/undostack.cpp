@@ -6,15 +6,15 @@ namespace qrl {
 
 TUndoStack::TUndoStack(const TFormDef& form) : known_(form.treeIndex.size()) {
     for (std::size_t i = 0; i < form.treeIndex.size(); ++i)
-        if (const TElementDef* element = form.treeIndex[i].element) known_[i] = element->value;
+        if (const TElementDef* element = form.treeIndex[i].element) known_[i].Share(openedTexts_, element->value);
 }
 
 void TUndoStack::Note(std::size_t node, const std::u16string& value, bool typing) {
-    if (node >= known_.size() || known_[node] == value) return;
+    if (node >= known_.size() || known_[node].view() == value) return;
     if (typing && open_ && !done_.empty() && done_.back().node == node) {
         done_.back().after = value;
     } else {
-        done_.push_back(TValueChange{node, known_[node], value});
+        done_.push_back(TValueChange{node, known_[node].str(), value});
     }
     open_ = typing;
     known_[node] = value;

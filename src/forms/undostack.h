@@ -4,6 +4,7 @@
 #pragma once
 
 #include "forms/formdef.h"
+#include "request/fixedtext.h"
 
 #include <cstddef>
 #include <optional>
@@ -34,7 +35,8 @@ public:
     std::optional<TValueChange> Redo();
 
 private:
-    std::vector<std::u16string> known_;  // per node, the value last noted
+    TTextPool openedTexts_;          // the values as the dialog opens, in one block: it opens on many
+    std::vector<TFixedText> known_;  // per node, the value last noted
     std::vector<TValueChange> done_, undone_;
     bool open_ = false;
 };
