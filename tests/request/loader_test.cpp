@@ -22,6 +22,13 @@ std::u16string loadError(std::u16string_view request) {
     return u"no error";
 }
 
+// A session that has read `request`.
+std::unique_ptr<TConfigSession> loaded(std::u16string_view request) {
+    auto session = std::make_unique<TConfigSession>();
+    session->LoadRequestText(request);
+    return session;
+}
+
 // An element's fields as read from the request, in one text for one comparison: the type code,
 // min, max and max_length, the six flags (hidden, rdonly, password, macro_assist, allow_emkeys,
 // cencoded), then default, value, group, description, help_file, help_id and the default help file.
@@ -37,11 +44,10 @@ std::u16string fields(const TElementDef& e) {
 }
 
 TEST(Loader, RootAttributesMatchExactlyWhileTagsFoldCase) {
-    TConfigSession s;
-    s.LoadRequestText(u"<CONFIG MODULETYPE=\"x\" IniFile=\" a.ini \" LangId=\"de\" LangDir=\"\"/>");
-    EXPECT_EQ(s.moduleType, u"");  // MODULETYPE is not ModuleType
-    EXPECT_EQ(s.iniFile, u"a.ini");
-    EXPECT_EQ(s.langId, u"de");
+    const auto s = loaded(u"<CONFIG MODULETYPE=\"x\" IniFile=\" a.ini \" LangId=\"de\" LangDir=\"\"/>");
+    EXPECT_EQ(s->moduleType, u"");  // MODULETYPE is not ModuleType
+    EXPECT_EQ(s->iniFile, u"a.ini");
+    EXPECT_EQ(s->langId, u"de");
 }
 
 TEST(Loader, ErrorTexts) {
@@ -63,24 +69,22 @@ TEST(Loader, ErrorTexts) {
 }
 
 TEST(Loader, ElementAttributes) {
-    TConfigSession s;
-    s.LoadRequestText(
+    const auto s = loaded(
         u"<Config><DTD>"
         u"<Element Name=\"Speed\" Type=\"INTEGER\" Min=\"10x\" Max=\"-20\" Default=\" 12 \" descr=\"Speed\""
         u" max_length=\"8\" hidden=\"1\" rdonly=\"true\" password=\"2\" macro_assist=\"1\" allow_emkeys=\"0\""
         u" cencoded=\"1\" group=\"Line.Speed\" help_file=\"h.hlp\" help_id=\"77\"/>"
         u"<Element Name=\"Other\" hidden=\"true\" rdonly=\"1\" Type=\"bools\" rdonly=\"0\"/>"
         u"</DTD></Config>");
-    ASSERT_EQ(s.elements.size(), 2u);
+    ASSERT_EQ(s->elements.size(), 2u);
     // Numbers are read leniently, "true" is 0 as an integer, only exactly "1" hides; the first of two
     // attributes of one name counts.
-    EXPECT_EQ(fields(s.elements[0]), u"Speed 3 10 -20 8 101101|12|12|Line.Speed|Speed|h.hlp|77|");
-    EXPECT_EQ(fields(s.elements[1]), u"Other 12 0 0 0 010000|||||||");
+    EXPECT_EQ(fields(s->elements[0]), u"Speed 3 10 -20 8 101101|12|12|Line.Speed|Speed|h.hlp|77|");
+    EXPECT_EQ(fields(s->elements[1]), u"Other 12 0 0 0 010000|||||||");
 }
 
 TEST(Loader, ChoiceLists) {
-    TConfigSession s;
-    s.LoadRequestText(
+    const auto s = loaded(
         u"<Config><DTD>"
         u"<Element Name=\"a\" Type=\"set\" strings=\"Low,,High\"/>"
         u"<Element Name=\"b\" Type=\"set\" strings=\"x\" values=\"5,6,7\"/>"
@@ -89,14 +93,14 @@ TEST(Loader, ChoiceLists) {
         u"<Element Name=\"f\" Type=\"filepath\" strings=\"Keys\" values=\"Key files|*.key,All|*.*\"/>"
         u"</DTD></Config>");
     using L = std::vector<std::u16string>;
-    EXPECT_EQ(s.elements[0].strings, (L{u"Low", u"High"}));
-    EXPECT_EQ(s.elements[0].values, (L{u"0", u"1"}));
-    EXPECT_EQ(s.elements[1].strings, (L{u"x"}));
-    EXPECT_EQ(s.elements[1].values, (L{u"5", u"6", u"7"}));
-    EXPECT_EQ(s.elements[2].values, (L{u"Red", u"Green"}));
-    EXPECT_EQ(s.elements[3].values, (L{u"r", u"Green"}));
-    EXPECT_EQ(s.elements[4].fileFilter, u"Key files|*.key,All|*.*");
-    EXPECT_EQ(s.elements[4].values, (L{u"0"}));
+    EXPECT_EQ(s->elements[0].strings, (L{u"Low", u"High"}));
+    EXPECT_EQ(s->elements[0].values, (L{u"0", u"1"}));
+    EXPECT_EQ(s->elements[1].strings, (L{u"x"}));
+    EXPECT_EQ(s->elements[1].values, (L{u"5", u"6", u"7"}));
+    EXPECT_EQ(s->elements[2].values, (L{u"Red", u"Green"}));
+    EXPECT_EQ(s->elements[3].values, (L{u"r", u"Green"}));
+    EXPECT_EQ(s->elements[4].fileFilter, u"Key files|*.key,All|*.*");
+    EXPECT_EQ(s->elements[4].values, (L{u"0"}));
 }
 
 class LoaderLanguage : public ::testing::Test {
@@ -112,48 +116,44 @@ TEST_F(LoaderLanguage, ElementKeysUseTheHelpFileReadSoFar) {
         "h.hlp.G.N_0=Beschreibung\n"
         "h.hlp.G.M=Ohne Liste\n"
         ".G.L_0=Frueh\n");
-    TConfigSession s;
-    s.LoadRequestText(
+    const auto s = loaded(
         u"<Config><Help help_file=\"h.hlp\" base_file=\"b\" topic_name=\"t\"/><DTD>"
         u"<Element Name=\"N\" group=\"G\" Type=\"stringset\" strings=\"one,two\" descr=\"Description\"/>"
         u"<Element Name=\"M\" group=\"G\" descr=\"Plain\"/>"
         u"</DTD><Help help_file=\"\" topic_name=\"u\"/></Config>");
     // A stringset stores the translated texts as its values.
     using L = std::vector<std::u16string>;
-    EXPECT_EQ(s.elements[0].strings, (L{u"Eins", u"Zwei"}));
-    EXPECT_EQ(s.elements[0].values, (L{u"Eins", u"Zwei"}));
-    EXPECT_EQ(fields(s.elements[0]), u"N 5 0 0 0 000000|||G|Beschreibung|||h.hlp");
-    EXPECT_EQ(fields(s.elements[1]), u"M 0 0 0 0 000000|||G|Ohne Liste|||h.hlp");
-    EXPECT_EQ(s.helpFile, u"h.hlp");  // an empty attribute replaces nothing
-    EXPECT_EQ(s.helpBaseFile, u"b");
-    EXPECT_EQ(s.helpTopic, u"u");
+    EXPECT_EQ(s->elements[0].strings, (L{u"Eins", u"Zwei"}));
+    EXPECT_EQ(s->elements[0].values, (L{u"Eins", u"Zwei"}));
+    EXPECT_EQ(fields(s->elements[0]), u"N 5 0 0 0 000000|||G|Beschreibung|||h.hlp");
+    EXPECT_EQ(fields(s->elements[1]), u"M 0 0 0 0 000000|||G|Ohne Liste|||h.hlp");
+    EXPECT_EQ(s->helpFile, u"h.hlp");  // an empty attribute replaces nothing
+    EXPECT_EQ(s->helpBaseFile, u"b");
+    EXPECT_EQ(s->helpTopic, u"u");
 
     // Help after DTD: the keys begin with an empty part.
-    TConfigSession late;
-    late.LoadRequestText(
+    const auto late = loaded(
         u"<Config><DTD><Element Name=\"L\" group=\"G\" strings=\"x\" descr=\"d\"/></DTD>"
         u"<Help help_file=\"h.hlp\"/></Config>");
-    EXPECT_EQ(fields(late.elements[0]), u"L 0 0 0 0 000000|||G|Frueh|||");
+    EXPECT_EQ(fields(late->elements[0]), u"L 0 0 0 0 000000|||G|Frueh|||");
 }
 
 TEST(Loader, ModuleLists) {
-    TConfigSession s;
-    s.LoadRequestText(
+    const auto s = loaded(
         u"<Config><ModuleList Current=\"vt\" Type=\"Emul\" Connected=\" 1 \">"
         u"<Module Name=\"vt\" Description=\"VT 220\"/>text<Module Name=\"ibm\"/></ModuleList>"
         u"<ModuleList Current=\"tcp\" Connected=\"true\"/></Config>");
-    ASSERT_EQ(s.moduleLists.size(), 2u);
-    EXPECT_EQ(s.moduleLists[0].current, u"vt");
-    EXPECT_EQ(s.moduleLists[0].type, u"Emul");
-    ASSERT_EQ(s.moduleLists[0].modules.size(), 2u);
-    EXPECT_EQ(s.moduleLists[0].modules[0].description, u"VT 220");
-    EXPECT_EQ(s.moduleLists[0].modules[1].name, u"ibm");
-    EXPECT_EQ(s.moduleLists[1].current, u"tcp");
-    EXPECT_FALSE(s.connected);  // the last list decides, and only "1" counts
+    ASSERT_EQ(s->moduleLists.size(), 2u);
+    EXPECT_EQ(s->moduleLists[0].current, u"vt");
+    EXPECT_EQ(s->moduleLists[0].type, u"Emul");
+    ASSERT_EQ(s->moduleLists[0].modules.size(), 2u);
+    EXPECT_EQ(s->moduleLists[0].modules[0].description, u"VT 220");
+    EXPECT_EQ(s->moduleLists[0].modules[1].name, u"ibm");
+    EXPECT_EQ(s->moduleLists[1].current, u"tcp");
+    EXPECT_FALSE(s->connected);  // the last list decides, and only "1" counts
 
-    TConfigSession one;
-    one.LoadRequestText(u"<Config><ModuleList Connected=\" 1 \"/></Config>");
-    EXPECT_TRUE(one.connected);
+    const auto one = loaded(u"<Config><ModuleList Connected=\" 1 \"/></Config>");
+    EXPECT_TRUE(one->connected);
 
     // A list that breaks off keeps its record, although the request fails.
     TConfigSession broken;
@@ -164,27 +164,26 @@ TEST(Loader, ModuleLists) {
 }
 
 TEST(Loader, DataValuesAndApply) {
-    TConfigSession s;
-    s.LoadRequestText(
+    const auto s = loaded(
         u"<Config><DTD><Element Name=\"Host\" Default=\"d\"/><Element Name=\"host\" Default=\"second\"/></DTD>"
         u"<Data><Item Element=\"HOST\" Value=\"alpha\"/><Item Element=\"x\" Value=\"1\"/></Data>"
         u"<DTD><Element Name=\"Late\" Type=\"keymaplist\"/></DTD>"
         u"<Data><Item Element=\"late\" Value=\"v\"/></Data></Config>");
-    ASSERT_EQ(s.dataValues.size(), 2u);  // the item of Late is a list item, not a value
-    EXPECT_EQ(s.dataValues[0].name, u"HOST");
-    EXPECT_TRUE(s.keyDataPresent);
+    ASSERT_EQ(s->dataValues.size(), 2u);  // the item of Late is a list item, not a value
+    EXPECT_EQ(s->dataValues[0].name, u"HOST");
+    EXPECT_TRUE(s->keyDataPresent);
 
-    EXPECT_EQ(s.elements[0].value, u"d");  // not yet applied
-    s.ApplyDataValues();
-    EXPECT_EQ(s.elements[0].value, u"alpha");  // the first of two equal names
-    EXPECT_EQ(s.elements[1].value, u"second");
-    EXPECT_EQ(s.elements[0].defaultValue, u"d");
-    const TElementDef* x = s.FindElement(u"X");
+    EXPECT_EQ(s->elements[0].value, u"d");  // not yet applied
+    s->ApplyDataValues();
+    EXPECT_EQ(s->elements[0].value, u"alpha");  // the first of two equal names
+    EXPECT_EQ(s->elements[1].value, u"second");
+    EXPECT_EQ(s->elements[0].defaultValue, u"d");
+    const TElementDef* x = s->FindElement(u"X");
     ASSERT_NE(x, nullptr);
     EXPECT_EQ(x->type, ElementType::Text);
     EXPECT_EQ(x->value, u"1");
-    EXPECT_EQ(s.elements.size(), 4u);
-    EXPECT_EQ(s.FindElement(u"nothing"), nullptr);
+    EXPECT_EQ(s->elements.size(), 4u);
+    EXPECT_EQ(s->FindElement(u"nothing"), nullptr);
 }
 
 // Texts read from a request live in the session's pool: a copy of an element must own its own, and
@@ -258,20 +257,18 @@ TEST(Loader, ListItemsGoToTheirHooksAndSetTheirFlags) {
 }
 
 TEST(Loader, LinkAttributes) {
-    TConfigSession s;
-    s.LoadRequestText(u"<Config><Link type=\"HWND\" value=\" 0x1A2b \" msgid=\"400\"/></Config>");
-    EXPECT_EQ(std::pair(s.link.window, s.link.message), std::pair(uint64_t{0x1A2B}, uint32_t{0x400}));
-
-    TConfigSession lower;
-    lower.LoadRequestText(u"<Config><Link type=\"hwnd\" value=\"1234\" msgid=\"400\"/></Config>");
-    EXPECT_EQ(std::pair(lower.link.window, lower.link.message), std::pair(uint64_t{0}, uint32_t{0}));
-
-    // A later Link with an empty field keeps what the earlier one gave.
-    TConfigSession twice;
-    twice.LoadRequestText(
-        u"<Config><Link type=\"HWND\" value=\"10\" msgid=\"20\"/><Link type=\"HWND\" value=\"\" msgid=\"30\"/>"
-        u"<Link type=\"other\" value=\"99\" msgid=\"99\"/></Config>");
-    EXPECT_EQ(std::pair(twice.link.window, twice.link.message), std::pair(uint64_t{0x10}, uint32_t{0x30}));
+    const struct Case { std::u16string_view links; uint64_t window; uint32_t message; } cases[] = {
+        {u"<Link type=\"HWND\" value=\" 0x1A2b \" msgid=\"400\"/>", 0x1A2B, 0x400},
+        {u"<Link type=\"hwnd\" value=\"1234\" msgid=\"400\"/>", 0, 0},
+        // A later Link with an empty field keeps what the earlier one gave.
+        {u"<Link type=\"HWND\" value=\"10\" msgid=\"20\"/><Link type=\"HWND\" value=\"\" msgid=\"30\"/>"
+         u"<Link type=\"other\" value=\"99\" msgid=\"99\"/>",
+         0x10, 0x30},
+    };
+    for (const Case& c : cases) {
+        const auto s = loaded(u"<Config>" + std::u16string(c.links) + u"</Config>");
+        EXPECT_EQ(std::pair(s->link.window, s->link.message), std::pair(c.window, c.message));
+    }
 }
 
 TEST(Loader, AuthFilesComeFromTheHostsDirectory) {
