@@ -56,14 +56,8 @@ TRun run(std::u16string_view request, const TRunRoutes& routes, uint64_t capacit
     return TRun{code, status, text};
 }
 
-TRunRoutes formRoutes() {
-    TRunRoutes routes;
-    routes.form = &fakeForm;
-    return routes;
-}
-
 TEST(Run, GeneralRouteResults) {
-    const TRunRoutes routes = formRoutes();
+    const TRunRoutes routes{.form = &fakeForm};
     g_formResult = kDialogOk;
     EXPECT_EQ(run(kRequest, routes),
               (TRun{0, 0, std::u16string(kHead) +
@@ -83,7 +77,7 @@ TEST(Run, GeneralRouteResults) {
 }
 
 TEST(Run, CapacityRuleStatusOnOverflowAndNoStatusPointer) {
-    const TRunRoutes routes = formRoutes();
+    const TRunRoutes routes{.form = &fakeForm};
     g_formResult = kDialogOk;
     const std::size_t length = run(kRequest, routes).reply.size();
     EXPECT_EQ(run(kRequest, routes, length + 1).code, 0);
@@ -102,7 +96,7 @@ TEST(Run, CapacityRuleStatusOnOverflowAndNoStatusPointer) {
 }
 
 TEST(Run, FailuresAre630WithStatusZero) {
-    const TRunRoutes routes = formRoutes();
+    const TRunRoutes routes{.form = &fakeForm};
     g_formResult = kDialogOk;
     g_formCalls = 0;
     // One catch takes every failure alike; this one comes from the general route's own load.
@@ -123,7 +117,7 @@ TEST(Run, DispatchOnModuleType) {
     };
     for (const Case& c : cases) EXPECT_EQ(EditorRouteOf(c.type), c.route) << ::testing::PrintToString(c.type);
 
-    TRunRoutes routes = formRoutes();
+    const TRunRoutes routes{.form = &fakeForm};
     g_formResult = kDialogOk;
     g_formCalls = 0;
     // A specialised type with no editor yet fails; the form is not shown.
@@ -154,9 +148,8 @@ TEST(Run, SpecialisedRouteRepliesWithAllValues) {
 }
 
 TEST(Run, MacroAssistFlagFollowsTheIniFile) {
-    TRunRoutes routes = formRoutes();
+    TRunRoutes routes{.form = &fakeForm, .iniInt = &iniSaysOne};
     g_formResult = kDialogCancel;
-    routes.iniInt = &iniSaysOne;
     SetMacroAssistEnabled(false);
     g_iniCalls = 0;
     run(u"<Config IniFile=\"q.ini\"/>", routes);
