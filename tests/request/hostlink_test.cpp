@@ -13,14 +13,6 @@ using testing::AnswerWith;
 using testing::ExchangeOf;
 using testing::TFakeHost;
 
-HostLink linkTo(TFakeHost& host) {
-    HostLink link;
-    link.window = 0x1234;
-    link.message = 0x400;
-    link.channel = &host;
-    return link;
-}
-
 TEST(HostLinkRecords, WireLayout) {
     using E = THostExchangeRecord;
     using C = THostAttributeColourRecord;
@@ -36,7 +28,7 @@ TEST(HostLinkRecords, WireLayout) {
 TEST(HostLinkSend, NeedsWindowAndMessage) {
     TFakeHost host;
     host.answer = [](const THostLinkRecord&) -> uint64_t { return 77; };
-    HostLink link = linkTo(host);
+    HostLink link{0x1234, 0x400, &host};
     EXPECT_EQ(link.Send(8438, 1, 2), 77u);
     ASSERT_EQ(host.calls.size(), 1u);
     EXPECT_EQ(TFakeHost::Key(host.calls[0]), TFakeHost::Key({0x1234, 0x400, {8438, 1, 0}}));
@@ -49,9 +41,7 @@ TEST(HostLinkSend, NeedsWindowAndMessage) {
     EXPECT_EQ(host.calls.size(), 1u);
 
     // A link with no channel of its own and none for the process answers 0.
-    HostLink bare;
-    bare.window = 1;
-    bare.message = 1;
+    const HostLink bare{1, 1};
     EXPECT_EQ(bare.Send(1, 0, 0), 0u);
 }
 
@@ -63,7 +53,7 @@ TEST(HostLinkHelp, EmptyTopicSendsTheFallback) {
         return 0;
     };
     TConfigSession session;
-    session.link = linkTo(host);
+    session.link = {0x1234, 0x400, &host};
     session.helpTopic = u"main";
     session.ShowHelp(u"charmap.index");
     session.ShowHelp(u"");
@@ -84,7 +74,7 @@ TEST(HostLinkExchange, RetriesOnceWithTheNeededSizeAndFailsWithAnEmptyReply) {
         request = TFakeHost::TextAt(ExchangeOf(r).request);
         return AnswerWith(r, big);
     };
-    const HostLink link = linkTo(host);
+    const HostLink link{0x1234, 0x400, &host};
     EXPECT_EQ(link.Exchange(8437, u"<charmap/>"), big);
     EXPECT_EQ(capacities, (std::vector<uint64_t>{2048, 5001}));
     EXPECT_EQ(request, u"<charmap/>");
@@ -128,7 +118,7 @@ TEST(HostLinkExchange, RetriesOnceWithTheNeededSizeAndFailsWithAnEmptyReply) {
 
 TEST(HostLinkQueries, AuthDirectoryAndEmulationName) {
     TFakeHost host;
-    const HostLink link = linkTo(host);
+    const HostLink link{0x1234, 0x400, &host};
     host.authDirectory = std::u16string(300, u'k');  // filled to the brim without a terminator
     EXPECT_EQ(link.AuthDirectory(), std::u16string(260, u'k'));
 
@@ -150,7 +140,7 @@ TEST(HostLinkQueries, AuthDirectoryAndEmulationName) {
 
 TEST(HostLinkQueries, LanguagesAndColours) {
     TFakeHost host;
-    const HostLink link = linkTo(host);
+    const HostLink link{0x1234, 0x400, &host};
     std::vector<std::u16string> texts;
     host.answer = [&](const THostLinkRecord& r) -> uint64_t {
         if (r.code == 8440) {
