@@ -39,30 +39,24 @@ TEST(CommaList, RunsOfCommasAreOneSeparator) {
 }
 
 TEST(ChoiceIndex, ValuesThenStringsThenRange) {
-    TElementDef e = element(ElementType::Int, u"");
-    e.min = 10;
-    e.max = 20;
-    EXPECT_EQ(e.GetChoiceIndex(u"15", 0), 5);
-    EXPECT_EQ(e.GetChoiceIndex(u"25", 3), 3);
-    EXPECT_EQ(e.GetChoiceIndex(u"10", 3), 0);
-    EXPECT_EQ(e.GetChoiceIndex(u"20x", 3), 10);  // trailing characters are ignored
-    EXPECT_EQ(e.GetChoiceIndex(u"", 3), 3);      // 0 is outside 10..20
-
-    e.values = {u"Low", u"High"};
-    EXPECT_EQ(e.GetChoiceIndex(u"high", -1), 1);  // case ignored
-    EXPECT_EQ(e.GetChoiceIndex(u"15", -1), -1);   // values win over the range
-
-    TElementDef s = element(ElementType::StringSet, u"");
-    s.strings = {u"One", u"Two"};
-    EXPECT_EQ(s.GetChoiceIndex(u"TWO", 9), 1);
-    TElementDef t = element(ElementType::Text, u"");
-    t.strings = {u"One"};
-    EXPECT_EQ(t.GetChoiceIndex(u"One", 9), 9);  // only a stringset searches its strings
-
-    TElementDef wide = element(ElementType::Char8, u"");
-    wide.min = INT32_MIN;
-    wide.max = INT32_MAX;
-    EXPECT_EQ(wide.GetChoiceIndex(u"-2147483648", 7), 0);
+    using L = std::vector<std::u16string>;
+    const struct Case { ElementType type; int min, max; L values, strings; const char16_t* text; int fallback, index; } cases[] = {
+        {ElementType::Int, 10, 20, {}, {}, u"15", 0, 5},
+        {ElementType::Int, 10, 20, {}, {}, u"25", 3, 3},
+        {ElementType::Int, 10, 20, {}, {}, u"10", 3, 0},
+        {ElementType::Int, 10, 20, {}, {}, u"20x", 3, 10},  // trailing characters are ignored
+        {ElementType::Int, 10, 20, {}, {}, u"", 3, 3},      // 0 is outside 10..20
+        {ElementType::Int, 10, 20, {u"Low", u"High"}, {}, u"high", -1, 1},  // case ignored
+        {ElementType::Int, 10, 20, {u"Low", u"High"}, {}, u"15", -1, -1},   // values win over the range
+        {ElementType::StringSet, 0, 0, {}, {u"One", u"Two"}, u"TWO", 9, 1},
+        {ElementType::Text, 0, 0, {}, {u"One"}, u"One", 9, 9},  // only a stringset searches its strings
+        {ElementType::Char8, INT32_MIN, INT32_MAX, {}, {}, u"-2147483648", 7, 0},
+    };
+    for (const Case& c : cases) {
+        TElementDef e = element(c.type, u"");
+        std::tie(e.min, e.max, e.values, e.strings) = std::tie(c.min, c.max, c.values, c.strings);
+        EXPECT_EQ(e.GetChoiceIndex(c.text, c.fallback), c.index) << ::testing::PrintToString(c.text);
+    }
 }
 
 TEST(BoolReading, ByType) {
