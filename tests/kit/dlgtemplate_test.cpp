@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 namespace qrl {
 namespace {
 
@@ -52,15 +54,11 @@ TEST(DialogTemplate, ItemsAreDwordAlignedAndRoundTrip) {
     ASSERT_TRUE(ReadTemplate(b.data(), b.size(), d, back));
     EXPECT_EQ(d.title, u"Configure");
     EXPECT_EQ(d.fontName, u"Helv");
+    const auto fields = [](const TemplateItem& i) {
+        return std::tuple(i.style, i.exStyle, i.x, i.y, i.cx, i.cy, i.id, i.className, i.caption);
+    };
     ASSERT_EQ(back.size(), 3u);
-    for (std::size_t i = 0; i < 3; ++i) {
-        EXPECT_EQ(back[i].style, items[i].style);
-        EXPECT_EQ(back[i].x, items[i].x);
-        EXPECT_EQ(back[i].cx, items[i].cx);
-        EXPECT_EQ(back[i].id, items[i].id);
-        EXPECT_EQ(back[i].className, items[i].className);
-        EXPECT_EQ(back[i].caption, items[i].caption);
-    }
+    for (std::size_t i = 0; i < 3; ++i) EXPECT_EQ(fields(back[i]), fields(items[i])) << i;
 
     // Every item starts on a multiple of four.
     TemplateBytes out;
