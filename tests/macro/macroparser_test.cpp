@@ -4,6 +4,8 @@
 
 #include <string>
 
+#include "text/textutil.h"
+
 namespace qrl {
 namespace {
 
@@ -16,17 +18,10 @@ Macro parse(std::u16string_view text, uint32_t flags = Full, uint32_t tag = 0)
     return macro;
 }
 
-std::string narrow(std::u16string_view s)
-{
-    std::string out;
-    for (char16_t c : s) out += c < 128 ? static_cast<char>(c) : '?';
-    return out;
-}
-
 std::string param(const MacroParam& p)
 {
     if (p.Kind == MacroParamKind::Number) return "n" + std::to_string(p.Number);
-    return p.Kind == MacroParamKind::String ? "\"" + narrow(p.Text) + "\"" : "-";
+    return p.Kind == MacroParamKind::String ? "\"" + utf16ToUtf8(p.Text) + "\"" : "-";
 }
 
 // The tokens in short: each one's type, then the fields that type uses.
@@ -37,17 +32,17 @@ std::string dump(const Macro& macro)
     std::string out;
     for (const MacroToken& t : macro.Tokens) {
         out += (out.empty() ? "" : " ") + std::string(types[t.Type]);
-        if (t.Type == MacroType::Invalid) out += narrow(t.Source);
-        if (t.Type == MacroType::Text) out += "'" + narrow(t.Text) + "'";
+        if (t.Type == MacroType::Invalid) out += utf16ToUtf8(t.Source);
+        if (t.Type == MacroType::Text) out += "'" + utf16ToUtf8(t.Text) + "'";
         if (t.Type == MacroType::Character) out += std::to_string(t.CharCode) + (t.CharIsHex ? "x" : "");
-        if (t.Type == MacroType::EmulationKey) out += narrow(t.Name) + "=" + narrow(t.Text);
-        if (t.Type == MacroType::Label) out += narrow(t.Label);
-        if (t.Type == MacroType::Goto) out += narrow(t.Name) + "/" + narrow(t.Label);
+        if (t.Type == MacroType::EmulationKey) out += utf16ToUtf8(t.Name) + "=" + utf16ToUtf8(t.Text);
+        if (t.Type == MacroType::Label) out += utf16ToUtf8(t.Label);
+        if (t.Type == MacroType::Goto) out += utf16ToUtf8(t.Name) + "/" + utf16ToUtf8(t.Label);
         if (t.Type == MacroType::If || t.Type == MacroType::While)
-            out += "(" + narrow(t.Identifier) + std::to_string(t.Operator) + param(t.Value) + ")";
+            out += "(" + utf16ToUtf8(t.Identifier) + std::to_string(t.Operator) + param(t.Value) + ")";
         if (t.Type == MacroType::Function || t.Type == MacroType::Classic) {
             out += std::to_string(t.FunctionId);
-            out += t.Type == MacroType::Function ? ":" + narrow(t.Name) : std::string(1, char(t.Delimiter));
+            out += t.Type == MacroType::Function ? ":" + utf16ToUtf8(t.Name) : std::string(1, char(t.Delimiter));
             out += "(";
             for (size_t i = 0; i < t.Params.size(); ++i) out += (i ? "," : "") + param(t.Params[i]);
             out += ")";
@@ -104,7 +99,7 @@ TEST(MacroParser, Tokens)
          "F5:Pause(n7) F5:Pause(n0) F5:Pause(n-1) F5:Pause(n-2147483648) $"},
     };
     for (const Case& c : cases) {
-        SCOPED_TRACE(narrow(c.text));
+        SCOPED_TRACE(utf16ToUtf8(c.text));
         Macro macro = parse(c.text, c.flags);
         expectWellFormed(macro, c.text);
         EXPECT_EQ(dump(macro), c.tokens);
@@ -170,7 +165,7 @@ TEST(MacroParser, ErrorsAndTheirPositions)
         {u"\\S", Syntax, 2, u"Unmatched delimiter", ""},
     };
     for (const Case& c : cases) {
-        SCOPED_TRACE(narrow(c.text));
+        SCOPED_TRACE(utf16ToUtf8(c.text));
         Macro m = parse(c.text);
         EXPECT_EQ(m.ErrorCode, c.code);
         EXPECT_EQ(m.ErrorPos, c.pos);
