@@ -26,52 +26,49 @@ struct Case {
     std::optional<std::string> after;   // none: no file is made
 };
 
-const std::vector<Case>& cases() {
-    static const std::vector<Case> all{
-        {"new file, section, key, replaced value, deleted key and section", std::nullopt,
-         {{u"App", u"key", u"string"}, {u"Second", u"k2", u"v2"}, {u"App", u"key2", u"  val2  "},
-         {u"app", u"KEY", u"replaced"}, {u"App", u"key", nullptr}, {u"Second", nullptr, nullptr}},
-         "[App]\r\nkey2=val2\r\n"},
-        {"a hand-written file is normalised when written",
-         "pre line\r\n; comment before\r\n\r\n[ Sec ] trailing\r\n  key  =  value  \r\nnoequals\r\n=onlyvalue\r\n"
-         "=second\r\n==\r\n\r\n; comment\r\n[unterminated\r\n[Sec]\r\nk=dup\r\n[]\r\nempty=sec\r\nlast=x",
-         {{u"sec", u"new", u"1"}},
-         "pre line\r\n; comment before\r\n[Sec]\r\nkey=value\r\nnoequals\r\n=onlyvalue\r\n; comment\r\n"
-         "[unterminated\r\nnew=1\r\n[Sec]\r\nk=dup\r\nempty=sec\r\nlast=x\r\n"},
-        {"writing the value a key has leaves the file alone", "[S]\r\n  k = v  \r\n\r\n",
-         {{u"S", u"k", u"v"}, {u"S", u"k", u"   v"}}, "[S]\r\n  k = v  \r\n\r\n"},
-        {"names are trimmed, values only at their start", std::nullopt,
-         {{u" S p ", u" k ", u"  v  "}, {u"S p", u"k", u"w"}, {u" s p ", u"K ", u"  w"}}, "[S p]\r\nk=w\r\n"},
-        {"deleting a section takes the first of that name", "[A]\r\na=1\r\n[B]\r\nb=1\r\n[A]\r\nc=2\r\n",
-         {{u"A", nullptr, nullptr}}, "[B]\r\nb=1\r\n[A]\r\nc=2\r\n"},
-        {"deleting a key looks in every section of that name", "[A]\r\na=1\r\n[B]\r\nb=1\r\n[A]\r\nc=2\r\n",
-         {{u"a", u"C", nullptr}}, "[A]\r\na=1\r\n[B]\r\nb=1\r\n[A]\r\n"},
-        {"a new key goes to the first section of that name", "[A]\r\na=1\r\n[B]\r\nb=1\r\n[A]\r\nc=2\r\n",
-         {{u"a", u"C", u"3"}}, "[A]\r\na=1\r\nC=3\r\n[B]\r\nb=1\r\n[A]\r\nc=2\r\n"},
-        {"lone CR and lone LF end lines", std::string{"[A]\ra=1\rb=2\r[B]\nc=3"}, {{u"B", u"d", u"4"}},
-         "[A]\r\na=1\r\nb=2\r\n[B]\r\nc=3\r\nd=4\r\n"},
-        {"a section header runs to its last bracket", "[ a ]b]\r\nk=1\r\n[x]]\r\nk=2\r\n[[y]\r\nk=3\r\n\r\r\n[z\r\n",
-         {{u"a ]b", u"n", u"1"}, {u"x]", u"n", u"2"}, {u"[y", u"n", u"3"}},
-         "[a ]b]\r\nk=1\r\nn=1\r\n[x]]\r\nk=2\r\nn=2\r\n[[y]\r\nk=3\r\n[z\r\nn=3\r\n"},
-        {"white space is blank, tab to CR and ^Z, not a no-break space",
-         "[A]\r\n\vk\f=\vv\f\r\n\tj\t=\tw\xA0\r\n\x1A", {{u"A", u"n", u"\u00A0x"}},
-         "[A]\r\nk=v\r\nj=w\xA0\r\nn=\xA0x\r\n"},
-        {"a UTF-8 file stays UTF-8 with its mark", "\xEF\xBB\xBF[A]\r\na=1\r\n", {{u"A", u"b", u"\u00E9"}},
-         "\xEF\xBB\xBF[A]\r\na=1\r\nb=\xC3\xA9\r\n"},
-        {"a zero in a line ends its text", std::string{"[A]\r\na=1\0zz\r\n\0x=1\r\n", 19}, {{u"A", u"c", u"3"}},
-         "[A]\r\na=1\r\n=1\r\nc=3\r\n"},
-        {"quotes are written as given", "[A]\r\na=\"q\"\r\n", {{u"A", u"b", u"'x'"}, {u"A", u"e", u""}},
-         "[A]\r\na=\"q\"\r\nb='x'\r\ne=\r\n"},
-        {"deleting from a missing file makes no file", std::nullopt,
-         {{u"A", u"b", nullptr}, {u"A", nullptr, nullptr}}, std::nullopt},
-    };
-    return all;
-}
+const Case cases[] = {
+    {"new file, section, key, replaced value, deleted key and section", std::nullopt,
+     {{u"App", u"key", u"string"}, {u"Second", u"k2", u"v2"}, {u"App", u"key2", u"  val2  "},
+     {u"app", u"KEY", u"replaced"}, {u"App", u"key", nullptr}, {u"Second", nullptr, nullptr}},
+     "[App]\r\nkey2=val2\r\n"},
+    {"a hand-written file is normalised when written",
+     "pre line\r\n; comment before\r\n\r\n[ Sec ] trailing\r\n  key  =  value  \r\nnoequals\r\n=onlyvalue\r\n"
+     "=second\r\n==\r\n\r\n; comment\r\n[unterminated\r\n[Sec]\r\nk=dup\r\n[]\r\nempty=sec\r\nlast=x",
+     {{u"sec", u"new", u"1"}},
+     "pre line\r\n; comment before\r\n[Sec]\r\nkey=value\r\nnoequals\r\n=onlyvalue\r\n; comment\r\n"
+     "[unterminated\r\nnew=1\r\n[Sec]\r\nk=dup\r\nempty=sec\r\nlast=x\r\n"},
+    {"writing the value a key has leaves the file alone", "[S]\r\n  k = v  \r\n\r\n",
+     {{u"S", u"k", u"v"}, {u"S", u"k", u"   v"}}, "[S]\r\n  k = v  \r\n\r\n"},
+    {"names are trimmed, values only at their start", std::nullopt,
+     {{u" S p ", u" k ", u"  v  "}, {u"S p", u"k", u"w"}, {u" s p ", u"K ", u"  w"}}, "[S p]\r\nk=w\r\n"},
+    {"deleting a section takes the first of that name", "[A]\r\na=1\r\n[B]\r\nb=1\r\n[A]\r\nc=2\r\n",
+     {{u"A", nullptr, nullptr}}, "[B]\r\nb=1\r\n[A]\r\nc=2\r\n"},
+    {"deleting a key looks in every section of that name", "[A]\r\na=1\r\n[B]\r\nb=1\r\n[A]\r\nc=2\r\n",
+     {{u"a", u"C", nullptr}}, "[A]\r\na=1\r\n[B]\r\nb=1\r\n[A]\r\n"},
+    {"a new key goes to the first section of that name", "[A]\r\na=1\r\n[B]\r\nb=1\r\n[A]\r\nc=2\r\n",
+     {{u"a", u"C", u"3"}}, "[A]\r\na=1\r\nC=3\r\n[B]\r\nb=1\r\n[A]\r\nc=2\r\n"},
+    {"lone CR and lone LF end lines", std::string{"[A]\ra=1\rb=2\r[B]\nc=3"}, {{u"B", u"d", u"4"}},
+     "[A]\r\na=1\r\nb=2\r\n[B]\r\nc=3\r\nd=4\r\n"},
+    {"a section header runs to its last bracket", "[ a ]b]\r\nk=1\r\n[x]]\r\nk=2\r\n[[y]\r\nk=3\r\n\r\r\n[z\r\n",
+     {{u"a ]b", u"n", u"1"}, {u"x]", u"n", u"2"}, {u"[y", u"n", u"3"}},
+     "[a ]b]\r\nk=1\r\nn=1\r\n[x]]\r\nk=2\r\nn=2\r\n[[y]\r\nk=3\r\n[z\r\nn=3\r\n"},
+    {"white space is blank, tab to CR and ^Z, not a no-break space",
+     "[A]\r\n\vk\f=\vv\f\r\n\tj\t=\tw\xA0\r\n\x1A", {{u"A", u"n", u"\u00A0x"}},
+     "[A]\r\nk=v\r\nj=w\xA0\r\nn=\xA0x\r\n"},
+    {"a UTF-8 file stays UTF-8 with its mark", "\xEF\xBB\xBF[A]\r\na=1\r\n", {{u"A", u"b", u"\u00E9"}},
+     "\xEF\xBB\xBF[A]\r\na=1\r\nb=\xC3\xA9\r\n"},
+    {"a zero in a line ends its text", std::string{"[A]\r\na=1\0zz\r\n\0x=1\r\n", 19}, {{u"A", u"c", u"3"}},
+     "[A]\r\na=1\r\n=1\r\nc=3\r\n"},
+    {"quotes are written as given", "[A]\r\na=\"q\"\r\n", {{u"A", u"b", u"'x'"}, {u"A", u"e", u""}},
+     "[A]\r\na=\"q\"\r\nb='x'\r\ne=\r\n"},
+    {"deleting from a missing file makes no file", std::nullopt,
+     {{u"A", u"b", nullptr}, {u"A", nullptr, nullptr}}, std::nullopt},
+};
 
 }  // namespace
 
 TEST(Profile, WritesTheSameBytesAsWindows) {
-    for (const Case& c : cases()) {
+    for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
         TempFolder dir;
         if (c.before) dir.write("p.ini", *c.before);
