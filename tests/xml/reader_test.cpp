@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "text/textutil.h"
 #include "xml_testing.h"
 
 using namespace AdvXMLParser;
@@ -110,8 +111,8 @@ TEST(XmlReader, LongChildListsCrossingBlocksStayInOrder) {
         std::u16string text = u"<r>";
         for (int i = 0; i < 300; ++i) {
             std::u16string children = i % 100 == 99 ? u"" : u"t";
-            for (int j = 0; i % 100 == 99 && j < inner; ++j) children += u"<f n=\"" + xmltest::Number(j) + u"\"/>";
-            text += u"<e n=\"" + xmltest::Number(i) + u"\">" + children + u"</e>";
+            for (int j = 0; i % 100 == 99 && j < inner; ++j) children += u"<f n=\"" + qrl::decimal(j) + u"\"/>";
+            text += u"<e n=\"" + qrl::decimal(i) + u"\">" + children + u"</e>";
         }
         text += u"</r>";
         EXPECT_EQ(WrittenCompact(*Parse(text)->Root()), text) << inner;

@@ -32,10 +32,7 @@ TEST(XmlWriter, EscapesOnlyTheFiveCharacters) {
 
 TEST(XmlWriter, References) {
     Element e(u"e");
-    e.Add(std::make_unique<CharRef>(u'A'));
-    e.Add(std::make_unique<CharRef>(u'\uabcd'));
-    e.Add(std::make_unique<CharRef>(u'\x0a'));
-    e.Add(std::make_unique<CharRef>(u'\0'));  // code 0: no digits at all
+    for (char16_t c : {u'A', u'\uabcd', u'\x0a', u'\0'}) e.Add(std::make_unique<CharRef>(c));  // code 0: no digits
     e.Add(std::make_unique<EntityRef>(u"lt"));
     EXPECT_EQ(WrittenCompact(e), u"<e>&#x41;&#xABCD;&#xA;&#x;&lt;</e>");
     // A reference in a value survives as a reference and is written by its name.

@@ -91,11 +91,6 @@ std::u16string DataReplyOf(WriteBlock writeBlock) {
     return Written(doc);
 }
 
-inline std::u16string Number(int n) {
-    const std::string digits = std::to_string(n);
-    return std::u16string(digits.begin(), digits.end());
-}
-
 inline std::u16string WrittenCompact(const AdvXMLParser::Node& n) {
     std::u16string out;
     AdvXMLParser::WriterState state(out, AdvXMLParser::WriterState::kCompact);
