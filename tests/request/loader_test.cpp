@@ -200,10 +200,8 @@ TEST(Loader, ElementsKeepTheirPlaceAndCopiesOutliveTheSession) {
         EXPECT_EQ(s.FindElement(u"ADDED700"), &s.elements[701]);
         copy = s.elements[0];
     }
-    EXPECT_EQ(copy.name, u"LongElementName");
-    EXPECT_EQ(copy.group, u"A.Group.Path");
-    EXPECT_EQ(copy.description, u"A description of it");
-    EXPECT_EQ(copy.defaultValue, u"the default value");
+    EXPECT_EQ(fields(copy),
+              u"LongElementName 0 0 0 0 000000|the default value|the default value|A.Group.Path|A description of it|||");
 }
 
 // Hooks that note what reached them, for the list types of Data and the form engine's children.
