@@ -152,8 +152,7 @@ TEST(Loader, ModuleLists) {
     EXPECT_EQ(s->moduleLists[1].current, u"tcp");
     EXPECT_FALSE(s->connected);  // the last list decides, and only "1" counts
 
-    const auto one = loaded(u"<Config><ModuleList Connected=\" 1 \"/></Config>");
-    EXPECT_TRUE(one->connected);
+    EXPECT_TRUE(loaded(u"<Config><ModuleList Connected=\" 1 \"/></Config>")->connected);
 
     // A list that breaks off keeps its record, although the request fails.
     TConfigSession broken;
