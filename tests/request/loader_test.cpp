@@ -174,14 +174,12 @@ TEST(Loader, DataValuesAndApply) {
 
     EXPECT_EQ(s->elements[0].value, u"d");  // not yet applied
     s->ApplyDataValues();
-    EXPECT_EQ(s->elements[0].value, u"alpha");  // the first of two equal names
-    EXPECT_EQ(s->elements[1].value, u"second");
-    EXPECT_EQ(s->elements[0].defaultValue, u"d");
-    const TElementDef* x = s->FindElement(u"X");
-    ASSERT_NE(x, nullptr);
-    EXPECT_EQ(x->type, ElementType::Text);
-    EXPECT_EQ(x->value, u"1");
-    EXPECT_EQ(s->elements.size(), 4u);
+    // Host takes the first of two equal names; an item of no element becomes a text element.
+    ASSERT_EQ(s->elements.size(), 4u);
+    EXPECT_EQ(fields(s->elements[0]), u"Host 0 0 0 0 000000|d|alpha|||||");
+    EXPECT_EQ(fields(s->elements[1]), u"host 0 0 0 0 000000|second|second|||||");
+    EXPECT_EQ(s->FindElement(u"X"), &s->elements[3]);
+    EXPECT_EQ(fields(s->elements[3]), u"x 0 0 0 0 000000||1|||||");
     EXPECT_EQ(s->FindElement(u"nothing"), nullptr);
 }
 
