@@ -27,11 +27,13 @@ TEST(Soak, SslCertificate) {
     });
 }
 
-// The Printer route: the platform's print setup (here its notice that no printer is installed).
+// The Printer route on a stored setup: the platform's print setup (here its notice that no printer
+// is installed), and so the result of a cancelled dialog.
 TEST(Soak, PrinterRoute) {
     ASSERT_TRUE(Product::Get().Loaded());
     const std::u16string request = u"<Config ModuleType=\"Printer\"><DTD><Element Name=\"Printer\" Type=\"printer\"/>"
-                                   u"</DTD><Data><Item Element=\"Printer\" Value=\"\"/></Data></Config>";
+                                   u"</DTD><Data><Item Element=\"Printer\" Value=\"HP LaserJet|LPT1:|winspool|0|"
+                                   u"HP LaserJet|A4|||\"/></Data></Config>";
     ExpectNoGrowth(200, [&](int) {
         return RunRequest(request, L"Print", [](Driver& d, HWND box) { d.Close(box); }, 0).code == 2;
     });
