@@ -19,10 +19,6 @@ TAttrDialogData dataWithDefaults() {
     return d;
 }
 
-void setFeature(TColourScheme& s, int i, bool override, uint32_t features, uint32_t fg, uint32_t bg) {
-    s.features[static_cast<std::size_t>(i)] = TSchemeFeature{override, features, fg, bg};
-}
-
 // Foreground and background, then the features and the entry's own pair.
 using V = std::vector<uint32_t>;
 V pair(const TResolvedAttr& r) { return {r.foreground, r.background}; }
@@ -41,19 +37,11 @@ TEST(ColourAction, EachActionOnItsEdges) {
     EXPECT_EQ(ApplyColourAction(99, 0x123), 3u);
 }
 
-TEST(ColourScheme, FindFoldsCase) {
-    TColourSchemeList list(2);
-    list[0].name = u"Classic";
-    list[1].name = u"Night";
-    EXPECT_EQ(FindColourScheme(list, u"NIGHT"), &list[1]);
-    EXPECT_EQ(FindColourScheme(list, u"Nigh"), nullptr);
-}
-
 TEST(ResolveFeature, NormalPairAndOverride) {
     TAttrDialogData d = dataWithDefaults();
-    setFeature(d.working, 0, true, 0, 14, 1);   // combination 0's override counts for nothing
-    setFeature(d.working, 2, false, 2, 4, 5);   // no override: the normal pair
-    setFeature(d.working, 16, true, 16, 3, 6);  // override, and Reverse
+    d.working.features[0] = {true, 0, 14, 1};   // combination 0's override counts for nothing
+    d.working.features[2] = {false, 2, 4, 5};   // no override: the normal pair
+    d.working.features[16] = {true, 16, 3, 6};  // override, and Reverse
     EXPECT_EQ(pair(ResolveFeature(d, 0)), V({14, 1}));
     EXPECT_EQ(all(ResolveFeature(d, 2)), V({14, 1, 2, 4, 5}));
     EXPECT_EQ(pair(ResolveFeature(d, 16)), V({6, 3}));
@@ -65,27 +53,27 @@ TEST(ResolveFeature, BoldAndDimActionsBeforeReverseAndInvisibleAfter) {
     TAttrDialogData d = dataWithDefaults();
     d.working.boldMode = kActionNextGroup;
     d.working.dimMode = kActionPreviousGroup;
-    setFeature(d.working, kAttrBold, true, kAttrBold, 2, 0);
+    d.working.features[kAttrBold] = {true, kAttrBold, 2, 0};
     EXPECT_EQ(ResolveFeature(d, kAttrBold).foreground, 10u);
 
     // Bold and Dim: only Bold's action.
     d.working.boldMode = kActionNextColour;
     d.working.dimMode = kActionToggleGroup;
-    setFeature(d.working, 12, true, kAttrBold | kAttrDim, 3, 0);
+    d.working.features[12] = {true, kAttrBold | kAttrDim, 3, 0};
     EXPECT_EQ(ResolveFeature(d, 12).foreground, 4u);
-    setFeature(d.working, kAttrDim, true, kAttrDim, 3, 0);
+    d.working.features[kAttrDim] = {true, kAttrDim, 3, 0};
     EXPECT_EQ(ResolveFeature(d, kAttrDim).foreground, 11u);
 
     // Reverse and Bold, white on black: the action changes the white, then the pair swaps.
     const int rb = kAttrReverse | kAttrBold;
-    setFeature(d.working, rb, true, kAttrReverse | kAttrBold, 15, 0);
+    d.working.features[rb] = {true, kAttrReverse | kAttrBold, 15, 0};
     EXPECT_EQ(pair(ResolveFeature(d, rb)), V({0, 0}));  // 15 + 1 wraps to 0, then moves to the background
     d.working.boldMode = kActionPreviousGroup;
     EXPECT_EQ(pair(ResolveFeature(d, rb)), V({0, 7}));
 
     // Invisible after the swap, and only when the config samples show invisible.
     const int ri = kAttrReverse | kAttrInvisible;
-    setFeature(d.working, ri, true, kAttrReverse | kAttrInvisible, 2, 9);
+    d.working.features[ri] = {true, kAttrReverse | kAttrInvisible, 2, 9};
     d.enableInvisCfg = false;
     EXPECT_EQ(pair(ResolveFeature(d, ri)), V({9, 2}));
     d.enableInvisCfg = true;
@@ -94,7 +82,7 @@ TEST(ResolveFeature, BoldAndDimActionsBeforeReverseAndInvisibleAfter) {
 
 TEST(ResolveField, OverrideAloneDecidesAndRangeIsGuarded) {
     TAttrDialogData d = dataWithDefaults();
-    setFeature(d.working, 0, false, 0, 7, 1);
+    d.working.features[0] = {false, 0, 7, 1};
     d.working.fields[0] = TSchemeField{true, false, 0, 12, 3};
     d.working.fields[5] = TSchemeField{false, true, kAttrReverse, 12, 3};
     EXPECT_EQ(pair(ResolveField(d, 0)), V({12, 3}));  // field 0 keeps its own colours

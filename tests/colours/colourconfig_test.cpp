@@ -111,6 +111,7 @@ TEST(SelectListItem, KindNumberLabelAndColoursByRange) {
 TEST(SchemeLifecycle, OpeningTakesTheNamedSchemeElseTheFirst) {
     EXPECT_EQ(Fixture({u"One", u"Two"}, u"two").data.working.name, u"Two");
     EXPECT_EQ(Fixture({u"One", u"Two"}, u"Three").data.working.name, u"One");
+    EXPECT_EQ(Fixture({u"One", u"Two"}, u"Tw").data.working.name, u"One");  // a whole name, not its start
     Fixture empty({}, u"Three");
     EXPECT_EQ(empty.data.working.name, u"");
     EXPECT_FALSE(IsCustom(empty.data));
