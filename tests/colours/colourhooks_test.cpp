@@ -13,23 +13,14 @@ using namespace qrl;
 namespace {
 
 const char16_t kRequest[] =
-    u"<Config ModuleType=\"ColourMap\">"
-    u"<DTD>"
-    u"<Element Name=\"CurrScheme\" Type=\"text\"/>"
-    u"<Element Name=\"Schemes\" Type=\"colourschemelist\"/>"
-    u"<Element Name=\"Names\" Type=\"attrnames\"/>"
-    u"</DTD>"
-    u"<Data>"
-    u"<Item Element=\"CurrScheme\" Value=\"night\"/>"
-    u"<Item Element=\"Names\"><feature index=\"2\" long=\"Underscore\" short=\"Us\"/>"
-    u"<colour index=\"3\" descr=\"Teal\"/><field index=\"1\" descr=\"Protected\"/></Item>"
-    u"<Item Element=\"Schemes\">"
-    u"<ColourScheme Element=\"Day\"><Item Element=\"BoldMode\" Value=\"1\"/></ColourScheme>"
-    u"<ColourScheme Element=\"Night\"><palette value=\"1 2 3\"/></ColourScheme>"
-    u"</Item>"
-    u"<Item Element=\"Schemes\"><ColourScheme Element=\"Third\"/></Item>"
-    u"</Data>"
-    u"</Config>";
+    uR"(<Config ModuleType="ColourMap"><DTD><Element Name="CurrScheme" Type="text"/>)"
+    uR"(<Element Name="Schemes" Type="colourschemelist"/><Element Name="Names" Type="attrnames"/></DTD><Data>)"
+    uR"(<Item Element="CurrScheme" Value="night"/>)"
+    uR"(<Item Element="Names"><feature index="2" long="Underscore" short="Us"/>)"
+    uR"(<colour index="3" descr="Teal"/><field index="1" descr="Protected"/></Item>)"
+    uR"(<Item Element="Schemes"><ColourScheme Element="Day"><Item Element="BoldMode" Value="1"/></ColourScheme>)"
+    uR"(<ColourScheme Element="Night"><palette value="1 2 3"/></ColourScheme></Item>)"
+    uR"(<Item Element="Schemes"><ColourScheme Element="Third"/></Item></Data></Config>)";
 
 }  // namespace
 
@@ -51,18 +42,15 @@ TEST(ColourHooks, RequestFillsSessionAndAnUnchangedListIsWrittenEmpty) {
 TEST(AttrDialogData, SettingsComeFromDataAndGoBackToElements) {
     TConfigSession session;
     session.LoadRequestText(
-        u"<Config><DTD>"
-        u"<Element Name=\"CurrScheme\"/><Element Name=\"DisplayMode\" Type=\"int\"/>"
-        u"<Element Name=\"EnableBlink\" Type=\"bool\"/><Element Name=\"EnableInvisCfg\" Type=\"bool\"/>"
-        u"<Element Name=\"BoxStyle\" Type=\"int\"/><Element Name=\"FeaturesUsed\" Type=\"int\" Default=\"9\"/>"
-        u"<Element Name=\"N\" Type=\"attrnames\"/>"
-        u"</DTD><Data>"
-        u"<Item Element=\"currscheme\" Value=\"Night\"/><Item Element=\"CurrScheme\" Value=\"Day\"/>"
-        u"<Item Element=\"DisplayMode\" Value=\"2x\"/><Item Element=\"FeaturesUsed\" Value=\"31\"/>"
-        u"<Item Element=\"NormalColour\" Value=\"1031\"/><Item Element=\"EnableInvisCfg\" Value=\"1\"/>"
-        u"<Item Element=\"MergeBoxes\" Value=\"yes\"/><Item Element=\"BoxStyle\" Value=\"3\"/>"
-        u"<Item Element=\"N\"><colour index=\"2\" descr=\"Leaf\"/></Item>"
-        u"</Data></Config>");
+        uR"(<Config><DTD><Element Name="CurrScheme"/><Element Name="DisplayMode" Type="int"/>)"
+        uR"(<Element Name="EnableBlink" Type="bool"/><Element Name="EnableInvisCfg" Type="bool"/>)"
+        uR"(<Element Name="BoxStyle" Type="int"/><Element Name="FeaturesUsed" Type="int" Default="9"/>)"
+        uR"(<Element Name="N" Type="attrnames"/></DTD><Data>)"
+        uR"(<Item Element="currscheme" Value="Night"/><Item Element="CurrScheme" Value="Day"/>)"
+        uR"(<Item Element="DisplayMode" Value="2x"/><Item Element="FeaturesUsed" Value="31"/>)"
+        uR"(<Item Element="NormalColour" Value="1031"/><Item Element="EnableInvisCfg" Value="1"/>)"
+        uR"(<Item Element="MergeBoxes" Value="yes"/><Item Element="BoxStyle" Value="3"/>)"
+        uR"(<Item Element="N"><colour index="2" descr="Leaf"/></Item></Data></Config>)");
     TAttrDialogData d;
     d.working.name = u"left over";
     LoadAttrDialogData(d, session);
