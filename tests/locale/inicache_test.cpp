@@ -13,12 +13,6 @@ namespace {
 uint32_t g_ticks = 0;
 uint32_t fakeTicks() { return g_ticks; }
 
-// Gives the file a modification time clearly apart from the last one: stamps count seconds.
-void touchLater(const TempFolder& dir, const std::string& name, int seconds) {
-    const auto p = dir.path() / name;
-    std::filesystem::last_write_time(p, std::filesystem::last_write_time(p) + std::chrono::seconds(seconds));
-}
-
 std::u16string getString(IniFileCache& cache, const char16_t* section, const char16_t* key, const std::u16string& file,
                          const char16_t* defaultText = u"<default>") {
     char16_t buffer[256];
@@ -131,8 +125,9 @@ TEST_F(IniCache, ListsFillTheBufferWithinItsSize) {
 
 TEST_F(IniCache, SeesAChangedFileOnlyAfterTheInterval) {
     const std::u16string file = put("t.ini", "[a]\r\nk=old\r\n");
-    // Each step may rewrite the file with a later stamp, then reads at a tick count. The interval
-    // counts from the last look at the time stamp, across the counter's wrap.
+    const auto path = dir.path() / "t.ini";
+    // Each step may rewrite the file with a later stamp (stamps count seconds), then reads at a tick
+    // count. The interval counts from the last look at the time stamp, across the counter's wrap.
     const struct Step { const char* value; int later; uint32_t ticks; const char16_t* seen; } steps[] = {
         {nullptr, 0, 1000, u"old"},
         {"new", 10, 1000 + 4999, u"old"},
@@ -145,16 +140,17 @@ TEST_F(IniCache, SeesAChangedFileOnlyAfterTheInterval) {
         SCOPED_TRACE(step.ticks);
         if (step.value) {
             dir.write("t.ini", std::string{"[a]\r\nk="} + step.value + "\r\n");
-            touchLater(dir, "t.ini", step.later);
+            const auto later = std::filesystem::last_write_time(path) + std::chrono::seconds(step.later);
+            std::filesystem::last_write_time(path, later);
         }
         g_ticks = step.ticks;
         EXPECT_EQ(getString(cache, u"a", u"k", file), step.seen);
     }
 
     // Rewritten within the same second, the stamp doesn't change and the cache keeps what it has.
-    const auto stamp = std::filesystem::last_write_time(dir.path() / "t.ini");
+    const auto stamp = std::filesystem::last_write_time(path);
     dir.write("t.ini", "[a]\r\nk=unseen\r\n");
-    std::filesystem::last_write_time(dir.path() / "t.ini", stamp);
+    std::filesystem::last_write_time(path, stamp);
     g_ticks += 10000;
     EXPECT_EQ(getString(cache, u"a", u"k", file), u"newest");
     EXPECT_EQ(cache.files.size(), 1u);
