@@ -1,7 +1,9 @@
 #include "colours/colourvision.h"
 
-#include "colours/contrast.h"
+#include "colours/colourconfig.h"
+#include "colours/colourpreview.h"
 #include "colours/colourtexts.h"
+#include "colours/contrast.h"
 
 #include <gtest/gtest.h>
 
@@ -9,6 +11,28 @@ namespace qrl {
 namespace {
 
 constexpr uint32_t kRed = 0x0000FF, kGreen = 0x00FF00, kBlue = 0xFF0000, kGrey = 0x808080;
+
+TEST(Contrast, KnownPairsAndTheirText) {
+    const struct {
+        uint32_t foreground, background;
+        double ratio;
+        const char16_t* text;
+    } cases[] = {
+        {0x000000, 0xFFFFFF, 21.0, u"Contrast 21.0:1"},
+        {0xFFFFFF, 0x000000, 21.0, u"Contrast 21.0:1"},  // either way round
+        {0x123456, 0x123456, 1.0, u"Contrast 1.0:1 \u2013 hard to read"},
+        {0x777777, 0xFFFFFF, 4.478, u"Contrast 4.4:1 \u2013 hard to read"},  // cut, not rounded up
+        {0x767676, 0xFFFFFF, 4.542, u"Contrast 4.5:1"},
+        {0x0000FF, 0xFFFFFF, 3.998, u"Contrast 3.9:1 \u2013 hard to read"},  // pure red: red is the low byte
+        {0x02FFFFFF, 0x01000000, 21.0, u"Contrast 21.0:1"},  // top bytes are not colour
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.foreground);
+        const double ratio = ContrastRatio(c.foreground, c.background);
+        EXPECT_NEAR(ratio, c.ratio, 0.005);
+        EXPECT_EQ(ContrastText(ratio), c.text);
+    }
+}
 
 TEST(ColourVision, SimulationKeepsGreysAndMovesPrimariesAsTheModelSays) {
     using P = TVisionPreview;
@@ -82,6 +106,25 @@ TEST(ColourVision, SchemeCheckListsTheShownCombinationsBelowTheMinimumWorstFirst
     EXPECT_EQ(texts, u"Blink: 1.3:1 (Blue on Black)\nReverse+Blink: 1.8:1 (White on Light grey)\n"
                      u"Reverse: 2.2:1 (Light grey on Grey)\n");
     EXPECT_TRUE(data.itemTexts.empty());  // the dialog's list is left alone
+}
+
+// Dark blue on black, through Reverse and the bold action (c or 8): the pick reads in every preview.
+TEST(ColourPreview, FixContrastPickReadsAfterFeaturesAndPreviewAreApplied) {
+    for (uint32_t combination : {1u, kAttrReverse, kAttrBold, kAttrBold | kAttrReverse})
+        for (std::size_t p = 0; p < kVisionPreviewCount; ++p) {
+            const auto preview = static_cast<TVisionPreview>(p);
+            const bool reverse = (combination & kAttrReverse) != 0;
+            TAttrDialogData data;
+            data.working.palette = DefaultPalette();
+            data.working.boldMode = 2;
+            data.working.features[combination] = {true, combination, reverse ? 0u : 1u, reverse ? 1u : 0u};
+            data.selectedItem = data.selectedValue = combination;
+            data.shown = ResolveFeature(data, static_cast<int>(combination));
+            const std::optional<TPalettePick> pick = FixContrastPick(data, preview);
+            ASSERT_TRUE(pick) << combination << " " << p;
+            PickAttrColours(data, pick->first, pick->second);
+            EXPECT_FALSE(FixContrastPick(data, preview)) << combination << " " << p;  // readable now
+        }
 }
 
 }  // namespace

@@ -1,5 +1,7 @@
 #include "colours/ibm5250colourmap.h"
 
+#include "colours/ibm5250example.h"
+
 #include <gtest/gtest.h>
 
 using namespace qrl;
@@ -89,4 +91,24 @@ TEST(Ibm5250ColourMap, EditingTouchesOnlyTheTerminalKindInForce) {
 
     // A row number out of range is the first row, never outside the map.
     EXPECT_EQ(V({map.EditOf(32, false).code, map.EditOf(static_cast<std::size_t>(-1), true).code}), V({0x20, 0x20}));
+}
+
+TEST(Ibm5250Example, FeaturesReverseAndHiding) {
+    T5250Example shown;
+    shown.blinkPhase = false;
+    const T5250Example e = ExampleOf({0x29, f5250::Reverse | f5250::Blink | f5250::HighIntensity, 4, 1}, shown);
+    EXPECT_EQ(std::make_pair(e.foreground, e.background), std::make_pair(uint8_t{1}, uint8_t{4}));  // swapped
+    EXPECT_FALSE(e.blinkPhase);  // the phase is the timer's, not the row's
+    EXPECT_TRUE(ExampleHidden(e));
+    EXPECT_EQ(ExampleHostAttribute(e), 4u);
+    EXPECT_EQ(std::u16string(ExampleText(e)), u"  Aa  Bb  Cc  ");
+
+    shown.blinkPhase = true;
+    const T5250Example plain = ExampleOf({0x30, f5250::ColumnSeparator | f5250::Underscore, 3, 0}, shown);
+    EXPECT_EQ(std::make_pair(plain.foreground, plain.background), std::make_pair(uint8_t{3}, uint8_t{0}));
+    EXPECT_FALSE(ExampleHidden(plain));
+    EXPECT_TRUE(plain.underline);
+    EXPECT_EQ(ExampleHostAttribute(plain), 0u);
+    EXPECT_EQ(std::u16string(ExampleText(plain)), u"..Aa..Bb..Cc..");
+    EXPECT_TRUE(ExampleHidden(ExampleOf({0x27, f5250::Invisible, 0, 0}, shown)));  // whatever the phase
 }
