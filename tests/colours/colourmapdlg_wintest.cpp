@@ -21,10 +21,6 @@ std::u16string Request(const HostWindow& host, std::u16string_view mode, std::u1
            u"\"/><Item Element=\"ColourMappingDisable\" Value=\"0\"/></Data>" + host.LinkElement() + u"</Config>";
 }
 
-int Selection(HWND dlg, int id, UINT message = CB_GETCURSEL) {
-    return static_cast<int>(SendDlgItemMessageW(dlg, id, message, 0, 0));
-}
-
 void ChooseRow(Driver& d, HWND dlg, int row) {
     Driver::SelectRow(dlg, IDC_TANDEM_ATTRIBUTES, row);
     d.Settle();
@@ -50,15 +46,15 @@ TEST_F(ColourMapEditors, Ibm5250ColourTerminalEditsTheColourPart) {
     const RunResult r = Run(u"4711", u"", L"Attribute colours", L"IBM5250 Attribute Configuration", [&](Driver& d, HWND dlg) {
         // An unknown mode is the first type.
         EXPECT_EQ(Driver::Text(GetDlgItem(dlg, IDC_5250_TERMINAL)), L"IBM 3179-2  Colour terminal    ");
-        EXPECT_EQ(Selection(dlg, IDC_5250_ATTRIBUTE, CB_GETCOUNT), 32);
+        EXPECT_EQ(Driver::ListRows(dlg, IDC_5250_ATTRIBUTE).size(), 32u);
         Driver::Choose(dlg, IDC_5250_ATTRIBUTE, 8);  // code 28: red, blink on monochrome only
         EXPECT_EQ(Driver::Text(GetDlgItem(dlg, IDC_5250_DESCRIPTION)), L"Red");
-        EXPECT_EQ(Selection(dlg, IDC_5250_FOREGROUND), 4);
+        EXPECT_EQ(Driver::Selection(dlg, IDC_5250_FOREGROUND), 4);
         Driver::Tick(dlg, IDC_5250_UNDERSCORE);
         Driver::Choose(dlg, IDC_5250_FOREGROUND, 1);  // Blue
         d.Settle();  // painted: the host is asked for its colours
         Driver::Choose(dlg, IDC_5250_ATTRIBUTE, 16);  // code 30: turquoise, value 3
-        EXPECT_EQ(Selection(dlg, IDC_5250_FOREGROUND), 3);  // the value taken as a position: "Pink"
+        EXPECT_EQ(Driver::Selection(dlg, IDC_5250_FOREGROUND), 3);  // the value taken as a position: "Pink"
         Driver::Choose(dlg, IDC_5250_ATTRIBUTE, 9);  // code 29: reverse
         Driver::Tick(dlg, IDC_5250_REVERSE);
         Driver::Click(dlg, IDC_5250_REVERT);
@@ -89,12 +85,12 @@ TEST_F(ColourMapEditors, Ibm5250MonochromeKeepsTheColours) {
 
 TEST_F(ColourMapEditors, TandemPairsResetAndTheFlagsThatAreNotRead) {
     const RunResult r = Run(u"", u"1;", L"Tandem colours", L"T653X Colour Mapping Defaults", [&](Driver& d, HWND dlg) {
-        EXPECT_EQ(Selection(dlg, IDC_TANDEM_ATTRIBUTES, LB_GETCOUNT), 24);
+        EXPECT_EQ(Driver::ListRows(dlg, IDC_TANDEM_ATTRIBUTES).size(), 24u);
         EXPECT_FALSE(Driver::Checked(dlg, IDC_TANDEM_DISABLE));
         ChooseRow(d, dlg, 8);
         Driver::Choose(dlg, IDC_TANDEM_BACKGROUND, 8);  // the first "White": stores 15
         Driver::Choose(dlg, IDC_TANDEM_FOREGROUND, 2);
-        EXPECT_EQ(Selection(dlg, IDC_TANDEM_BACKGROUND), 8);
+        EXPECT_EQ(Driver::Selection(dlg, IDC_TANDEM_BACKGROUND), 8);
         ChooseRow(d, dlg, 21);  // index 25
         Driver::Click(dlg, IDC_TANDEM_RESET);
         ChooseRow(d, dlg, 0);
