@@ -263,14 +263,10 @@ void UseFile(Driver& d, HWND palette, int button, const std::wstring& path) {
     d.AnswerFileDialog(button == IDC_PAL_IMPORT ? L"Import Palette" : L"Export Palette", path);
     d.Settle();
 }
-std::string SampleBytes(const std::wstring& name) {
-    std::ifstream in(std::filesystem::path(QRL_SOURCE_DIR "/samples/palettes") / name, std::ios::binary);
-    return std::string(std::istreambuf_iterator<char>(in), {});
-}
-// A file of the test folder holding `bytes`, by default those of the sample of that name.
-std::wstring TestFile(const std::wstring& name, const std::string& bytes = {}) {
+// A file of the test folder holding `bytes`.
+std::wstring TestFile(const std::wstring& name, const std::string& bytes) {
     const std::wstring path = TempDir() + name;
-    std::ofstream(std::filesystem::path(path), std::ios::binary) << (bytes.empty() ? SampleBytes(name) : bytes);
+    std::ofstream(std::filesystem::path(path), std::ios::binary) << bytes;
     return path;
 }
 std::wstring EntryShown(HWND p) { return Driver::Text(p, IDC_PAL_RED) + L"," + Driver::Text(p, IDC_PAL_GREEN) + L"," + Driver::Text(p, IDC_PAL_BLUE); }
@@ -305,7 +301,7 @@ TEST_F(ColourRoute, CheckGoesToTheHardCombinationAndFixContrastPicksTheNearestRe
 // A file's red goes to entry 4 (every format reads the same, checked natively); a broken file changes
 // nothing; a settings file offers its schemes; an export reads back. The reply: harbour's bright blue in 9, its white on black as Normal's 7 on 0.
 TEST_F(ColourRoute, ImportReadsAFileChoosesASchemeRefusesABrokenFileAndReadsItsExport) {
-    const std::string harbour = SampleBytes(L"harbour.json");
+    const std::string harbour = Utf8(SampleText("palettes/harbour.json"));
     std::string two = harbour;
     two.replace(two.find("Harbour"), 7, "Two");
     two.replace(two.find("#D04040"), 7, "#123456");
@@ -316,7 +312,7 @@ TEST_F(ColourRoute, ImportReadsAFileChoosesASchemeRefusesABrokenFileAndReadsItsE
         d.InDialog(dlg, IDC_ATTREDIT, L"Edit Attribute", [&](HWND edit) {
             d.InDialog(edit, IDC_PALETTE_CFG, L"Configure Palette", [&](HWND palette) {
                 Driver::Choose(palette, IDC_PAL_INDEX, 4);
-                UseFile(d, palette, IDC_PAL_IMPORT, TestFile(L"harbour.json"));
+                UseFile(d, palette, IDC_PAL_IMPORT, TestFile(L"harbour.json", harbour));
                 EXPECT_EQ(EntryShown(palette), L"208,64,64");
                 UseFile(d, palette, IDC_PAL_IMPORT, TestFile(L"broken.json", "{\n  \"name\": \"Broken\",\n  \"red\": \n}\n"));
                 EXPECT_EQ(d.Answer(palette, IDOK), L"Quorl|line 4, column 1: the file is not valid JSON");
