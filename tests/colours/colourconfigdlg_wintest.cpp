@@ -17,8 +17,6 @@
 namespace qrl::test {
 namespace {
 
-const std::wstring kTitle = L"Colour Configuration";
-
 // A features line whose first entry (combination 16 times index) is `word` with `override`.
 std::u16string FeaturesLine(int index, std::u16string_view word, bool override) {
     std::u16string value = std::u16string(word) + (override ? u" 1 " : u" 0 ");
@@ -38,19 +36,21 @@ const std::u16string kRequest =
     u"</ColourScheme></Item><Item Element=\"CurrScheme\" Value=\"Night\"/>"
     u"<Item Element=\"FeaturesUsed\" Value=\"17\"/><Item Element=\"EnableBlinkCfg\" Value=\"0\"/></Data></Config>";
 
-// The reply's schemes as the request reader reads them; the reply's list element stands in for the
+// The reply's one scheme as the request reader reads it; the reply's list element stands in for the
 // request's item.
-TColourSchemeList SchemesOf(const std::u16string& reply) {
+TColourScheme SentScheme(const std::u16string& reply) {
     const std::size_t from = reply.find(u"<Data>"), to = reply.find(u"</Data>");
-    if (from == std::u16string::npos || to == std::u16string::npos) return {};
     TConfigSession session;
-    session.LoadRequestText(u"<Config><DTD><Element Name=\"ColourSchemeList\" Type=\"colourschemelist\"/></DTD>" +
-                            reply.substr(from, to + 7 - from) + u"</Config>");
-    return SessionColourSchemes(session);
+    if (from != std::u16string::npos && to != std::u16string::npos)
+        session.LoadRequestText(u"<Config><DTD><Element Name=\"ColourSchemeList\" Type=\"colourschemelist\"/></DTD>" +
+                                reply.substr(from, to + 7 - from) + u"</Config>");
+    const TColourSchemeList& sent = SessionColourSchemes(session);
+    EXPECT_EQ(sent.size(), 1u);
+    return sent.empty() ? TColourScheme{} : sent[0];
 }
 
 RunResult RunColours(const std::function<void(Driver&, HWND)>& script, const std::u16string& request = kRequest) {
-    return RunRequest(request, kTitle, script);
+    return RunRequest(request, L"Colour Configuration", script);
 }
 
 // A press on a palette cell, left (foreground) or right (background) button.
@@ -112,12 +112,11 @@ TEST_F(ColourRoute, EditForksTheSchemeAndSaveAsNamesIt) {
     EXPECT_NE(r.reply.find(u"<ColourScheme Element=\"Mine\" operation=\"update\">"), std::u16string::npos);
     EXPECT_EQ(r.reply.find(u"Night\" operation"), std::u16string::npos);
     EXPECT_NE(r.reply.find(u"<Item Element=\"CurrScheme\" Value=\"Mine\"/>"), std::u16string::npos);
-    const TColourSchemeList sent = SchemesOf(r.reply);
-    ASSERT_EQ(sent.size(), 1u);
-    const TSchemeFeature& reverse = sent[0].features[16];
+    const TColourScheme sent = SentScheme(r.reply);
+    const TSchemeFeature& reverse = sent.features[16];
     EXPECT_EQ(std::vector<uint32_t>({reverse.override, reverse.features, reverse.foreground, reverse.background}),
               std::vector<uint32_t>({1, kAttrUnderline, 2, 4}));
-    EXPECT_EQ(sent[0].features[0].foreground, 15u);
+    EXPECT_EQ(sent.features[0].foreground, 15u);
 }
 
 // Removing asks with the scheme's name; the scheme goes as "delete", the fork as "(custom)".
@@ -188,9 +187,8 @@ TEST_F(ColourRoute, SmallLayoutPicksWithFAndBWhatTheMouseButtonsPick) {
     const RunResult small = edit(true);
     SystemParametersInfoW(SPI_SETWORKAREA, 0, &area, 0);
     EXPECT_EQ(small.reply, normal.reply);
-    const TColourSchemeList sent = SchemesOf(small.reply);
-    ASSERT_EQ(sent.size(), 1u);
-    EXPECT_EQ(std::vector<uint32_t>({sent[0].features[16].foreground, sent[0].features[16].background}),
+    const TColourScheme sent = SentScheme(small.reply);
+    EXPECT_EQ(std::vector<uint32_t>({sent.features[16].foreground, sent.features[16].background}),
               std::vector<uint32_t>({5, 2}));
 }
 
@@ -228,12 +226,11 @@ TEST_F(ColourRoute, PaletteEditorTakesTheLowByteAndCancelKeepsNothing) {
     });
     ASSERT_EQ(r.code, 0);
     EXPECT_NE(r.reply.find(u"<Item Element=\"MergeBoxes\" Value=\"1\"/>"), std::u16string::npos);
-    const TColourSchemeList sent = SchemesOf(r.reply);
-    ASSERT_EQ(sent.size(), 1u);
-    EXPECT_EQ(sent[0].name, u"Night");  // saved back under the name it came from
+    const TColourScheme sent = SentScheme(r.reply);
+    EXPECT_EQ(sent.name, u"Night");  // saved back under the name it came from
     auto palette = DefaultPalette();
     palette[15] = MakeColour(44, 255, 255);
-    EXPECT_EQ(sent[0].palette, palette);
+    EXPECT_EQ(sent.palette, palette);
 
     const RunResult empty = RunColours(
         [&](Driver& d, HWND dlg) {
@@ -293,9 +290,8 @@ TEST_F(ColourRoute, CheckGoesToTheHardCombinationAndFixContrastPicksTheNearestRe
             d.Close(dlg);
         },
         kReadableRedRequest);
-    const TColourSchemeList sent = SchemesOf(r.reply);
-    ASSERT_EQ(sent.size(), 1u);
-    EXPECT_EQ(sent[0].features[16].foreground, 13u);
+    const TColourScheme sent = SentScheme(r.reply);
+    EXPECT_EQ(sent.features[16].foreground, 13u);
 }
 
 // A file's red goes to entry 4 (every format reads the same, checked natively); a broken file changes
@@ -336,10 +332,9 @@ TEST_F(ColourRoute, ImportReadsAFileChoosesASchemeRefusesABrokenFileAndReadsItsE
         d.Close(dlg);
     });
     EXPECT_NE(ReadUtf8File(std::filesystem::path(exported).string()).find(u"\"name\": \"Night\""), std::u16string::npos);
-    const TColourSchemeList sent = SchemesOf(r.reply);
-    ASSERT_EQ(sent.size(), 1u);
-    EXPECT_EQ(std::vector<uint32_t>({sent[0].palette[4], sent[0].palette[9], sent[0].features[0].foreground,
-                                     sent[0].features[0].background}),
+    const TColourScheme sent = SentScheme(r.reply);
+    EXPECT_EQ(std::vector<uint32_t>({sent.palette[4], sent.palette[9], sent.features[0].foreground,
+                                     sent.features[0].background}),
               std::vector<uint32_t>({MakeColour(44, 52, 86), 0xF0A070, 7, 0}));
 }
 
