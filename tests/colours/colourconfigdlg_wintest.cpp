@@ -17,22 +17,15 @@
 namespace qrl::test {
 namespace {
 
-// A features line whose first entry (combination 16 times index) is `word` with `override`.
-std::u16string FeaturesLine(int index, std::u16string_view word, bool override) {
-    std::u16string value = std::u16string(word) + (override ? u" 1 " : u" 0 ");
-    for (int i = 1; i < 16; ++i) value += u"0 0 ";
-    return u"<features index=\"" + std::u16string(1, static_cast<char16_t>(u'0' + index)) + u"\" value=\"" + value +
-           u"\"/>";
-}
-
-// "Night" is in force: white on blue, Reverse with yellow on red of its own. The emulation uses Blink
-// and Reverse.
+// "Night" is in force: white on blue, Reverse (combination 16: the first entry of features line 1)
+// with yellow on red of its own. The emulation uses Blink and Reverse.
+const std::u16string kLineEnd = u"0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 \"/>";
 const std::u16string kRequest =
     u"<Config ModuleType=\"ColourMap\"><DTD><Element Name=\"Schemes\" Type=\"colourschemelist\"/>"
     u"<Element Name=\"CurrScheme\" Type=\"string\"/><Element Name=\"EnableBlinkCfg\" Type=\"bool\"/>"
     u"<Element Name=\"MergeBoxes\" Type=\"bool\"/></DTD><Data><Item Element=\"Schemes\">"
-    u"<ColourScheme Element=\"Classic\"/><ColourScheme Element=\"Night\">" +
-    FeaturesLine(0, u"10f0000", false) + FeaturesLine(1, u"40e0000", true) +
+    u"<ColourScheme Element=\"Classic\"/><ColourScheme Element=\"Night\"><features index=\"0\" value=\"10f0000 0 " +
+    kLineEnd + u"<features index=\"1\" value=\"40e0000 1 " + kLineEnd +
     u"</ColourScheme></Item><Item Element=\"CurrScheme\" Value=\"Night\"/>"
     u"<Item Element=\"FeaturesUsed\" Value=\"17\"/><Item Element=\"EnableBlinkCfg\" Value=\"0\"/></Data></Config>";
 
