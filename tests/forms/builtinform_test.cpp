@@ -2,12 +2,10 @@
 
 #include "forms/formdef.h"
 #include "forms/formtemplate.h"
+#include "platform/tempfolder.h"
 #include "request/session.h"
 
 #include <gtest/gtest.h>
-
-#include <filesystem>
-#include <fstream>
 
 namespace qrl {
 namespace {
@@ -32,9 +30,6 @@ TEST(BuiltInForm, ItemsTitleAndButtonRowForComms) {
     TFormDef& form = Built(session);
     EXPECT_TRUE(form.usesTree);
     EXPECT_EQ(form.title, u"Configure  Telnet over TCP");
-
-    ASSERT_EQ(form.items.size(), 24u);
-
     const TFormItem* connect = ItemWithId(form, 4901);
     EXPECT_EQ(connect->left, 120);
     EXPECT_EQ(connect->action, FormAction::Connect);
@@ -62,11 +57,9 @@ TEST(BuiltInForm, ModuleTypesAndHelp) {
     // A module type compared exactly: "comms" is none of the three.
     TConfigSession other;
     other.moduleType = u"comms";
-    const auto dir = std::filesystem::temp_directory_path() / "qrl_forms_help_test";
-    std::filesystem::create_directories(dir);
-    const auto help = dir / "help.chm";
-    std::ofstream(help) << "x";
-    other.helpBaseFile = help.u16string();
+    const test::TempFolder folder;
+    folder.write("help.chm", "x");
+    other.helpBaseFile = folder.file("help.chm");
     TFormDef& o = Built(other);
     EXPECT_EQ(ItemWithId(o, 4900), nullptr);
     EXPECT_EQ(ItemWithId(o, 4901), nullptr);
@@ -74,7 +67,6 @@ TEST(BuiltInForm, ModuleTypesAndHelp) {
     ASSERT_NE(ItemWithId(o, 9), nullptr);
     EXPECT_EQ(ItemWithId(o, 9)->left, 120);
     EXPECT_EQ(ItemWithId(o, 9)->action, FormAction::Help);
-    std::filesystem::remove_all(dir);
 
     TConfigSession comms;
     comms.moduleType = u"Comms";
