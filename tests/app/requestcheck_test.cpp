@@ -1,10 +1,9 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 
 #include "app/requestcheck.h"
+#include "platform/platform.h"
 #include "request/reply.h"
 #include "request/run.h"
 #include "text/textutil.h"
@@ -126,10 +125,9 @@ TEST(RequestCheck, EverySampleRequestChecksClean) {
     for (const auto& entry : std::filesystem::directory_iterator(std::string(QRL_SOURCE_DIR) + "/samples")) {
         const std::string name = entry.path().filename().string();
         if (entry.path().extension() != ".xml" || name.find("_request") == std::string::npos) continue;
-        std::ifstream in(entry.path(), std::ios::binary);
-        std::ostringstream bytes;
-        bytes << in.rdbuf();
-        EXPECT_EQ(lines(utf8ToUtf16(bytes.str())), "") << name;
+        std::string bytes;
+        EXPECT_TRUE(platform::readFile(entry.path().string(), bytes)) << name;
+        EXPECT_EQ(lines(utf8ToUtf16(bytes)), "") << name;
         ++checked;
     }
     EXPECT_GE(checked, 8);
