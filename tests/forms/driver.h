@@ -49,7 +49,6 @@ public:
     // Tree: the item whose text starts with `prefix`, searched depth first; fails when none.
     static HTREEITEM FindTreeItem(HWND tree, const std::wstring& prefix);
     static std::wstring TreeItemText(HWND tree, HTREEITEM item);
-    static HTREEITEM SelectedTreeItem(HWND tree);
     static void SelectTreeItem(HWND tree, HTREEITEM item);
 
     // Replaces the edit's text by typing it, one WM_CHAR per character.

@@ -198,10 +198,6 @@ HTREEITEM Driver::FindTreeItem(HWND tree, const std::wstring& prefix) {
     Fail("no tree item \"" + Narrow(prefix) + "\"");
 }
 
-HTREEITEM Driver::SelectedTreeItem(HWND tree) {
-    return reinterpret_cast<HTREEITEM>(SendMessageW(tree, TVM_GETNEXTITEM, TVGN_CARET, 0));
-}
-
 void Driver::SelectTreeItem(HWND tree, HTREEITEM item) {
     SendMessageW(tree, TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(item));
 }
@@ -280,11 +276,9 @@ HWND Driver::Focus() const {
 
 void Driver::Settle(int ms) const {
     // A message sent to the dialog thread returns only once it has reached its message loop.
-    for (HWND w : ThreadWindows(thread_)) {
-        DWORD_PTR result = 0;
-        SendMessageTimeoutW(w, WM_NULL, 0, 0, SMTO_BLOCK, 5000, &result);
-        break;
-    }
+    DWORD_PTR result = 0;
+    if (const std::vector<HWND> windows = ThreadWindows(thread_); !windows.empty())
+        SendMessageTimeoutW(windows.front(), WM_NULL, 0, 0, SMTO_BLOCK, 5000, &result);
     Sleep(ms);
 }
 

@@ -57,7 +57,7 @@ std::wstring ElementLabel(HWND form, const std::wstring& prefix) {
 
 std::wstring SelectedLabel(HWND form) {
     HWND tree = GetDlgItem(form, IDC_TREE);
-    return Driver::TreeItemText(tree, Driver::SelectedTreeItem(tree));
+    return Driver::TreeItemText(tree, TreeView_GetSelection(tree));
 }
 
 RunResult RunOnElement(const std::u16string& request, const std::wstring& element,
