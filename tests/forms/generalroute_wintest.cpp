@@ -47,8 +47,6 @@ TEST_F(GeneralRoute, EachEditorWorksAndOkRepliesWithTheChangedValuesOnly) {
     const RunResult r = Run(Request(), [&](Driver& d, HWND dlg) {
         SelectElement(d, dlg, L"Host name");
         Driver::Type(GetDlgItem(dlg, IDC_VALUE_EDIT), L"beta");
-        d.Settle();
-        EXPECT_EQ(ElementLabel(dlg, L"Host name"), L"Host name (beta)");
         SelectElement(d, dlg, L"Port");
         Driver::Type(GetDlgItem(dlg, IDC_VALUE_EDIT), L"2323");
         SelectElement(d, dlg, L"Send keep-alives");

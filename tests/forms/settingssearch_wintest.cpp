@@ -32,8 +32,6 @@ Rows TreeRows(HWND dialog) {
     return rows;
 }
 
-void ForgetSize() { ForgetModuleValue(u"Comms.WindowSize"); }
-
 SIZE SizeOf(HWND window) {
     RECT r{};
     return GetWindowRect(window, &r) ? SIZE{r.right - r.left, r.bottom - r.top} : SIZE{};
@@ -44,10 +42,10 @@ protected:
     void SetUp() override {
         ASSERT_TRUE(Product::Get().Loaded());
         ForgetSelection(u"Comms");
-        ForgetSize();
+        ForgetModuleValue(u"Comms.WindowSize");
     }
     // The other dialog tests open the form at the size it has always had.
-    void TearDown() override { ForgetSize(); }
+    void TearDown() override { ForgetModuleValue(u"Comms.WindowSize"); }
     RunResult Run(const std::function<void(Driver&, HWND)>& script) {
         return RunRequest(SampleText("comms_request.xml"), kTitle, [&](Driver& d, HWND dlg) {
             script(d, dlg);
