@@ -32,27 +32,26 @@ TEST(ChoiceValue, IntRangeKeepsTheMinus) {
 }
 
 TEST(SetBool, ByType) {
-    TElementDef set = Def(ElementType::Set);
-    set.values = {u"off", u"on"};
-    SetBool(set, true);
-    EXPECT_EQ(set.value, u"on");
-    set.values = {u"only"};
-    SetBool(set, true);
-    EXPECT_EQ(set.value, u"0");
-
-    TElementDef i = Def(ElementType::Int);
-    i.values = {u"5", u"9"};
-    SetBool(i, false);
-    EXPECT_EQ(i.value, u"5");
-    TElementDef ranged = Def(ElementType::Int, 65, 90);
-    SetBool(ranged, true);
-    EXPECT_EQ(ranged.value, u"A");  // a character of code min, not the number
-    TElementDef plain = Def(ElementType::Int);
-    SetBool(plain, true);
-    EXPECT_EQ(plain.value, u"1");
-    TElementDef b = Def(ElementType::Bool);
-    SetBool(b, false);
-    EXPECT_EQ(b.value, u"0");
+    const struct Case {
+        ElementType type;
+        std::int32_t min, max;
+        std::vector<std::u16string> values;
+        bool on;
+        std::u16string expected;
+    } cases[] = {
+        {ElementType::Set, 0, 0, {u"off", u"on"}, true, u"on"},
+        {ElementType::Set, 0, 0, {u"only"}, true, u"0"},
+        {ElementType::Int, 0, 0, {u"5", u"9"}, false, u"5"},
+        {ElementType::Int, 65, 90, {}, true, u"A"},  // a character of code min, not the number
+        {ElementType::Int, 0, 0, {}, true, u"1"},
+        {ElementType::Bool, 0, 0, {}, false, u"0"},
+    };
+    for (const Case& c : cases) {
+        TElementDef e = Def(c.type, c.min, c.max);
+        e.values = c.values;
+        SetBool(e, c.on);
+        EXPECT_EQ(e.value, c.expected) << static_cast<int>(c.type) << " " << c.min << " " << c.values.size();
+    }
 }
 
 TEST(ListFill, SourcesAndTheMessageUsed) {
