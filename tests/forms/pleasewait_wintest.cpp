@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-
 namespace qrl::test {
 namespace {
 
@@ -34,10 +33,9 @@ TEST(PleaseWait, OpensOnceClosesByPostAndByTheFirstDialog) {
     EXPECT_EQ(GetWindow(windows[0], GW_OWNER), owner.Handle());
     RECT r{};
     GetWindowRect(windows[0], &r);
-    EXPECT_EQ(r.right - r.left, 180);
-    EXPECT_EQ(r.bottom - r.top, 50);
-    EXPECT_EQ(r.left, 100 + (400 - 180) / 2);
-    EXPECT_EQ(r.top, 100 + (300 - 50) / 2);
+    // 180 by 50, centred on the owner.
+    EXPECT_EQ(std::vector<LONG>({r.right - r.left, r.bottom - r.top, r.left, r.top}),
+              std::vector<LONG>({180, 50, 100 + (400 - 180) / 2, 100 + (300 - 50) / 2}));
 
     // Closing posts WM_CLOSE: the window goes when messages next run.
     EXPECT_EQ(product.OpenWait(owner.Handle(), 1), 0);
