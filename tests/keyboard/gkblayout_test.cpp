@@ -316,10 +316,8 @@ TEST(GraphicKeymap, ModifierBoxesPutTheCodeThroughTheListStep) {
 }
 
 TEST(GraphicKeymap, MarksComeFromAllThreeLists) {
-    TKeyData keys;
-    keys.keyMap = {{13, 147}, {16397, 147}};
-    keys.keyStrings = {{369, u"a"}};
-    keys.globalKeyStrings = {{626, u"b"}};
+    const TKeyData keys{.keyMap = {{13, 147}, {16397, 147}}, .keyStrings = {{369, u"a"}},
+                        .globalKeyStrings = {{626, u"b"}}};
     const TMappedMarks marks = MappedMarks(keys);
     EXPECT_EQ(marks.emulation, (std::vector<uint32_t>{147, 147}));
     EXPECT_EQ(marks.physical, (std::vector<uint32_t>{13, 16397, 626, 369}));

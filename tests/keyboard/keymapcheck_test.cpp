@@ -8,13 +8,12 @@ namespace {
 
 // A map with one of every finding; F5 stands on the PC keyboard's picture only.
 TKeyData MapWithEveryFinding() {
-    TKeyData keys;
-    keys.physicalKeys = {{u"F1", 112, 1792}, {u"F2", 113, 1792}, {u"F3", 114, 1792}, {u"Enter", 13, 0}};
-    keys.emulationKeys = {{u"PF1", 112, 0}, {u"PF3", 114, 0}, {u"Enter", 147, 0}, {u"Field Exit", 150, 0}};
-    keys.keyMap = {{113, 112}, {113, 147}, {114 | kModCtrl, 114}, {13, 147}, {116, 999}, {9 | kModAlt, 112}, {8193, 147}};
-    keys.keyStrings = {{114 | kModCtrl, u"a string longer than twenty-four characters"}};
-    keys.globalKeyStrings = {{114 | kModCtrl, u"signon"}, {13, u"one"}, {13, u"two"}};
-    return keys;
+    return {.physicalKeys = {{u"F1", 112, 1792}, {u"F2", 113, 1792}, {u"F3", 114, 1792}, {u"Enter", 13, 0}},
+            .emulationKeys = {{u"PF1", 112, 0}, {u"PF3", 114, 0}, {u"Enter", 147, 0}, {u"Field Exit", 150, 0}},
+            .keyMap = {{113, 112}, {113, 147}, {114 | kModCtrl, 114}, {13, 147}, {116, 999}, {9 | kModAlt, 112},
+                       {8193, 147}},
+            .keyStrings = {{114 | kModCtrl, u"a string longer than twenty-four characters"}},
+            .globalKeyStrings = {{114 | kModCtrl, u"signon"}, {13, u"one"}, {13, u"two"}}};
 }
 
 TEST(KeyMapCheck, ListsEveryKindOfFindingInOrder) {

@@ -201,9 +201,7 @@ constexpr uint32_t kF1 = 112;
 constexpr uint32_t kShiftF1 = kF1 | kModShift;
 
 TEST(KeyMapRules, PrecedenceIsGlobalThenStringThenMap) {
-    TKeyData keys;
-    keys.keyMap = {{kF1, 7}, {kShiftF1, 8}};
-    keys.keyStrings = {{kF1, u"s"}};
+    TKeyData keys{.keyMap = {{kF1, 7}, {kShiftF1, 8}}, .keyStrings = {{kF1, u"s"}}};
     EXPECT_EQ(MappingKindOf(keys, kF1), KeyMappingKind::String);  // the map entry stays behind it
     EXPECT_EQ(MappingKindOf(keys, kShiftF1), KeyMappingKind::EmulationKey);
     EXPECT_EQ(MappingKindOf(keys, 5), KeyMappingKind::None);
@@ -308,9 +306,7 @@ TEST(KeyMapRules, NamesOfMappedKeys) {
 }
 
 TEST(KeyMapRules, ReplacementQuestionNamesWhatWillGo) {
-    TKeyData keys;
-    keys.physicalKeys = {{u"F1", 112, 0x700}};
-    keys.emulationKeys = {{u"PF1", 7, 0}};
+    TKeyData keys{.physicalKeys = {{u"F1", 112, 0x700}}, .emulationKeys = {{u"PF1", 7, 0}}};
     EXPECT_EQ(ReplacementQuestion(keys, kF1), u"");
     // One mapping's question is in the classic editor's test.
     keys.keyStrings = {{kF1, u"abc"}};

@@ -17,13 +17,11 @@ std::u16string Dump(const TKeyData& keys) {
     return out;
 }
 
+// A code with the top bit set, a duplicate and text that needs escaping all come back as they went.
 TKeyData SampleMap() {
-    TKeyData keys;
-    // A code with the top bit set, a duplicate and text that needs escaping all come back as they went.
-    keys.keyMap = {{112, 112}, {113 | kModShift, 147}, {0x80000001u, 5}, {112, 113}};
-    keys.keyStrings = {{369, u"<logoff> & \"bye\"\u00e9"}};
-    keys.globalKeyStrings = {{626, u"signon"}};
-    return keys;
+    return {.keyMap = {{112, 112}, {113 | kModShift, 147}, {0x80000001u, 5}, {112, 113}},
+            .keyStrings = {{369, u"<logoff> & \"bye\"\u00e9"}},
+            .globalKeyStrings = {{626, u"signon"}}};
 }
 
 TEST(KeyMapFile, ExportThenImportGivesBackTheSameMapAndKeyboards) {
@@ -40,12 +38,8 @@ TEST(KeyMapFile, ExportThenImportGivesBackTheSameMapAndKeyboards) {
 
 // The file's code 113 loses its global string and its old emulation key; other codes stay.
 TEST(KeyMapFile, MergeLetsTheFileReplaceEveryEntryOfItsCodes) {
-    TKeyData keys;
-    keys.keyMap = {{112, 1}, {113, 2}, {113, 3}};
-    keys.globalKeyStrings = {{113, u"old"}, {114, u"kept"}};
-    TKeyMapFile file;
-    file.keyMap = {{113, 9}};
-    file.keyStrings = {{115, u"new"}};
+    TKeyData keys{.keyMap = {{112, 1}, {113, 2}, {113, 3}}, .globalKeyStrings = {{113, u"old"}, {114, u"kept"}}};
+    const TKeyMapFile file{.keyMap = {{113, 9}}, .keyStrings = {{115, u"new"}}};
     ImportKeyMap(keys, file, TKeyMapImport::Merge);
     EXPECT_EQ(Dump(keys), u"M 112>1 113>9; S 115:new; G 114:kept");
 }
