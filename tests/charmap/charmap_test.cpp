@@ -89,10 +89,9 @@ TEST(CharMapDocument, FailuresOfTheReply) {
 }
 
 TEST(CharMapDocument, PutSendsDifferencesInBlocksOfAtMost32) {
-    TCharMap m{u"IBM 5250", u"cp037", u"Deutsch"};
-    m.flags = kCharMapHostBytes;  // the put says 0 whatever the kind
-    m.start = 0x40;
-    m.length = 0xC0;
+    // The put says flags 0 whatever the kind.
+    TCharMap m{.emName = u"IBM 5250", .mapName = u"cp037", .language = u"Deutsch", .start = 0x40, .length = 0xC0,
+               .flags = kCharMapHostBytes};
     m.SetTableLength(0x100);
     m.map[5] = 0xAB;
     m.map[7] = 0xCD;  // 6 agrees: two blocks
@@ -112,11 +111,9 @@ TEST(CharMapDocument, PutSendsDifferencesInBlocksOfAtMost32) {
 }
 
 TEST(CharMapDocument, GetKeepsOddBlanksUnescapedPutEscapesNamesAndSkipsUnchanged) {
-    TCharMap m{u"A&B", u"<m>", u"\"x\""};
+    TCharMap m{.emName = u"A&B", .mapName = u"<m>", .language = u"\"x\"", .length = 0x10};
     m.SetTableLength(0x10);
     m.map[0xF] = 0xF;  // the same value again is no difference
-    m.start = 0;
-    m.length = 0x10;
     EXPECT_EQ(WriteCharMapPut(m),
               kDeclaration +
                   u"<charmap op=\"put\" emname=\"A&amp;B\" mapname=\"&lt;m&gt;\" language=\"&quot;x&quot;\" flags=\"0\">\n"
@@ -241,9 +238,7 @@ TEST(CharMapSession, SaveSendsOnlyModifiedMapsAndClearsTheMark) {
         return AnswerWith(r, u"<charmap flags=\"0\"><map start=\"40\" length=\"c0\"/></charmap>");
     };
     TConfigSession session;
-    session.link.window = 0x10;
-    session.link.message = 0x400;
-    session.link.channel = &host;
+    session.link = {.window = 0x10, .message = 0x400, .channel = &host};
 
     TCharMap* map = FetchCharMap(session, u"IBM 5250", u"cp037", u"Deutsch");
     ASSERT_NE(map, nullptr);
