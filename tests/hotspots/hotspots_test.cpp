@@ -306,11 +306,7 @@ TEST(HotSpotRules, FileKeptInRequestAndFullPath) {
 
 HotSpots setOf(std::initializer_list<const char16_t*> names) {
     HotSpots set;
-    for (const char16_t* name : names) {
-        HotSpot spot;
-        spot.description = name;
-        set.Add(spot);
-    }
+    for (const char16_t* name : names) set.Add({.description = name});
     return set;
 }
 
@@ -325,9 +321,7 @@ TEST(HotSpotRules, ListAfterEachEdit) {
     EXPECT_EQ(ApplyEditedHotSpot(set, 2, edited), 3);  // an edit sorts, the edited one stays selected
     EXPECT_EQ(order(set), u"a,b,c,E,");
     EXPECT_EQ(set.Find(2)->description, u"E");
-    HotSpot created;
-    created.description = u"bb";
-    EXPECT_EQ(ApplyNewHotSpot(set, created), 2);
+    EXPECT_EQ(ApplyNewHotSpot(set, {.description = u"bb"}), 2);
     EXPECT_TRUE(set.dirty);
 
     struct Del { int index; int selected; const char16_t* left; };
