@@ -177,8 +177,7 @@ TEST_F(HotSpotFiles, RedirectedSetIsSavedIntoTheAskedSection) {
     set.dirty = true;
     set.Write(path.c_str(), nullptr);
     EXPECT_FALSE(set.dirty);
-    const HotSpots again = read(path, u"Tandem");
-    EXPECT_EQ(order(again), u"shared one,");
+    EXPECT_EQ(order(read(path, u"Tandem")), u"shared one,");
     const std::string text = dir_.read("c.hsp");
     EXPECT_EQ(text.find("Set=Shared"), std::string::npos);  // Set and Delay are gone
     EXPECT_EQ(text.find("Delay"), std::string::npos);
@@ -229,8 +228,7 @@ TEST_F(HotSpotFiles, WriteStoresTheWholeSectionOnlyWhenDirty) {
     // Into another section by name.
     back.dirty = true;
     back.Write(path.c_str(), u"copy");
-    const HotSpots copy = read(path, u"copy");
-    EXPECT_EQ(order(copy), u"new,");
+    EXPECT_EQ(order(read(path, u"copy")), u"new,");
 }
 
 TEST_F(HotSpotFiles, MalformedRecordsReadWithoutHarm) {
