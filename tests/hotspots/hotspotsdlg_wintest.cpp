@@ -16,11 +16,7 @@ using Rows = std::vector<std::wstring>;
 const std::wstring kTitle = L"Configure HotSpots";
 
 std::string Record(const std::u16string& description) {
-    HotSpot spot;
-    spot.description = description;
-    spot.recordType = kRecordText;
-    spot.sendString = u"{Enter}";
-    return Utf8(FormatHotSpotRecord(spot));
+    return Utf8(FormatHotSpotRecord({.description = description, .recordType = kRecordText, .sendString = u"{Enter}"}));
 }
 
 Rows ListRows(HWND dlg) { return Driver::ListRows(dlg, IDC_HS_LIST); }
