@@ -39,8 +39,13 @@ TEST(CommaList, RunsOfCommasAreOneSeparator) {
 }
 
 TEST(ChoiceIndex, ValuesThenStringsThenRange) {
-    using L = std::vector<std::u16string>;
-    const struct Case { ElementType type; int min, max; L values, strings; const char16_t* text; int fallback, index; } cases[] = {
+    const struct Case {
+        ElementType type;
+        int min, max;
+        std::vector<std::u16string> values, strings;
+        const char16_t* text;
+        int fallback, index;
+    } cases[] = {
         {ElementType::Int, 10, 20, {}, {}, u"15", 0, 5},
         {ElementType::Int, 10, 20, {}, {}, u"25", 3, 3},
         {ElementType::Int, 10, 20, {}, {}, u"10", 3, 0},
@@ -54,7 +59,10 @@ TEST(ChoiceIndex, ValuesThenStringsThenRange) {
     };
     for (const Case& c : cases) {
         TElementDef e = element(c.type, u"");
-        std::tie(e.min, e.max, e.values, e.strings) = std::tie(c.min, c.max, c.values, c.strings);
+        e.min = c.min;
+        e.max = c.max;
+        e.values = c.values;
+        e.strings = c.strings;
         EXPECT_EQ(e.GetChoiceIndex(c.text, c.fallback), c.index) << ::testing::PrintToString(c.text);
     }
 }
